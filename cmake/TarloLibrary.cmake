@@ -1,0 +1,48 @@
+# One folder, one static library: tarlo_library(tsql DEPENDS variant) makes tarlo_tsql of every .cpp below src/tsql.
+# With TARLO_PCH all libraries share one precompiled header. That pays for a build from nothing; ccache, which pays for
+# every other one, cannot look through it, so it is off unless asked for.
+
+option(TARLO_PCH "Use a precompiled header" OFF)
+if(TARLO_PCH)
+  add_library(tarlo_pch OBJECT ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
+  target_precompile_headers(tarlo_pch PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch.h)
+endif()
+
+function(tarlo_precompile target)
+  if(TARLO_PCH)
+    target_precompile_headers(${target} REUSE_FROM tarlo_pch)
+  endif()
+endfunction()
+
+function(tarlo_library name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  if(NOT sources)
+    set(sources ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
+  endif()
+  add_library(tarlo_${name} STATIC ${sources})
+  target_include_directories(tarlo_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  foreach(dependency IN LISTS ARG_DEPENDS)
+    target_link_libraries(tarlo_${name} PUBLIC tarlo_${dependency})
+  endforeach()
+  target_link_libraries(tarlo_${name} PUBLIC ${ARG_LIBRARIES})
+  tarlo_precompile(tarlo_${name})
+endfunction()
+
+# One test program a folder: every .cpp below tests/<name>, linked with the library of the same name and what it names.
+function(tarlo_test name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  foreach(dependency IN LISTS ARG_DEPENDS)
+    target_link_libraries(test_${name} PRIVATE tarlo_${dependency})
+  endforeach()
+  target_link_libraries(test_${name} PRIVATE GTest::gtest GTest::gtest_main ${ARG_LIBRARIES})
+  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_compile_definitions(test_${name} PRIVATE TARLO_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/${name}")
+  tarlo_precompile(test_${name})
+  add_test(NAME ${name} COMMAND test_${name})
+endfunction()

@@ -1,0 +1,114 @@
+#include "app/cli.h"
+
+#include <fmt/format.h>
+
+#include "app/arguments.h"
+#include "app/exit_code.h"
+#include "app/json_value.h"
+#include "app/nearest.h"
+#include "variant/runtime_error.h"
+
+namespace tarlo::app {
+namespace {
+
+using Arguments = std::span<const char* const>;
+
+class Program {
+ public:
+  explicit Program(Console console)
+      : console_(console),
+        app_("The query-scheme designer: databases, operations, statements and schemes.",
+             std::string(kProgram)) {
+    app_.footer(std::string(kExitCodeHelp));
+    app_.set_version_flag("--version", fmt::format("{} {}", kProgram, kVersion));
+    app_.set_help_flag("-h,--help", "Say how it is used, and end");
+    for (const auto add : {addInit, addCall, addSql, addCompile, addOperations}) {
+      commands_.push_back(add(app_, console_));
+      commands_.back().options->get_formatter()->column_width(34);
+    }
+  }
+
+  int run(Arguments arguments) {
+    if (arguments.empty()) {
+      console_.err << app_.help();
+      return kUsage;
+    }
+    const std::string_view first = arguments.front();
+    if (first.starts_with('-')) return runOptions(arguments);
+    for (const Command& command : commands_) {
+      if (command.options->get_name() == first) return runCommand(command, arguments.subspan(1));
+    }
+    std::vector<std::string_view> names;
+    for (const Command& command : commands_) names.push_back(command.options->get_name());
+    return complain(kUsage, fmt::format("There is no command '{}'.{}\nThe commands are: {}.", first,
+                                        didYouMean(first, names), fmt::join(names, ", ")));
+  }
+
+  int complain(int exitCode, std::string_view message) {
+    console_.out.flush();
+    console_.err << kProgram << ": " << message << '\n';
+    return exitCode;
+  }
+
+ private:
+  // The program's own options: all of them end it.
+  int runOptions(Arguments arguments) {
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    return parsed(app_, std::move(reversed), [] { return kDone; });
+  }
+
+  int runCommand(const Command& command, Arguments arguments) {
+    const SplitArguments split = splitArguments(*command.options, arguments);
+    std::vector<std::string> reversed(split.forParser.rbegin(), split.forParser.rend());
+    return parsed(*command.options, std::move(reversed), [&] { return command.run(split.words); });
+  }
+
+  template <class Then>
+  int parsed(CLI::App& app, std::vector<std::string> reversed, Then&& then) {
+    try {
+      app.parse(std::move(reversed));
+    } catch (const CLI::CallForHelp&) {
+      console_.out << app.help(std::string(&app == &app_ ? "" : kProgram));
+      return kDone;
+    } catch (const CLI::CallForVersion& version) {
+      console_.out << version.what() << '\n';
+      return kDone;
+    } catch (const CLI::ParseError& error) {
+      const std::string name = &app == &app_ ? "" : " " + app.get_name();
+      return complain(kUsage, fmt::format("{}\nSee '{}{} --help'.", error.what(), kProgram, name));
+    }
+    return then();
+  }
+
+  Console console_;
+  CLI::App app_;
+  std::vector<Command> commands_;
+};
+
+int runGuarded(Program& program, Arguments arguments) {
+  try {
+    return program.run(arguments);
+  } catch (const CommandError& error) {
+    return program.complain(error.exitCode(), error.what());
+  } catch (const ArgumentError& error) {
+    return program.complain(kUsage, error.what());
+  } catch (const RuntimeError& error) {
+    return program.complain(kFailed, error.description());
+  } catch (const std::exception& error) {
+    return program.complain(kFailed, fmt::format("the command failed: {}", error.what()));
+  }
+}
+
+}  // namespace
+
+int run(std::span<const char* const> arguments, std::ostream& out, std::ostream& err) {
+  Program program({out, err});
+  const int exitCode = runGuarded(program, arguments.empty() ? arguments : arguments.subspan(1));
+  out.flush();
+  if (!out.good() && exitCode == kDone) {
+    return program.complain(kFailed, "the output could not be written");
+  }
+  return exitCode;
+}
+
+}  // namespace tarlo::app

@@ -1,0 +1,17 @@
+#pragma once
+// The command line as a function, so that tests call it in process.
+
+#include <ostream>
+#include <span>
+#include <string_view>
+
+namespace tarlo::app {
+
+inline constexpr std::string_view kProgram = "tarloquery";
+inline constexpr std::string_view kVersion = "0.1.0";
+
+// `arguments` as main gets them, the program's name first. Results go to `out`, messages to `err`.
+// Gives the exit code (exit_code.h) and throws nothing.
+int run(std::span<const char* const> arguments, std::ostream& out, std::ostream& err);
+
+}  // namespace tarlo::app

@@ -1,0 +1,110 @@
+// The sub-command "init": makes a database with the platform's tables, and the demo business when
+// asked.
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+
+#include "app/command.h"
+#include "app/database_option.h"
+#include "app/demo_statements.h"
+#include "app/exit_code.h"
+#include "app/new_file.h"
+#include "app/platform_scripts.h"
+#include "variant/text.h"
+
+namespace tarlo::app {
+namespace {
+
+constexpr std::string_view kSqlite = "sqlite:";
+
+struct InitOptions {
+  std::string connection;
+  bool demo = false;
+};
+
+constexpr const char* kFooter =
+    "The file and its folder are made when they are missing. A database that has tables of its "
+    "own\n"
+    "gets the platform's beside them; one that holds any of the platform's tables is left as it "
+    "is.\n"
+    "All is done in one transaction, and a new file takes its name when it is complete, so that\n"
+    "nothing half made is ever found under that name.\n";
+
+void storeStatement(database::Connection& connection, const DemoStatement& scheme) {
+  connection.execute(fmt::format("update Zembra_Query_Main set Query_Fields='{}' where Query_ID={}",
+                                 variant::replace(scheme.statement, "'", "''"), scheme.schemeId));
+}
+
+void refuseWhenThere(database::Connection& connection, const std::string& name) {
+  for (const std::string& table : tablesMadeBy(tableScripts())) {
+    if (connection.catalogue().findTable(table) == nullptr) continue;
+    throw CommandError(
+        kAlreadyThere,
+        fmt::format("{} holds the table {} already; nothing was changed.", name, table));
+  }
+}
+
+// Everything in one transaction. `name` is what people call the database.
+void build(const std::string& connectionString, const std::string& name, bool demo,
+           const std::vector<DemoStatement>& statements) {
+  const auto database = database::openDatabase(connectionString, {.create = true});
+  database::Lease connection = database->borrow();
+  connection->allowDdl(true);
+  connection->setCommandTimeout(std::chrono::milliseconds(0));
+  database::Connection::Transaction transaction(*connection);
+  refuseWhenThere(*connection, name);
+  runScripts(*connection, tableScripts());
+  if (demo) {
+    runScripts(*connection, demoScripts());
+    for (const DemoStatement& scheme : statements) storeStatement(*connection, scheme);
+    runScripts(*connection, laterDemoScripts());
+  }
+  transaction.commit();
+}
+
+void buildNewFile(const std::filesystem::path& file, bool demo,
+                  const std::vector<DemoStatement>& statements) {
+  NewFile fresh(file);
+  build(std::string(kSqlite) + fresh.path().string(), file.string(), demo, statements);
+  fresh.publish();
+}
+
+int runInit(Console console, const InitOptions& options) {
+  if (!options.connection.starts_with(kSqlite) || options.connection == "sqlite::memory:" ||
+      options.connection == kSqlite) {
+    throw CommandError(kUsage, "init makes a database in a file: --database sqlite:FILE.");
+  }
+  const std::filesystem::path file = options.connection.substr(kSqlite.size());
+  const auto statements = options.demo ? compileDemo(console.err) : std::vector<DemoStatement>();
+  try {
+    std::error_code ignored;
+    if (std::filesystem::exists(file, ignored)) {
+      build(options.connection, file.string(), options.demo, statements);
+    } else {
+      buildNewFile(file, options.demo, statements);
+    }
+  } catch (const RuntimeError& error) {
+    throw CommandError(kNoDatabase, error.description());
+  }
+  console.out << fmt::format("{} is ready: {} tables", file.string(),
+                             tablesMadeBy(tableScripts()).size());
+  if (options.demo)
+    console.out << fmt::format(", the demo business, {} schemes", statements.size());
+  console.out << '\n';
+  return kDone;
+}
+
+}  // namespace
+
+Command addInit(CLI::App& program, Console console) {
+  CLI::App* command = program.add_subcommand("init", "Make a database");
+  const auto options = std::make_shared<InitOptions>();
+  addDatabaseOption(*command, options->connection);
+  command->add_flag("--demo", options->demo, "With a demo business and schemes on it");
+  command->footer(std::string(kFooter) + "\n" + std::string(kExitCodeHelp));
+  return {command, [console, options](const Words&) { return runInit(console, *options); }};
+}
+
+}  // namespace tarlo::app

@@ -1,0 +1,131 @@
+#include "app/display_width.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace tarlo::app {
+namespace {
+
+struct Range {
+  char32_t first, last;
+};
+
+// Combining marks of the scripts that business data holds.
+constexpr std::array<Range, 9> kZeroWidth = {{{0x300, 0x36F},
+                                              {0x483, 0x489},
+                                              {0x591, 0x5BD},
+                                              {0x64B, 0x65F},
+                                              {0xE31, 0xE31},
+                                              {0xE34, 0xE3A},
+                                              {0x20D0, 0x20FF},
+                                              {0xFE00, 0xFE0F},
+                                              {0xFE20, 0xFE2F}}};
+
+constexpr std::array<Range, 13> kWide = {{{0x1100, 0x115F},
+                                          {0x2E80, 0x303E},
+                                          {0x3041, 0x33FF},
+                                          {0x3400, 0x4DBF},
+                                          {0x4E00, 0x9FFF},
+                                          {0xA000, 0xA4CF},
+                                          {0xAC00, 0xD7A3},
+                                          {0xF900, 0xFAFF},
+                                          {0xFE30, 0xFE6F},
+                                          {0xFF00, 0xFF60},
+                                          {0xFFE0, 0xFFE6},
+                                          {0x1F300, 0x1FAFF},
+                                          {0x20000, 0x3FFFD}}};
+
+// Controls, and the characters that turn the direction of text or cannot be seen.
+constexpr std::array<Range, 8> kInvisible = {{{0x0, 0x1F},
+                                              {0x7F, 0x9F},
+                                              {0xAD, 0xAD},
+                                              {0x200B, 0x200F},
+                                              {0x2028, 0x202E},
+                                              {0x2060, 0x206F},
+                                              {0xFEFF, 0xFEFF},
+                                              {0xE0000, 0xE0FFF}}};
+
+template <std::size_t N>
+bool contains(const std::array<Range, N>& ranges, char32_t c) {
+  return std::any_of(ranges.begin(), ranges.end(),
+                     [c](Range range) { return c >= range.first && c <= range.last; });
+}
+
+// Bytes of the sequence that a first byte announces; 0 for a byte that cannot begin one.
+std::size_t sequenceLength(unsigned char lead) {
+  if (lead < 0x80) return 1;
+  if (lead >= 0xC2 && lead < 0xE0) return 2;
+  if (lead >= 0xE0 && lead < 0xF0) return 3;
+  if (lead >= 0xF0 && lead < 0xF5) return 4;
+  return 0;
+}
+
+bool isScalar(char32_t c, std::size_t length) {
+  constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
+  return c >= kSmallest[length] && c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
+}
+
+void appendVisible(std::string& out, const CodePoint& point) {
+  if (!point.valid) {
+    fmt::format_to(std::back_inserter(out), "\\x{:02x}", static_cast<unsigned>(point.value));
+  } else if (point.value == '\n') {
+    out += "\\n";
+  } else if (point.value == '\r') {
+    out += "\\r";
+  } else if (point.value == '\t') {
+    out += "\\t";
+  } else if (contains(kInvisible, point.value)) {
+    fmt::format_to(std::back_inserter(out), "\\u{{{:x}}}", static_cast<unsigned>(point.value));
+  } else {
+    out += point.bytes;
+  }
+}
+
+}  // namespace
+
+CodePoint nextCodePoint(std::string_view text) {
+  const auto lead = static_cast<unsigned char>(text.front());
+  const CodePoint broken{lead, text.substr(0, 1), false};
+  const std::size_t length = sequenceLength(lead);
+  if (length == 0 || length > text.size()) return broken;
+  char32_t value = length == 1 ? lead : lead & (0xFFu >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) {
+    const auto next = static_cast<unsigned char>(text[i]);
+    if ((next & 0xC0) != 0x80) return broken;
+    value = (value << 6) | (next & 0x3Fu);
+  }
+  if (!isScalar(value, length)) return broken;
+  return {value, text.substr(0, length), true};
+}
+
+int columnsOf(char32_t c) {
+  if (c < 0x300) return 1;
+  if (contains(kZeroWidth, c)) return 0;
+  return contains(kWide, c) ? 2 : 1;
+}
+
+std::size_t displayWidth(std::string_view text) {
+  std::size_t width = 0;
+  while (!text.empty()) {
+    const CodePoint point = nextCodePoint(text);
+    width += static_cast<std::size_t>(columnsOf(point.value));
+    text.remove_prefix(point.bytes.size());
+  }
+  return width;
+}
+
+std::string visible(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  while (!text.empty()) {
+    const CodePoint point = nextCodePoint(text);
+    appendVisible(out, point);
+    text.remove_prefix(point.bytes.size());
+  }
+  return out;
+}
+
+}  // namespace tarlo::app

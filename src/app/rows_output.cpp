@@ -1,0 +1,89 @@
+#include "app/rows_output.h"
+
+#include <fmt/format.h>
+
+#include "app/csv.h"
+#include "app/display_width.h"
+#include "app/json_value.h"
+#include "variant/convert.h"
+
+namespace tarlo::app {
+namespace {
+
+std::vector<std::string> titlesOf(const database::Recordset& rows) {
+  std::vector<std::string> titles;
+  for (std::size_t i = 0; i < rows.fieldCount(); ++i) titles.push_back(rows.fieldName(i));
+  return titles;
+}
+
+// Calls `write` for each row, stops when nobody reads any more, and gives the number of rows.
+template <class Write>
+std::size_t eachRow(const std::ostream& out, database::Recordset& rows, std::size_t maxRows,
+                    Write&& write) {
+  std::size_t count = 0;
+  while (count < maxRows && !rows.atEnd() && out.good()) {
+    write(count++);
+    if (count < maxRows) rows.moveNext();
+  }
+  return count;
+}
+
+std::size_t writeTable(std::ostream& out, database::Recordset& rows, std::size_t maxRows) {
+  Table table(out, titlesOf(rows));
+  const std::size_t count = eachRow(out, rows, maxRows, [&](std::size_t) {
+    std::vector<Cell> cells;
+    for (std::size_t i = 0; i < rows.fieldCount(); ++i) cells.push_back(cellOf(rows.value(i)));
+    table.add(std::move(cells));
+  });
+  table.finish();
+  out << fmt::format("({} row{})\n", count, count == 1 ? "" : "s");
+  return count;
+}
+
+std::size_t writeJson(std::ostream& out, database::Recordset& rows, std::size_t maxRows) {
+  out << "{\"columns\": " << jsonText(Json(titlesOf(rows))) << ", \"rows\": [";
+  const std::size_t count = eachRow(out, rows, maxRows, [&](std::size_t row) {
+    Json cells = Json::array();
+    for (std::size_t i = 0; i < rows.fieldCount(); ++i) cells.push_back(toJson(rows.value(i)));
+    out << (row == 0 ? "\n" : ",\n") << jsonText(cells);
+  });
+  out << (count == 0 ? "]}\n" : "\n]}\n");
+  return count;
+}
+
+std::size_t writeCsv(std::ostream& out, database::Recordset& rows, std::size_t maxRows) {
+  std::string line;
+  for (const std::string& title : titlesOf(rows)) {
+    line += (line.empty() ? "" : ",") + csvField(std::string_view(title));
+  }
+  out << line << "\r\n";
+  return eachRow(out, rows, maxRows, [&](std::size_t) {
+    line.clear();
+    for (std::size_t i = 0; i < rows.fieldCount(); ++i) {
+      if (i > 0) line += ',';
+      line += csvField(rows.value(i));
+    }
+    out << line << "\r\n";
+  });
+}
+
+}  // namespace
+
+Cell cellOf(const Variant& value) {
+  if (value.isNull()) return {"NULL", false};
+  return {visible(variant::toText(value)), value.isNumber()};
+}
+
+std::size_t writeRows(std::ostream& out, database::Recordset& rows, RowFormat format,
+                      std::size_t maxRows) {
+  switch (format) {
+    case RowFormat::Json:
+      return writeJson(out, rows, maxRows);
+    case RowFormat::Csv:
+      return writeCsv(out, rows, maxRows);
+    default:
+      return writeTable(out, rows, maxRows);
+  }
+}
+
+}  // namespace tarlo::app

@@ -1,0 +1,70 @@
+#include "compile/grammar.h"
+
+#include <array>
+#include <cmath>
+
+#include "variant/convert.h"
+#include "variant/runtime_error.h"
+#include "variant/text.h"
+
+namespace tarlo::compile {
+
+std::string_view piece(const Pieces& pieces, std::size_t i) {
+  if (i >= pieces.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  return pieces[i];
+}
+
+double number(std::string_view token) {
+  return variant::toDouble(Variant(token));
+}
+
+std::string_view computedItem(std::string_view computed, double token) {
+  const std::int32_t index = variant::toInt32(Variant(std::abs(token) - 1));
+  if (index < 0) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  return piece(variant::split(computed, ";"), static_cast<std::size_t>(index));
+}
+
+std::string_view computedName(std::string_view item) {
+  const std::size_t colon = item.find(':');
+  if (colon == std::string_view::npos) throw RuntimeError(ErrorNumber::InvalidCall);
+  return item.substr(0, colon);
+}
+
+std::string_view computedExpression(std::string_view item) {
+  const std::size_t colon = item.find(':');
+  return colon == std::string_view::npos ? item : item.substr(colon + 1);
+}
+
+std::vector<ExpressionToken> expressionTokens(std::string_view expression) {
+  std::vector<ExpressionToken> tokens;
+  for (std::string_view text : variant::split(expression, "]")) {
+    const Pieces pieces = variant::split(text, "[");
+    ExpressionToken token{text, pieces.empty() ? std::string_view() : pieces[0], std::nullopt};
+    if (pieces.size() > 1) token.reference = pieces[1];
+    tokens.push_back(token);
+  }
+  return tokens;
+}
+
+std::optional<std::string_view> comparisonOperator(std::string_view code) {
+  static constexpr std::array<std::string_view, 8> kOperators = {
+      ">", "<", "<>", ">=", "<=", "Like", "=", "Not Like"};
+  const double value = number(code);
+  for (std::size_t i = 0; i < kOperators.size(); ++i) {
+    if (value == static_cast<double>(i + 1)) return kOperators[i];
+  }
+  return std::nullopt;
+}
+
+bool isExpressionValue(std::string_view value) {
+  return value.find('(') != std::string_view::npos && value.find(')') != std::string_view::npos;
+}
+
+std::optional<std::string_view> statisticsFunction(std::string_view code) {
+  static constexpr std::array<std::string_view, 6> kFunctions = {"MAX", "MIN",   "AVG",
+                                                                 "SUM", "COUNT", ""};
+  if (code.size() != 1 || code[0] < '1' || code[0] > '6') return std::nullopt;
+  return kFunctions[static_cast<std::size_t>(code[0] - '1')];
+}
+
+}  // namespace tarlo::compile

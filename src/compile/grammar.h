@@ -1,0 +1,51 @@
+#pragma once
+// The serialised strings of a scheme, taken apart: lists, computed fields, expressions and filter
+// conditions. Nothing is escaped in them, so taking apart is splitting. The compilers differ in
+// what they do with the pieces, not in how they find them.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "variant/variant.h"
+
+namespace tarlo::compile {
+
+using Pieces = std::vector<std::string_view>;
+
+// Piece i of a split text; error 9 when there is no such piece.
+std::string_view piece(const Pieces& pieces, std::size_t i);
+
+// A number as the tests on tokens and codes read it; error 13 for text that is none.
+double number(std::string_view token);
+
+// The computed field that the token -<n> means, from the list `computed`: item |n| - 1 from 0.
+// Error 9 when the list has no such item.
+std::string_view computedItem(std::string_view computed, double token);
+// Text in front of the first ":" of an item; error 5 when it has none.
+std::string_view computedName(std::string_view item);
+// Text behind the first ":" of an item, the whole of it when it has none.
+std::string_view computedExpression(std::string_view item);
+
+// One token of an expression: literal text, and the field reference that follows it.
+struct ExpressionToken {
+  std::string_view text;                      // the whole token
+  std::string_view literal;                   // in front of the first "["
+  std::optional<std::string_view> reference;  // a field id; text behind a second "[" is lost
+};
+std::vector<ExpressionToken> expressionTokens(std::string_view expression);
+
+// The comparison operator of a code, 1 to 8; nothing for any other number. Error 13 when the code
+// is no number.
+std::optional<std::string_view> comparisonOperator(std::string_view code);
+
+// Whether a comparison value is SQL text rather than a literal: it holds "(" and ")" anywhere.
+bool isExpressionValue(std::string_view value);
+
+// The function of a statistics code, compared as text; "" for the field itself, nothing for an
+// unknown code.
+std::optional<std::string_view> statisticsFunction(std::string_view code);
+
+}  // namespace tarlo::compile

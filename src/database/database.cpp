@@ -1,0 +1,40 @@
+#include "database/database.h"
+
+#include <fmt/format.h>
+
+#include "database/sqlite/database.h"
+
+namespace tarlo::database {
+
+Lease::Lease(Database& database, std::unique_ptr<Connection> connection)
+    : database_(&database), connection_(std::move(connection)) {}
+
+Lease::~Lease() {
+  if (connection_) database_->giveBack(std::move(connection_));
+}
+
+std::unique_ptr<Database> openDatabase(std::string_view connectionString,
+                                       const OpenOptions& options) {
+  constexpr std::string_view kSqlite = "sqlite:";
+  if (connectionString.starts_with(kSqlite)) {
+    return openSqliteDatabase(std::string(connectionString.substr(kSqlite.size())), options);
+  }
+  // The string may hold a password, so only what stands in front of the colon is shown.
+  const std::string_view engine = connectionString.substr(0, connectionString.find(':'));
+  const std::string text =
+      engine.size() == connectionString.size()
+          ? "The connection string names no engine; it must begin with \"sqlite:\"."
+          : fmt::format("There is no database engine \"{}\"; the known one is \"sqlite\".", engine);
+  throw DatabaseError(kConnectionFailed, text,
+                      {.engine = "", .code = 0, .sqlState = "08001", .text = text});
+}
+
+Database& Registry::find(std::string_view connectionString) {
+  const std::lock_guard lock(mutex_);
+  const auto found = databases_.find(connectionString);
+  if (found != databases_.end()) return *found->second;
+  auto opened = openDatabase(connectionString, options_);
+  return *databases_.emplace(connectionString, std::move(opened)).first->second;
+}
+
+}  // namespace tarlo::database

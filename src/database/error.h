@@ -1,0 +1,38 @@
+#pragma once
+// A failed database call. Users never see its text; the log does.
+
+#include <string>
+
+#include "tsql/error.h"
+#include "variant/runtime_error.h"
+
+namespace tarlo::database {
+
+// Numbers follow ADO: a refused or failing statement, a lost or unopenable database, a time-out.
+inline constexpr int kStatementFailed = -2147217900;   // 0x80040E14
+inline constexpr int kConnectionFailed = -2147467259;  // 0x80004005
+inline constexpr int kTimeout = -2147217871;           // 0x80040E31
+inline constexpr int kConstraint = -2147217873;        // 0x80040E2F
+inline constexpr int kNoSuchField = 3265;              // item not found in the collection
+
+class DatabaseError : public RuntimeError {
+ public:
+  struct Native {
+    std::string engine;    // "sqlite", or "tsql" for a statement that the front end refused
+    int code = 0;          // the engine's own (extended) code, 0 for "tsql"
+    std::string sqlState;  // five characters; "42000" for a refused statement
+    std::string text;      // the engine's own message
+  };
+  DatabaseError(int number, std::string description, Native native)
+      : RuntimeError(number, std::move(description), "database"), native_(std::move(native)) {}
+
+  const Native& native() const { return native_; }
+
+ private:
+  Native native_;
+};
+
+// What the front end refused, as a database error: its message with the position, state 42000.
+DatabaseError refusedStatement(const tsql::StatementError& error);
+
+}  // namespace tarlo::database

@@ -1,0 +1,16 @@
+#pragma once
+// Procedures by name, for engines that have none of their own.
+
+#include <map>
+#include <string>
+
+#include "database/connection.h"
+#include "variant/text.h"
+
+namespace tarlo::database {
+
+struct ProcedureTable {
+  std::map<std::string, Procedure> byFoldedName;  // keys: variant::foldedName
+};
+
+}  // namespace tarlo::database

@@ -1,0 +1,140 @@
+#include "database/sqlite/connection.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace tarlo::database {
+
+SqliteConnection::SqliteConnection(SqliteHandle handle, TranslationCache& translations,
+                                   const ProcedureTable& procedures, Settings settings)
+    : handle_(std::move(handle)),
+      translations_(translations),
+      settings_(settings),
+      deadline_(settings.commandTimeout),
+      catalogue_(handle_.get(), procedures),
+      statements_(handle_.get()) {
+  deadline_.install(handle_.get());
+}
+
+void SqliteConnection::execute(std::string_view sql) {
+  run(sql, Want::Nothing);
+}
+
+std::unique_ptr<Recordset> SqliteConnection::open(std::string_view sql) {
+  return run(sql, Want::Rows);
+}
+
+std::string SqliteConnection::explainTranslation(std::string_view sql) {
+  beginCall();
+  const TranslationPtr translation = translationOf(sql);
+  std::string text;
+  for (const tsql::Step& step : translation->translation.steps) {
+    if (!text.empty()) text += '\n';
+    text += step.text;
+  }
+  return text;
+}
+
+tsql::Catalogue& SqliteConnection::catalogue() {
+  beginCall();
+  refreshCatalogue();
+  return catalogue_;
+}
+
+DatabaseError SqliteConnection::failure(int code, SqliteCall call) {
+  // A database in memory is gone with its connection, so that one is kept whatever happens.
+  if (losesConnection(code) && !settings_.inMemory) lost_ = true;
+  return sqliteError(handle_.get(), code, call);
+}
+
+bool SqliteConnection::refreshCatalogue() {
+  if (!catalogue_.refresh()) return false;
+  // Translations of another version are never used again, nor is what was prepared from them.
+  statements_.clear();
+  return true;
+}
+
+bool SqliteConnection::schemaChanged(const CachedTranslation& translation) {
+  refreshCatalogue();
+  return catalogue_.version() != translation.schemaVersion;
+}
+
+void SqliteConnection::schemaTouched() {
+  catalogue_.forget();
+  statements_.clear();
+  if (!sqlite3_get_autocommit(handle_.get())) ddlPending_ = true;
+}
+
+TranslationPtr SqliteConnection::translationOf(std::string_view sql) {
+  if (!tsql::shapeOf(sql, shape_)) {
+    shape_ = {};
+    return translate(sql, false);
+  }
+  TranslationPtr translation = translations_.find(shape_);
+  if (translation && translation->schemaVersion == catalogue_.version()) return translation;
+  if (translation && !schemaChanged(*translation)) return translation;
+  return translate(sql, true);
+}
+
+TranslationPtr SqliteConnection::translate(std::string_view sql, bool hasShape) {
+  constexpr int kAttempts = 4;
+  auto made = std::make_shared<CachedTranslation>();
+  try {
+    // Another process may change the schema while its tables are read.
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+      refreshCatalogue();
+      made->translation = tsql::translate(sql, catalogue_, {tsql::Dialect::Sqlite, allowDdl_});
+      if (!refreshCatalogue()) break;
+    }
+  } catch (const tsql::StatementError& error) {
+    throw refusedStatement(error);
+  }
+  made->schemaVersion = catalogue_.version();
+  const auto& steps = made->translation.steps;
+  const bool isDdl = std::any_of(steps.begin(), steps.end(), [](const tsql::Step& step) {
+    return step.role == tsql::StepRole::Ddl;
+  });
+  // A version number inside a transaction that changed the schema may come to mean something else
+  // when that is rolled back. DDL is kept out since it depends on who may run it.
+  if (hasShape && !isDdl && !ddlPending_) translations_.insert(shape_, made);
+  return made;
+}
+
+void SqliteConnection::execSimple(const char* text) {
+  const int code = sqlite3_exec(handle_.get(), text, nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) fail(code, SqliteCall::Run);
+}
+
+void SqliteConnection::begin() {
+  beginCall();
+  // Takes the write lock at once: two transactions that both read and then write would otherwise
+  // stop each other.
+  execSimple("BEGIN IMMEDIATE");
+}
+
+void SqliteConnection::commit() {
+  beginCall();
+  execSimple("COMMIT");
+  ddlPending_ = false;
+}
+
+void SqliteConnection::rollback() noexcept {
+  // Some failures have rolled back already.
+  if (!sqlite3_get_autocommit(handle_.get())) {
+    sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+  }
+  if (ddlPending_) {
+    catalogue_.forget();
+    statements_.clear();
+    ddlPending_ = false;
+  }
+}
+
+void SqliteConnection::reset() noexcept {
+  rollback();
+  identityInsert_.clear();
+  allowDdl_ = false;
+  deadline_.setLimit(settings_.commandTimeout);
+}
+
+}  // namespace tarlo::database

@@ -1,0 +1,92 @@
+#pragma once
+// A connection to a SQLite file: finds or makes the translation, binds the literals, runs the
+// steps, and starts over when the schema turns out to have changed.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "database/pool.h"
+#include "database/sqlite/bind.h"
+#include "database/sqlite/catalogue.h"
+#include "database/sqlite/deadline.h"
+#include "database/sqlite/errors.h"
+#include "database/sqlite/open.h"
+#include "database/sqlite/recordset.h"
+#include "database/sqlite/statement_cache.h"
+#include "database/translation_cache.h"
+
+namespace tarlo::database {
+
+class SqliteConnection final : public PooledConnection {
+ public:
+  struct Settings {
+    std::chrono::milliseconds commandTimeout{30'000};
+    bool inMemory = false;
+  };
+  // The caches' and the procedures' owner outlives the connection.
+  SqliteConnection(SqliteHandle handle, TranslationCache& translations,
+                   const ProcedureTable& procedures, Settings settings);
+
+  void execute(std::string_view sql) override;
+  std::unique_ptr<Recordset> open(std::string_view sql) override;
+  std::string explainTranslation(std::string_view sql) override;
+  tsql::Catalogue& catalogue() override;
+  void allowDdl(bool allowed) override { allowDdl_ = allowed; }
+  void setCommandTimeout(std::chrono::milliseconds timeout) override {
+    deadline_.setLimit(timeout);
+  }
+  bool isLost() const override { return lost_; }
+  void reset() noexcept override;
+
+  // For its recordsets: a call begins; a call failed.
+  void beginCall() { deadline_.restart(); }
+  [[noreturn]] void fail(int code, SqliteCall call) { throw failure(code, call); }
+
+ protected:
+  void begin() override;
+  void commit() override;
+  void rollback() noexcept override;
+
+ private:
+  enum class Want { Nothing, Rows };
+  // Whether a run went through, or met another schema than the one it was translated for.
+  enum class Outcome { Done, SchemaChanged };
+  class WriteScope;
+
+  DatabaseError failure(int code, SqliteCall call);
+  TranslationPtr translationOf(std::string_view sql);
+  TranslationPtr translate(std::string_view sql, bool hasShape);
+  bool refreshCatalogue();
+  bool schemaChanged(const CachedTranslation& translation);
+
+  std::unique_ptr<Recordset> run(std::string_view sql, Want want);
+  Outcome runSteps(const TranslationPtr& translation, std::string_view sql, Want want,
+                   std::unique_ptr<Recordset>& rows);
+  Outcome runStep(const TranslationPtr& translation, std::size_t index, std::string_view sql,
+                  Want want, std::unique_ptr<Recordset>& rows);
+  // Empty when the schema has changed.
+  StatementCache::Use prepare(const TranslationPtr& translation, std::size_t key,
+                              const tsql::Step& step);
+  void bind(const StatementCache::Use& use, const tsql::Step& step, std::string_view sql,
+            TextLife life);
+  Outcome runRows(StatementCache::Use& use, int& code);
+  void runWrite(const StatementCache::Use& use, std::vector<Variant>& returned);
+  void schemaTouched();
+  void applyIdentityInsert(const tsql::Translation& translation);
+  void execSimple(const char* text);
+
+  SqliteHandle handle_;
+  TranslationCache& translations_;
+  Settings settings_;
+  Deadline deadline_;
+  SqliteCatalogue catalogue_;
+  StatementCache statements_;
+  tsql::Shape shape_;  // of the statement at hand; kept for its capacity
+  bool allowDdl_ = false;
+  bool ddlPending_ = false;  // in the open transaction
+  bool lost_ = false;
+  std::string identityInsert_;  // folded name of the table it is on for, or ""
+};
+
+}  // namespace tarlo::database

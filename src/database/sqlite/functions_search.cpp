@@ -1,0 +1,174 @@
+// Searching in texts: CHARINDEX, REPLACE and LIKE, which see neither case nor width.
+
+#include <algorithm>
+#include <vector>
+
+#include "database/sqlite/function_call.h"
+#include "database/sqlite/text_fold.h"
+
+namespace tarlo::database {
+namespace {
+
+constexpr std::size_t kMostBytes = 2'000'000;
+constexpr std::size_t kMostPattern = 8000;
+
+// A folded text and where each of its characters starts in the bytes.
+struct Searched {
+  explicit Searched(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+      starts.push_back(at);
+      characters.push_back(foldCharacter(decodeCharacter(text, at)));
+    }
+    starts.push_back(text.size());
+  }
+  std::u32string characters;
+  std::vector<std::size_t> starts;
+};
+
+std::int64_t unitsOf(char32_t c) {
+  return c >= 0x10000 && c < 0x110000 ? 2 : 1;
+}
+
+// tsql_charindex(wanted, text, start)
+void charIndex(FunctionCall& call) {
+  const std::u32string wanted = foldText(call.text(0));
+  const std::u32string text = foldText(call.text(1));
+  if (wanted.empty()) return call.give(std::int64_t{0});
+  const std::int64_t start = std::max<std::int64_t>(call.integer(2), 1);
+  std::size_t from = 0;
+  std::int64_t unit = 1;
+  while (from < text.size() && unit < start) unit += unitsOf(text[from++]);
+  const std::size_t found = unit < start ? std::u32string::npos : text.find(wanted, from);
+  if (found == std::u32string::npos) return call.give(std::int64_t{0});
+  for (; from < found; ++from) unit += unitsOf(text[from]);
+  call.give(unit);
+}
+
+// tsql_replace(text, wanted, by)
+void replace(FunctionCall& call) {
+  const std::string_view text = call.text(0);
+  const std::u32string wanted = foldText(call.text(1));
+  if (wanted.empty()) return call.giveSame(0);
+  const Searched searched(text);
+  std::string result;
+  std::size_t from = 0;
+  for (;;) {
+    const std::size_t found = searched.characters.find(wanted, from);
+    if (found == std::u32string::npos) break;
+    result += text.substr(searched.starts[from], searched.starts[found] - searched.starts[from]);
+    result += call.text(2);
+    if (result.size() > kMostBytes) throw FunctionError("REPLACE makes too long a text");
+    from = found + wanted.size();
+  }
+  result += text.substr(searched.starts[from]);
+  call.give(std::string_view(result));
+}
+
+// One element of a LIKE pattern: a character, `_`, `%` or a set in brackets.
+struct Element {
+  enum class Kind { Character, Any, AnyRun, Set } kind = Kind::Character;
+  char32_t character = 0;
+  bool negated = false;
+  std::vector<std::pair<char32_t, char32_t>> ranges;
+
+  bool takes(char32_t c) const {
+    if (kind == Kind::Character) return c == character;
+    if (kind != Kind::Set) return true;
+    const bool in = std::any_of(ranges.begin(), ranges.end(), [c](const auto& range) {
+      return c >= range.first && c <= range.second;
+    });
+    return in != negated;
+  }
+};
+
+// Reads `[a-c]` or `[^x]` from the bracket at `at`; a bracket that is never closed takes nothing.
+Element readSet(const std::u32string& pattern, std::size_t& at) {
+  Element set;
+  set.kind = Element::Kind::Set;
+  std::size_t i = at + 1;
+  if (i < pattern.size() && pattern[i] == U'^') {
+    set.negated = true;
+    ++i;
+  }
+  const std::size_t close = pattern.find(U']', i);
+  const std::size_t end = std::min(close, pattern.size());
+  while (i < end) {
+    const char32_t first = pattern[i];
+    const bool isRange = i + 2 < end && pattern[i + 1] == U'-';
+    set.ranges.emplace_back(first, isRange ? pattern[i + 2] : first);
+    i += isRange ? 3 : 1;
+  }
+  if (close == std::u32string::npos) set = Element{Element::Kind::Set, 0, false, {}};
+  at = end + 1;
+  return set;
+}
+
+std::vector<Element> readPattern(const std::u32string& pattern) {
+  std::vector<Element> elements;
+  for (std::size_t at = 0; at < pattern.size();) {
+    const char32_t c = pattern[at];
+    if (c == U'[') {
+      elements.push_back(readSet(pattern, at));
+      continue;
+    }
+    Element element;
+    element.character = c;
+    if (c == U'_') element.kind = Element::Kind::Any;
+    if (c == U'%') element.kind = Element::Kind::AnyRun;
+    elements.push_back(std::move(element));
+    ++at;
+  }
+  return elements;
+}
+
+// Greedy with one point of return, so that the time is at most length times length.
+bool matches(const std::vector<Element>& pattern, std::u32string_view text) {
+  std::size_t p = 0, t = 0, returnPattern = pattern.size(), returnText = 0;
+  bool canReturn = false;
+  while (t < text.size()) {
+    if (p < pattern.size() && pattern[p].kind == Element::Kind::AnyRun) {
+      canReturn = true;
+      returnPattern = ++p;
+      returnText = t;
+    } else if (p < pattern.size() && pattern[p].takes(text[t])) {
+      ++p;
+      ++t;
+    } else if (canReturn) {
+      p = returnPattern;
+      t = ++returnText;
+    } else {
+      return false;
+    }
+  }
+  while (p < pattern.size() && pattern[p].kind == Element::Kind::AnyRun) ++p;
+  return p == pattern.size();
+}
+
+// tsql_like(pattern, text). Blanks at the end of the text may be left over, those of the pattern
+// count.
+void like(FunctionCall& call) {
+  if (call.text(0).size() > kMostPattern * 3) throw FunctionError("the LIKE pattern is too long");
+  const auto pattern = readPattern(foldText(call.text(0)));
+  const std::u32string text = foldText(call.text(1));
+  const std::size_t last = text.find_last_not_of(U' ');
+  const std::size_t shortest = last == std::u32string::npos ? 0 : last + 1;
+  bool found = matches(pattern, text);
+  for (std::size_t size = shortest; !found && size < text.size(); ++size) {
+    found = matches(pattern, std::u32string_view(text).substr(0, size));
+  }
+  call.give(static_cast<std::int64_t>(found));
+}
+
+constexpr FunctionRow kRows[] = {
+    {"tsql_charindex", 3, charIndex},
+    {"tsql_replace", 3, replace},
+    {"tsql_like", 2, like},
+};
+
+}  // namespace
+
+std::span<const FunctionRow> searchFunctions() {
+  return kRows;
+}
+
+}  // namespace tarlo::database

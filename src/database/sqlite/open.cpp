@@ -1,0 +1,103 @@
+#include "database/sqlite/open.h"
+
+#include <filesystem>
+
+#include <fmt/format.h>
+
+#include "database/sqlite/errors.h"
+#include "database/sqlite/functions.h"
+
+namespace tarlo::database {
+namespace {
+
+std::string whyNot(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code ignored;
+  const fs::path file(path);
+  if (path.empty()) return "The connection string names no database file.";
+  if (fs::is_directory(file, ignored)) {
+    return fmt::format("{} is a folder, not a database file.", path);
+  }
+  const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+  if (!fs::exists(folder, ignored)) {
+    return fmt::format("The folder of the database file {} does not exist.", path);
+  }
+  if (!fs::exists(file, ignored)) return fmt::format("There is no database file {}.", path);
+  return fmt::format("The database file {} cannot be opened.", path);
+}
+
+[[noreturn]] void throwUnopenable(const std::string& path, int code, std::string text) {
+  throw DatabaseError(
+      kConnectionFailed, whyNot(path),
+      {.engine = "sqlite", .code = code, .sqlState = "08001", .text = std::move(text)});
+}
+
+void run(sqlite3* handle, const char* text) {
+  const int code = sqlite3_exec(handle, text, nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) throw sqliteError(handle, code, SqliteCall::Open);
+}
+
+void setSwitch(sqlite3* handle, int option, int on) {
+  const int code = sqlite3_db_config(handle, option, on, nullptr);
+  if (code != SQLITE_OK) throw sqliteError(handle, code, SqliteCall::Open);
+}
+
+void configure(sqlite3* handle, const OpenOptions& options) {
+  sqlite3_extended_result_codes(handle, 1);
+  sqlite3_busy_timeout(handle, static_cast<int>(options.busyTimeout.count()));
+  // An unknown "name" must be an error, not a text.
+  setSwitch(handle, SQLITE_DBCONFIG_DQS_DML, 0);
+  setSwitch(handle, SQLITE_DBCONFIG_DQS_DDL, 0);
+  setSwitch(handle, SQLITE_DBCONFIG_ENABLE_FKEY, 0);
+  // A file may come from elsewhere: its views and triggers get no dangerous function, and no
+  // statement can write to the file's own tables.
+  setSwitch(handle, SQLITE_DBCONFIG_DEFENSIVE, 1);
+  setSwitch(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0);
+  setSwitch(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0);
+  // A plan does not depend on the values bound, so a prepared statement is made anew only when the
+  // schema has changed: that is how a connection notices.
+  setSwitch(handle, SQLITE_DBCONFIG_ENABLE_QPSG, 1);
+}
+
+}  // namespace
+
+SqliteStatement prepareSqlite(sqlite3* handle, const char* text) {
+  sqlite3_stmt* statement = nullptr;
+  const int code =
+      sqlite3_prepare_v3(handle, text, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+  if (code != SQLITE_OK) throw sqliteError(handle, code, SqliteCall::Prepare);
+  return SqliteStatement(statement);
+}
+
+SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
+                            const ProcedureTable& procedures) {
+  // SQLite takes "" for a database on disk that vanishes with the connection.
+  if (path.empty()) throwUnopenable(path, SQLITE_CANTOPEN, "");
+  // One thread at a time uses a connection, so the handle needs no lock of its own.
+  int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
+  if (options.create) flags |= SQLITE_OPEN_CREATE;
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  SqliteHandle handle(opened);
+  if (code != SQLITE_OK) {
+    throwUnopenable(path, code, opened ? sqlite3_errmsg(opened) : sqlite3_errstr(code));
+  }
+  configure(handle.get(), options);
+  const bool readOnly = sqlite3_db_readonly(handle.get(), "main") == 1;
+  if (readOnly && options.create) {
+    throw DatabaseError(
+        kConnectionFailed, fmt::format("The database file {} can only be read.", path),
+        {.engine = "sqlite", .code = SQLITE_READONLY, .sqlState = "08001", .text = ""});
+  }
+  // Readers and a writer do not stop each other in this mode. The file remembers it.
+  if (!readOnly) run(handle.get(), "PRAGMA journal_mode=WAL");
+  // With the log, NORMAL leaves the file whole but may lose the last commits when the power fails.
+  // A page that has said "saved" must be right, so every commit waits for the disk.
+  run(handle.get(), "PRAGMA synchronous=FULL");
+  // The first read: a file that is no database is told here.
+  run(handle.get(), "PRAGMA schema_version");
+  registerSqliteFunctions(handle.get(), procedures);
+  return handle;
+}
+
+}  // namespace tarlo::database

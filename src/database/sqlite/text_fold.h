@@ -1,0 +1,27 @@
+#pragma once
+// When two texts are the same to a statement: case, the width of a character (full or half) and
+// trailing blanks do not count. Order is by code point of the folded text; the language's own order
+// (pinyin) is not attempted.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tarlo::database {
+
+// The character at `at`, which moves behind it. A byte that is not UTF-8 stands for itself above
+// the last code point, so that it equals nothing else.
+char32_t decodeCharacter(std::string_view text, std::size_t& at);
+
+char32_t foldCharacter(char32_t character);
+char32_t lowerCharacter(char32_t character);
+char32_t upperCharacter(char32_t character);
+
+// Folded character by character; trailing blanks stay.
+std::u32string foldText(std::string_view text);
+// Negative, 0 or positive, by folded code points, trailing blanks ignored.
+int compareFolded(std::string_view a, std::string_view b);
+
+std::string encodeText(std::u32string_view characters);
+
+}  // namespace tarlo::database

@@ -1,0 +1,153 @@
+#include "database/sqlite/values.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "variant/convert.h"
+
+namespace tarlo::database {
+namespace {
+
+std::string_view textOf(sqlite3_stmt* statement, int i) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
+  if (!text) return {};
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement, i))};
+}
+
+Variant integer(std::int64_t number) {
+  if (number < std::numeric_limits<std::int32_t>::min() ||
+      number > std::numeric_limits<std::int32_t>::max()) {
+    return Variant(number);
+  }
+  return Variant(static_cast<std::int32_t>(number));
+}
+
+Variant asStored(sqlite3_stmt* statement, int i, int storage) {
+  switch (storage) {
+    case SQLITE_INTEGER:
+      return integer(sqlite3_column_int64(statement, i));
+    case SQLITE_FLOAT:
+      return Variant(sqlite3_column_double(statement, i));
+    default:
+      return Variant(textOf(statement, i));
+  }
+}
+
+// Adds one to the last digit of a number without sign, with a point perhaps.
+void roundUp(std::string& digits) {
+  for (std::size_t i = digits.size(); i-- > 0;) {
+    if (digits[i] == '.') continue;
+    if (digits[i] != '9') {
+      ++digits[i];
+      return;
+    }
+    digits[i] = '0';
+  }
+  digits.insert(digits.begin(), '1');
+}
+
+// "YYYY-MM-DD" with an optional " HH:MM:SS" and ".mmm": the form in which dates are stored.
+std::optional<variant::CalendarTime> calendarOf(std::string_view text) {
+  constexpr std::string_view kForm = "0000-00-00 00:00:00.000";
+  if (text.size() != 10 && text.size() != 19 && text.size() != kForm.size()) return {};
+  std::array<int, 7> parts{};
+  std::size_t part = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (kForm[i] != '0') {
+      if (text[i] != kForm[i]) return {};
+      ++part;
+    } else if (text[i] < '0' || text[i] > '9') {
+      return {};
+    } else {
+      parts[part] = parts[part] * 10 + (text[i] - '0');
+    }
+  }
+  return variant::CalendarTime{parts[0], parts[1], parts[2], parts[3],
+                               parts[4], parts[5], parts[6]};
+}
+
+bool exists(const variant::CalendarTime& time) {
+  constexpr std::array kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  constexpr int kFirstYear = 100;  // of a Date
+  if (time.year < kFirstYear || time.month < 1 || time.month > 12 || time.day < 1) return false;
+  const bool leap = (time.year % 4 == 0 && time.year % 100 != 0) || time.year % 400 == 0;
+  const int days =
+      kDays[static_cast<std::size_t>(time.month - 1)] + (time.month == 2 && leap ? 1 : 0);
+  return time.day <= days && time.hour < 24 && time.minute < 60 && time.second < 60;
+}
+
+Variant date(sqlite3_stmt* statement, int i) {
+  const std::string_view text = textOf(statement, i);
+  const auto time = calendarOf(text);
+  if (!time || !exists(*time)) return Variant(text);
+  return Variant(variant::dateOf(*time));
+}
+
+Variant wholeNumber(sqlite3_stmt* statement, int i) {
+  const double number = sqlite3_column_double(statement, i);
+  constexpr double kLimit = 9223372036854775807.0;
+  if (number != std::trunc(number) || std::fabs(number) >= kLimit) return Variant(number);
+  return integer(static_cast<std::int64_t>(number));
+}
+
+}  // namespace
+
+variant::Decimal roundedDecimal(double number, int scale) {
+  // The shortest digits that mean this number are the ones people see, so the rounding starts from
+  // them: 2.675 is a tie although the nearest double lies below it.
+  std::array<char, 400> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(number),
+                                 std::chars_format::fixed)
+                       .ptr;
+  std::string digits(buffer.data(), end);
+  const std::size_t point = digits.find('.');
+  if (point != std::string::npos) {
+    const std::size_t kept = point + 1 + static_cast<std::size_t>(scale);
+    if (digits.size() > kept) {
+      const bool up = digits[kept] >= '5';
+      digits.resize(kept);
+      if (up) roundUp(digits);
+    }
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') digits.pop_back();
+  }
+  if (number < 0 && digits != "0") digits.insert(digits.begin(), '-');
+  return {std::move(digits)};
+}
+
+Variant readColumn(sqlite3_stmt* statement, int i, tsql::Type type) {
+  const int storage = sqlite3_column_type(statement, i);
+  if (storage == SQLITE_NULL) return Variant(variant::Null{});
+  const bool number = storage == SQLITE_INTEGER || storage == SQLITE_FLOAT;
+  switch (type.kind) {
+    case tsql::Kind::Text:
+      return Variant(textOf(statement, i));
+    case tsql::Kind::Int:
+      if (storage == SQLITE_FLOAT) return wholeNumber(statement, i);
+      break;
+    case tsql::Kind::Float:
+      if (number) return Variant(sqlite3_column_double(statement, i));
+      break;
+    case tsql::Kind::Decimal:
+      if (storage == SQLITE_INTEGER) {
+        return Variant(variant::Decimal{std::to_string(sqlite3_column_int64(statement, i))});
+      }
+      if (number && std::isfinite(sqlite3_column_double(statement, i))) {
+        return Variant(roundedDecimal(sqlite3_column_double(statement, i), type.scale));
+      }
+      break;
+    case tsql::Kind::Date:
+      if (!number) return date(statement, i);
+      break;
+    case tsql::Kind::Null:
+      break;
+  }
+  return asStored(statement, i, storage);
+}
+
+}  // namespace tarlo::database

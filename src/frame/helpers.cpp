@@ -1,0 +1,86 @@
+#include "frame/helpers.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+#include "variant/compare.h"
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::frame {
+namespace {
+
+struct Rewriting {
+  char from;
+  std::string_view to;
+};
+
+// All rewritings in one pass. The same as one after the other, since no character that a rewriting
+// brings in is rewritten by a later one.
+template <std::size_t N>
+std::string rewritten(std::string_view text, const std::array<Rewriting, N>& rewritings) {
+  std::string result;
+  result.reserve(text.size() + 2);
+  for (const char c : text) {
+    const auto found = std::ranges::find(rewritings, c, &Rewriting::from);
+    if (found == rewritings.end()) {
+      result += c;
+    } else {
+      result += found->to;
+    }
+  }
+  return result;
+}
+
+constexpr std::array<Rewriting, 4> kLiteralText = {
+    {{'\'', "''"}, {'<', "＜"}, {'>', "＞"}, {'"', "&quot;"}}};
+constexpr std::array<Rewriting, 5> kAttributeText = {
+    {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'\'', "''"}, {'"', "&quot;"}}};
+
+}  // namespace
+
+Variant ServerHTMLEncode(Page& page, const Variant& strA) {
+  if (strA.isNull()) return "";
+  return page.server.htmlEncode(variant::toText(strA));
+}
+
+Variant preSQLFormat(Page&, Variant& s, const Variant& bolnull) {
+  const std::string text = variant::toText(s);
+  if (variant::trim(text).empty()) {
+    s = variant::equals(bolnull, true) ? "null" : "''";
+  } else {
+    s = "'" + rewritten(text, kLiteralText) + "'";
+  }
+  return s;
+}
+
+Variant replaceChar(Page&, const Variant& strName) {
+  if (strName.isNull()) return "";
+  return rewritten(variant::toText(strName), kAttributeText);
+}
+
+Variant validINT(Page&, const Variant& iINT) {
+  if (iINT.isEmpty() || !variant::isNumeric(iINT)) return false;
+  const double number = variant::toDouble(iINT);
+  return number >= INT32_MIN && number <= INT32_MAX;
+}
+
+Variant isNothing(Page&, const Variant& sStr) {
+  return sStr.isNull() || sStr.isEmpty() || variant::equals(sStr, "");
+}
+
+void getDateTime(Page& page) {
+  const variant::CalendarTime time = variant::calendarOf(variant::now());
+  page.response.write(fmt::format("{},{},{},", time.year, time.month, time.day));
+  page.response.write(fmt::format("{},{:02},{:02}", time.hour, time.minute, time.second));
+}
+
+std::string currentDateTimeText() {
+  const variant::CalendarTime time = variant::calendarOf(variant::now());
+  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year, time.month, time.day,
+                     time.hour, time.minute, time.second);
+}
+
+}  // namespace tarlo::frame

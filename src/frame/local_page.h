@@ -1,0 +1,45 @@
+#pragma once
+// A page context in memory: for tests, the command line and programs that call operations without a
+// web server.
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "frame/page.h"
+
+namespace tarlo::frame {
+
+struct NoCaseLess {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const;
+};
+// Values by key without regard to case.
+using ValueMap = std::map<std::string, Variant, NoCaseLess>;
+
+class LocalPage {
+ public:
+  // `Application("strConn")` is set to the connection string.
+  LocalPage(database::Registry& databases, std::string_view connectionString);
+  ~LocalPage();
+
+  // The context for operations. Valid as long as this object.
+  Page& page();
+
+  // Plain maps: set what a test or a caller wants before the operation runs.
+  ValueMap& request();
+  ValueMap& serverVariables();
+  ValueMap& session();
+  ValueMap& application();
+  // Makes Server.CreateObject(progId) call the factory.
+  void registerObject(std::string progId, std::function<std::shared_ptr<Object>()> factory);
+
+  const std::string& written() const;  // the page text so far
+  const std::map<std::string, std::string>& headers() const;
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace tarlo::frame

@@ -1,0 +1,37 @@
+#include "frame/operate_log.h"
+
+#include <fmt/format.h>
+
+#include "frame/helpers.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::frame {
+namespace {
+
+constexpr int kNoModule = 127;  // the module of a row whose session names none
+
+}  // namespace
+
+void writeOperateLog(Page& page, database::Connection& connection, Variant& sql) {
+  ErrorState err;
+  const Variant user = err.value([&] { return page.session.get("usrID"); });
+  Variant module = err.value([&] { return page.session.get("usrICID"); });
+  if (module.isNull() || module.isEmpty()) module = kNoModule;
+  err.run([&] {
+    if (variant::len(variant::spliced(sql)) > kLongestLogged) sql = "Batch update";
+  });
+  Variant literal;
+  err.run([&] {
+    literal = variant::replace(variant::toText(sql), "<", "&lt;");
+    preSQLFormat(page, literal, false);
+  });
+  err.run([&] {
+    connection.execute(fmt::format(
+        " insert into {}(OperateLog_UID,OperateLog_ModulID,OperateLog_SQL) values({},{},{})",
+        kLogTable, variant::spliced(user), variant::spliced(module), variant::spliced(literal)));
+  });
+}
+
+}  // namespace tarlo::frame

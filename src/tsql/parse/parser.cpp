@@ -1,0 +1,26 @@
+#include "tsql/parse/parser.h"
+
+#include "tsql/parse/batch_form.h"
+#include "tsql/parse/statement_parser.h"
+
+namespace tarlo::tsql {
+
+ast::Batch parse(std::string_view sql) {
+  TokenStream tokens(sql);
+  ast::Batch batch;
+  do {
+    batch.statements.push_back(parseStatement(tokens));
+    const Token& next = tokens.peek();
+    if (next.kind != TokenKind::End && next.symbol != Symbol::Semicolon &&
+        !beginsStatement(next.keyword)) {
+      tokens.expected("the end of the statement");
+    }
+    while (tokens.consume(Symbol::Semicolon)) {
+    }
+    checkBatchForm(batch, tokens.peek().kind == TokenKind::End);
+  } while (tokens.peek().kind != TokenKind::End);
+  batch.fixedOrdinals = std::move(tokens.fixedOrdinals());
+  return batch;
+}
+
+}  // namespace tarlo::tsql

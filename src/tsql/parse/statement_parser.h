@@ -1,0 +1,11 @@
+#pragma once
+// One statement of a batch.
+
+#include "tsql/ast/statement.h"
+#include "tsql/parse/token_stream.h"
+
+namespace tarlo::tsql {
+
+ast::Statement parseStatement(TokenStream& tokens);
+
+}  // namespace tarlo::tsql

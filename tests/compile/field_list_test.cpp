@@ -1,0 +1,100 @@
+#include "compile/field_list.h"
+
+#include <gtest/gtest.h>
+
+#include "compile/clause_set.h"
+#include "support/dictionary.h"
+
+namespace tarlo::compile {
+namespace {
+
+class FieldListTest : public ::testing::Test {
+ protected:
+  ClauseSet clauses(int table, const std::string& relations) {
+    return clauseSet(getQuery_Field_In(data.page(), table, relations));
+  }
+  testing::DictionaryDatabase data;
+};
+
+TEST_F(FieldListTest, ATableReachedTwiceIsAliasedTheSecondTime) {
+  const Variant value = getQuery_Field_In(data.page(), 10, "5,6");
+  EXPECT_EQ(value.array().upperBound(), 3);
+  EXPECT_TRUE(value.array().at(0).isEmpty());
+  const ClauseSet set = clauseSet(value);
+  EXPECT_EQ(set.from, "[Customer],[Customer] as [Customer1],[Orders]");
+  EXPECT_EQ(set.where,
+            "[Orders].[CustID]=[Customer].[ID] and [Customer].[Zembra_Flag]=1 and "
+            "[Orders].[ShipTo]=[Customer1].[ID] and [Customer1].[Zembra_Flag]=1 and "
+            "[Orders].[Zembra_Flag]=1");
+  EXPECT_EQ(set.select,
+            "[Customer].[ID] as [Client.Key],[Customer].[City] as [Client.Town],"
+            "[Customer1].[ID] as [Client.Key1],[Customer1].[City] as [Client.Town1],"
+            "[Orders].[ID] as [Order.Key],[Orders].[Amount] as [Order.Sum],"
+            "[Orders].[CustID] as [Order.Cust],[Orders].[ShipTo] as [Order.Ship]");
+}
+
+TEST_F(FieldListTest, TwoHopsBringTheIntermediateTableIn) {
+  const ClauseSet set = clauses(10, "5,7");
+  EXPECT_EQ(set.from, "[Customer],[Customer] as [Customer1],[Region],[Orders]");
+  EXPECT_EQ(set.where,
+            "[Orders].[CustID]=[Customer].[ID] and [Customer].[Zembra_Flag]=1 and "
+            "[Orders].[CustID]=[Customer1].[ID] and [Customer1].[Zembra_Flag]=1 and "
+            "[Customer].[ID]=[Region].[ID] and [Region].[Zembra_Flag]=1 and "
+            "[Orders].[Zembra_Flag]=1");
+  EXPECT_TRUE(
+      set.select.starts_with("[Customer].[ID] as [Client.Key],[Customer].[City] as "
+                             "[Client.Town],[Region].[ID] as [Area.Key],"))
+      << set.select;
+}
+
+TEST_F(FieldListTest, TheJoinsOfTwoHopsAreCrossed) {
+  // Region is reached by Customer's City, Customer by its ID: each hop uses the other's field.
+  data.addRelation(9, 11, 111, 12, 120);
+  EXPECT_NE(clauses(10, "5,9").where.find("[Orders].[CustID]=[Customer1].[City] and "
+                                          "[Customer1].[Zembra_Flag]=1 and "
+                                          "[Customer].[ID]=[Region].[ID] and "),
+            std::string::npos);
+}
+
+TEST_F(FieldListTest, ADirectRowBehindATwoHopRowStartsFromTheIntermediateTable) {
+  // Table 13 sorts behind the two-hop row of table 12.
+  data.addTable(13, "Invoice", "Bill");
+  data.addField(130, 13, "OrderID", "Order");
+  data.addRelation(8, 13, 130, 10, 100);
+  EXPECT_NE(clauses(10, "5,7,8").where.find("[Customer].[ID]=[Invoice].[OrderID] and "),
+            std::string::npos);
+  EXPECT_NE(clauses(10, "5,8").where.find("[Orders].[ID]=[Invoice].[OrderID] and "),
+            std::string::npos);
+}
+
+TEST_F(FieldListTest, AFieldThatIsGoneLeavesACrossProductOrAnEmptyName) {
+  data.remove("Field", 102);
+  EXPECT_EQ(clauses(10, "5").where, "[Customer].[Zembra_Flag]=1 and [Orders].[Zembra_Flag]=1");
+  EXPECT_EQ(clauses(10, "5").from, "[Customer],[Orders]");
+  data.remove("Field", 110);
+  EXPECT_EQ(clauses(10, "6").where.substr(0, 34), "[Orders].[ShipTo]=[Customer].[] an");
+  data.remove("Field", 111);
+  EXPECT_TRUE(clauses(10, "6").select.starts_with("[Orders].[ID] as"));  // no live field
+}
+
+TEST_F(FieldListTest, ATableThatIsGoneTakesTheNameOfTheOneBefore) {
+  data.addTable(13, "Invoice", "Bill");
+  data.addField(130, 13, "OrderID", "Order");
+  data.addRelation(8, 13, 130, 10, 100);
+  data.remove("Table", 13);
+  // Its fields are gone with it, so nothing of it is joined or selected.
+  EXPECT_EQ(clauses(10, "5,8").from, "[Customer],[Orders]");
+}
+
+TEST_F(FieldListTest, TheAliasBearsTheRowIndexAndNotACount) {
+  for (int i = 0; i < 10; ++i) {
+    data.addField(200 + i, 10, "Other" + std::to_string(i), "Other");
+    data.addRelation(200 + i, 10, 200 + i, 11, 110);
+  }
+  const ClauseSet set = clauses(10, "5,6,200,201,202,203,204,205,206,207,208,209");
+  EXPECT_NE(set.from.find("[Customer] as [Customer1],"), std::string::npos);
+  EXPECT_NE(set.from.find("[Customer] as [Customer11],[Orders]"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tarlo::compile

@@ -1,0 +1,115 @@
+// Another program changes the tables while translations and prepared statements of ours are kept:
+// the next statement must be right, on every connection.
+
+#include "support.h"
+
+namespace tarlo::database::test {
+namespace {
+
+class SchemaChange : public testing::Test {
+ protected:
+  SchemaChange() {
+    other.run("PRAGMA journal_mode=WAL");
+    other.run("CREATE TABLE T (ID INTEGER PRIMARY KEY AUTOINCREMENT, N INTEGER, Name TEXT)");
+    other.run("INSERT INTO T (N, Name) VALUES (10, 'a')");
+    database = openDatabase("sqlite:" + folder.file());
+  }
+  TempFolder folder;
+  Foreigner other{folder.file()};
+  std::unique_ptr<Database> database;
+};
+
+TEST_F(SchemaChange, ReadsFollow) {
+  auto first = database->borrow();
+  auto second = database->borrow();
+  constexpr const char* kAll = "select * from T where N>5";
+  for (auto* lease : {&first, &second}) EXPECT_EQ(ask(**lease, kAll), "i1,i10,ta");
+  other.run("ALTER TABLE T ADD COLUMN Extra INTEGER DEFAULT 3");
+  for (auto* lease : {&first, &second}) EXPECT_EQ(ask(**lease, kAll), "i1,i10,ta,i3");
+  // The same name with another kind.
+  other.run("DROP TABLE T");
+  other.run("CREATE TABLE T (N TEXT)");
+  other.run("INSERT INTO T VALUES ('7')");
+  for (auto* lease : {&first, &second}) EXPECT_EQ(ask(**lease, kAll), "t7");
+  other.run("ALTER TABLE T RENAME TO Gone");
+  for (auto* lease : {&first, &second}) {
+    const auto error = errorOf([&] { ask(**lease, kAll); });
+    EXPECT_EQ(error.native().engine, "tsql") << error.description();
+  }
+  other.run("ALTER TABLE Gone RENAME TO T");
+  for (auto* lease : {&first, &second}) EXPECT_EQ(ask(**lease, kAll), "t7");
+}
+
+TEST_F(SchemaChange, WritesFollow) {
+  auto lease = database->borrow();
+  constexpr const char* kWrite = "update T set N='08' where ID=1";
+  lease->execute(kWrite);
+  EXPECT_EQ(ask(*lease, "select N from T"), "i8");
+  other.run("DROP TABLE T");
+  other.run("CREATE TABLE T (ID INTEGER PRIMARY KEY, N TEXT)");
+  other.run("INSERT INTO T VALUES (1, 'old')");
+  lease->execute(kWrite);
+  EXPECT_EQ(ask(*lease, "select N from T"), "t08");
+  other.run("ALTER TABLE T RENAME COLUMN N TO M");
+  EXPECT_EQ(errorOf([&] { lease->execute(kWrite); }).native().engine, "tsql");
+  EXPECT_EQ(ask(*lease, "select M from T"), "t08");
+}
+
+TEST_F(SchemaChange, ATranslationOfAnotherConnectionIsNotTrustedBlindly) {
+  auto first = database->borrow();
+  auto second = database->borrow();
+  EXPECT_EQ(ask(*second, "select count(*) from T"), "i1");
+  EXPECT_EQ(ask(*first, "select * from T"), "i1,i10,ta");
+  other.run("ALTER TABLE T DROP COLUMN Name");
+  // The second connection has never prepared this text, but finds its translation.
+  EXPECT_EQ(ask(*second, "select * from T"), "i1,i10");
+  EXPECT_EQ(ask(*first, "select * from T"), "i1,i10");
+}
+
+TEST_F(SchemaChange, RolledBackTablesAreForgotten) {
+  auto lease = database->borrow();
+  lease->allowDdl(true);
+  {
+    const Connection::Transaction left(*lease);
+    lease->execute("create table Later (A int)");
+    EXPECT_EQ(ask(*lease, "select A from Later"), "");
+  }
+  errorOf([&] { lease->execute("select A from Later"); });
+  other.run("CREATE TABLE Later (B INTEGER)");
+  errorOf([&] { lease->execute("select A from Later"); });
+  EXPECT_EQ(ask(*lease, "select B from Later"), "");
+}
+
+TEST_F(SchemaChange, TheCatalogueReadsWhatIsThere) {
+  other.run(
+      "CREATE TABLE K (b VARCHAR(20) NOT NULL, a DECIMAL(9,3), c DATETIME, "
+      "g INTEGER AS (a * 2), PRIMARY KEY (c, b)) WITHOUT ROWID");
+  other.run("CREATE VIEW V AS SELECT ID, N + 1 AS M FROM T");
+  auto lease = database->borrow();
+  const tsql::Table* key = lease->catalogue().findTable("k");
+  ASSERT_TRUE(key);
+  EXPECT_EQ(key->name, "K");
+  EXPECT_FALSE(key->hasRowid);
+  EXPECT_EQ(key->key, (std::vector<std::size_t>{2, 0}));
+  ASSERT_EQ(key->columns.size(), 4u);
+  EXPECT_EQ(key->columns[0].type.length, 20);
+  EXPECT_FALSE(key->columns[0].isNullable);
+  EXPECT_EQ(key->columns[1].type, tsql::decimalType(9, 3));
+  EXPECT_EQ(key->columns[2].type.kind, tsql::Kind::Date);
+  EXPECT_TRUE(key->columns[3].isGenerated);
+  const tsql::Table* table = lease->catalogue().findTable("T");
+  ASSERT_TRUE(table);
+  EXPECT_TRUE(table->hasRowid);
+  EXPECT_TRUE(table->columns[0].isIdentity);
+  EXPECT_FALSE(table->columns[1].isIdentity);
+  const tsql::Table* view = lease->catalogue().findTable("v");
+  ASSERT_TRUE(view);
+  EXPECT_FALSE(view->hasRowid);
+  EXPECT_FALSE(view->columns[0].isIdentity);
+  for (const char* absent : {"sqlite_master", "sqlite_sequence", "none", "", "T'"}) {
+    EXPECT_FALSE(lease->catalogue().findTable(absent)) << absent;
+  }
+}
+
+}  // namespace
+}  // namespace tarlo::database::test

@@ -1,0 +1,142 @@
+#include "frame/data.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "database/error.h"
+#include "frame/local_page.h"
+#include "support/temporary_folder.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+
+namespace tarlo::frame {
+namespace {
+
+class Data : public ::testing::Test {
+ protected:
+  Data() {
+    database::Lease connection = databases_.find(name_).borrow();
+    connection->allowDdl(true);
+    connection->execute(
+        "create table Note(Note_ID int identity(1,1) primary key, Note_Text nvarchar(4000) null)");
+    connection->execute(
+        "create table Zembra_OperateLog(OperateLog_ID int identity(1,1) primary key, "
+        "OperateLog_UID int, OperateLog_ModulID int, OperateLog_SQL nvarchar(4000))");
+    connection->allowDdl(false);
+    local_.session()["usrID"] = 7;
+  }
+
+  std::string one(std::string_view sql) {
+    const Variant rows = execSQLRows(page_, sql);
+    return rows.isArray() ? variant::spliced(rows.array().at(0, 0)) : "(no rows)";
+  }
+  std::string lastLogged() {
+    return one("select top 1 OperateLog_SQL from Zembra_OperateLog order by OperateLog_ID desc");
+  }
+  int errorOf(const std::function<void()>& step) {
+    ErrorState err;
+    err.run(step);
+    return err.number();
+  }
+
+  testing::TemporaryFolder folder_;
+  std::string name_ = "sqlite:" + (folder_.path() / "data.db").string();
+  database::Registry databases_{{.create = true}};
+  LocalPage local_{databases_, name_};
+  Page& page_ = local_.page();
+};
+
+TEST_F(Data, RowsAreColumnThenRowAndEmptyWhenThereAreNone) {
+  EXPECT_TRUE(execSQLRows(page_, "select Note_ID from Note").isEmpty());
+  execSQL(page_, "insert into Note(Note_Text) values('a')");
+  execSQL(page_, "insert into Note(Note_Text) values(null)");
+  const Variant rows = execSQLRows(page_, "select Note_ID,Note_Text from Note order by Note_ID");
+  EXPECT_EQ(rows.array().upperBound(1), 1);
+  EXPECT_EQ(rows.array().upperBound(2), 1);
+  EXPECT_EQ(rows.array().at(1, 0).text(), "a");
+  EXPECT_TRUE(rows.array().at(1, 1).isNull());
+}
+
+TEST_F(Data, NeoIDIsAskedForByTheLastWordInItsCase) {
+  EXPECT_EQ(variant::toInt32(execSQL(page_, "select 5 as NeoID")), 5);
+  EXPECT_TRUE(execSQL(page_, "select 5 as neoid").isEmpty());
+  EXPECT_TRUE(execSQL(page_, "select 5 as NeoID ").isEmpty());
+  EXPECT_EQ(errorOf([&] { execSQL(page_, "select Note_ID from Note NeoID"); }),
+            database::kNoSuchField);
+}
+
+TEST_F(Data, FieldNamesStandFromOneOn) {
+  const Variant names =
+      getSQLFieldNames(page_, "select Note_ID, Note_Text as [标题], 1 from Note where 1=0");
+  ASSERT_EQ(names.array().upperBound(), 3);
+  EXPECT_TRUE(names.array().at(0).isEmpty());
+  EXPECT_EQ(names.array().at(1).text(), "Note_ID");
+  EXPECT_EQ(names.array().at(2).text(), "标题");
+  EXPECT_EQ(names.array().at(3).text(), "");
+}
+
+TEST_F(Data, RefusalsTravelToTheCaller) {
+  for (const Variant& sql : {Variant("select x from Nowhere"), Variant("selekt 1"), Variant(""),
+                             Variant(), Variant(variant::Null{})}) {
+    EXPECT_THROW(execSQLRows(page_, sql), database::DatabaseError);
+    EXPECT_THROW(execSQL(page_, sql), database::DatabaseError);
+    EXPECT_THROW(getSQLFieldNames(page_, sql), database::DatabaseError);
+    Variant logged = sql;
+    EXPECT_THROW(execSQLLogged(page_, logged), database::DatabaseError);
+  }
+  EXPECT_EQ(one("select count(*) from Zembra_OperateLog"), "0");
+  EXPECT_THROW(execSQL(page_, "create table Other(a int)"), database::DatabaseError);
+  EXPECT_EQ(errorOf([&] { execSQL(page_, "delete from Note", 4); }), 5);
+}
+
+TEST_F(Data, TheConnectionStringIsReadAtEachCall) {
+  local_.application()["strConn"] = "sqlite:" + (folder_.path() / "other.db").string();
+  EXPECT_THROW(execSQLRows(page_, "select Note_ID from Note"), database::DatabaseError);
+  local_.application()["strConn"] = name_;
+  EXPECT_EQ(one("select count(*) from Note"), "0");
+  local_.application().erase("strConn");
+  EXPECT_THROW(execSQLRows(page_, "select 1"), database::DatabaseError);
+}
+
+TEST_F(Data, LoggedStatementsAreRewritten) {
+  Variant less = "update Note set Note_Text='x' where 1<2";
+  execSQLLogged(page_, less);
+  EXPECT_EQ(lastLogged(), "update Note set Note_Text='x' where 1&lt;2");
+  EXPECT_EQ(less.text(), "update Note set Note_Text='x' where 1<2");
+  Variant more = "delete from Note where 1>2 and Note_Text='\"'";
+  execSQLLogged(page_, more);
+  EXPECT_EQ(lastLogged(), "delete from Note where 1＞2 and Note_Text='&quot;'");
+  EXPECT_EQ(one("select OperateLog_ModulID from Zembra_OperateLog"), "127");
+  EXPECT_EQ(one("select OperateLog_UID from Zembra_OperateLog"), "7");
+
+  local_.session()["usrICID"] = 33;
+  Variant identity = "select 5 as NeoID";
+  EXPECT_EQ(variant::toInt32(execSQLLogged(page_, identity)), 5);
+  EXPECT_EQ(one("select max(OperateLog_SQL) from Zembra_OperateLog where OperateLog_ModulID=33"),
+            "select 5 as NeoID");
+}
+
+TEST_F(Data, LongStatementsAreLoggedAsABatchAndTheCallerSeesIt) {
+  const std::string head = "delete from Note where Note_Text=N'";
+  for (const std::size_t units : {2000u, 2001u}) {
+    std::string filling;
+    for (std::size_t i = head.size() + 1; i < units; ++i) filling += "中";
+    const std::string statement = head + filling + "'";
+    Variant sql = statement;
+    execSQLLogged(page_, sql);
+    EXPECT_EQ(sql.text(), units == 2000 ? statement : "Batch update");
+    EXPECT_EQ(lastLogged(), sql.text());
+  }
+}
+
+TEST_F(Data, ALostLogRowLeavesTheStatementApplied) {
+  local_.session().erase("usrID");  // the row's statement then lacks a value
+  Variant sql = "insert into Note(Note_Text) values('kept')";
+  EXPECT_NO_THROW(execSQLLogged(page_, sql));
+  EXPECT_EQ(one("select Note_Text from Note"), "kept");
+  EXPECT_EQ(one("select count(*) from Zembra_OperateLog"), "0");
+}
+
+}  // namespace
+}  // namespace tarlo::frame

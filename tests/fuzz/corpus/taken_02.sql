@@ -1,0 +1,1 @@
+select a from T where not x in (1,2) and (b=1 or c=2) or not (d=3 and e is not null)

@@ -1,0 +1,1 @@
+SELECT TOP 5 /* Zembra_ID ,*/ [a.b], T.* FROM T WHERE Rank_Index < = 3and[T].[c]='x' and[d] not like '%y%'

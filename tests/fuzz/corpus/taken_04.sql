@@ -1,0 +1,1 @@
+select ss = case when a=1then 1else 0end, DDF_Type= case b when 1 then 'x' else null end from T

@@ -1,0 +1,1 @@
+select a x, a 'y', a as [别名], a AS 标题 from dbo.T as u with (nolock), V left outer join W on u.a=W.a cross join Q

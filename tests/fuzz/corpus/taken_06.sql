@@ -1,0 +1,1 @@
+select -1,'--选择字段--' union select Query_ID,Query_Name from Zembra_Query_Main where Query_ID in (select x from Y) order by 1 desc, 2

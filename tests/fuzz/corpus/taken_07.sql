@@ -1,0 +1,1 @@
+select a, COUNT(*), count(distinct b), sum(c*2) from T group by a having 1 = 0

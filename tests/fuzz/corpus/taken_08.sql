@@ -1,0 +1,1 @@
+select datepart (yy,d)as y, convert(varchar(7),getdate(),120), cast(a as decimal(18,2)), iif(a>1,'x','y'), CURRENT_TIMESTAMP, left(a,2), cast(b as nvarchar(max)) from T

@@ -1,0 +1,1 @@
+select x from (select a x from U) d where exists (select 1) and a between 1+1 and (select top (1) b from V) and c collate Chinese_PRC_CI_AS = 'x'

@@ -1,0 +1,1 @@
+insert Zembra_OperateLog(OperateLog_UID,OperateLog_SQL) values(127,'it''s'),(-1,N'x')

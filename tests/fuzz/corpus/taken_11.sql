@@ -1,0 +1,1 @@
+insert into T(a) select b from U;select @@identity as NeoID

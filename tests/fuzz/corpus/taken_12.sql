@@ -1,0 +1,1 @@
+set nocount on insert into T(a) values(1) select SCOPE_IDENTITY() as NeoID

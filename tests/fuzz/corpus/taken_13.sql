@@ -1,0 +1,1 @@
+declare @r varchar(50);exec P 31,@r out;select @r

@@ -1,0 +1,1 @@
+update T set a='x',b=b+1 where Zembra_ID=3;

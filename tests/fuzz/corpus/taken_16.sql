@@ -1,0 +1,1 @@
+create table T(a int identity(1,1) primary key, b nvarchar(20) not null constraint df default('x'), c as a*2 persisted, d decimal(18,2) default 0 null)

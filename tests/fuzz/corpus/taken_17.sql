@@ -1,0 +1,1 @@
+create table [T](a int not null, b int, constraint pk primary key (a,b))

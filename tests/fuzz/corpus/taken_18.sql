@@ -1,0 +1,1 @@
+create unique index I on T(a desc,b)

@@ -1,0 +1,1 @@
+select [a]]b], [select] from [order] where ('orvane'='orvane') and 1 = 1

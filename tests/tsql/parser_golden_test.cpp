@@ -1,0 +1,104 @@
+// Statements and what the parser makes of them. TARLO_REWRITE_GOLDEN=1 writes the expectations
+// anew.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "tsql/error.h"
+#include "tsql/parse/parser.h"
+#include "tsql/print/tsql_printer.h"
+
+namespace tarlo::tsql {
+namespace {
+
+const std::string kFolder = TARLO_TEST_DATA "/golden/";
+
+// One statement a line; empty lines and lines that begin with # are skipped.
+std::vector<std::string> linesOf(const std::string& file) {
+  std::ifstream in(kFolder + file);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) {
+    if (!line.empty() && line[0] != '#') lines.push_back(line);
+  }
+  return lines;
+}
+
+std::string resultOf(const std::string& sql) {
+  try {
+    const ast::Batch batch = parse(sql);
+    const std::string printed = printTsql(batch);
+    EXPECT_EQ(parse(printed), batch) << sql << "\nprinted: " << printed;
+    return printed;
+  } catch (const StatementError& error) {
+    return std::string("refused: ") + error.what();
+  }
+}
+
+void compare(const std::string& name, bool refused) {
+  const std::vector<std::string> statements = linesOf(name + ".sql");
+  ASSERT_FALSE(statements.empty());
+  std::vector<std::string> results;
+  for (const std::string& sql : statements) {
+    results.push_back(resultOf(sql));
+    EXPECT_EQ(results.back().starts_with("refused: "), refused) << sql << "\n" << results.back();
+  }
+  if (std::getenv("TARLO_REWRITE_GOLDEN") != nullptr) {
+    std::ofstream out(kFolder + name + ".expected");
+    for (const std::string& result : results) out << result << '\n';
+    return;
+  }
+  EXPECT_EQ(results, linesOf(name + ".expected"));
+}
+
+TEST(ParserGolden, Taken) {
+  compare("taken", false);
+}
+
+TEST(ParserGolden, Refused) {
+  compare("refused", true);
+}
+
+std::string repeated(std::string_view text, std::size_t count) {
+  std::string all;
+  for (std::size_t i = 0; i < count; ++i) all += text;
+  return all;
+}
+
+TEST(Parser, TakesWhatReachesALimitAndRefusesOneMore) {
+  const auto parens = [](std::size_t n) {
+    return "select " + repeated("(", n) + "1" + repeated(")", n);
+  };
+  const auto chain = [](std::size_t n) { return "select 1" + repeated("+1", n); };
+  const auto items = [](std::size_t n) { return "select 1" + repeated(",1", n - 1); };
+  const auto unions = [](std::size_t n) { return "select 1" + repeated(" union select 1", n - 1); };
+  const auto signs = [](std::size_t n) { return "select " + repeated("- ", n) + "1"; };
+  const std::pair<std::function<std::string(std::size_t)>, std::size_t> rows[] = {
+      {parens, 100}, {signs, 100}, {chain, 900}, {items, 4096}, {unions, 500}};
+  for (const auto& [make, limit] : rows) {
+    EXPECT_EQ(parse(printTsql(parse(make(limit)))), parse(make(limit)));
+    try {
+      parse(make(limit + 1));
+      ADD_FAILURE() << "taken above " << limit;
+    } catch (const StatementError& error) {
+      EXPECT_EQ(error.refusal(), Refusal::Limit);
+      EXPECT_NE(error.message().find(std::to_string(limit)), std::string::npos) << error.message();
+    }
+  }
+}
+
+TEST(Parser, BoundsChainsInsideChains) {
+  std::string sql = "1";
+  for (int i = 0; i < 50; ++i) sql = "(" + sql + repeated("+1", 800) + ")";
+  EXPECT_THROW(parse("select " + sql), StatementError);
+}
+
+TEST(Parser, ListsTheLiteralsThatAreNoNode) {
+  EXPECT_EQ(parse("select top 3 cast(1 as decimal(18,2)), convert(varchar(7), 'x', 120) 't'")
+                .fixedOrdinals,
+            (std::vector<int>{2, 3, 4, 6, 7}));
+}
+
+}  // namespace
+}  // namespace tarlo::tsql

@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include "tsql/error.h"
+#include "tsql/print/sqlite_types.h"
+#include "tsql/translation.h"
+
+namespace tarlo::tsql {
+namespace {
+
+TEST(SqliteTypes, EveryDeclarationReadsBackAsItsType) {
+  Type sized = kTextType;
+  sized.length = 200;
+  for (const Type type : {kIntType, kFloatType, kTextType, sized, kDateType, decimalType(18, 2),
+                          decimalType(19, 4), decimalType(5, 0)}) {
+    EXPECT_EQ(typeOfDeclared(declaredType(type)), type) << declaredType(type);
+  }
+}
+
+TEST(SqliteTypes, ForeignDeclarations) {
+  const std::pair<std::string_view, Type> cases[] = {{"bigint unsigned", kIntType},
+                                                     {"BOOLEAN", kIntType},
+                                                     {"timestamp", kDateType},
+                                                     {"decimal(10, 3)", decimalType(10, 3)},
+                                                     {"numeric", kFloatType},
+                                                     {"numeric(3,9)", kFloatType},
+                                                     {"MONEY", decimalType(19, 4)},
+                                                     {"double precision", kFloatType},
+                                                     {"", kTextType},
+                                                     {"BLOB", kTextType},
+                                                     {"varchar(99999999999)", kTextType}};
+  for (const auto& [declared, type] : cases) EXPECT_EQ(typeOfDeclared(declared), type) << declared;
+}
+
+struct LiteralCase {
+  ast::LiteralClass literalClass;
+  std::string text;
+  Type target;
+  std::string expected;  // "refused" for a literal that does not convert
+};
+
+std::string bound(const LiteralCase& row) {
+  try {
+    const BoundValue value = convertLiteral(row.literalClass, row.text, {0, row.target, "C"});
+    if (value.storage == BoundValue::Storage::Integer) return "i" + std::to_string(value.integer);
+    if (value.storage == BoundValue::Storage::Real) return "r" + std::to_string(value.real);
+    return value.owned.empty() ? std::string(value.text) : value.owned;
+  } catch (const StatementError& error) {
+    EXPECT_EQ(error.refusal(), Refusal::Kind);
+    return "refused";
+  }
+}
+
+TEST(SqliteLiterals, ConvertAsTheirTargetSays) {
+  using enum ast::LiteralClass;
+  Type three = kTextType;
+  three.length = 3;
+  const LiteralCase cases[] = {
+      {Text, "", kIntType, "i0"},
+      {Text, "5.5", kIntType, "refused"},
+      {Decimal, "5.9", kIntType, "i5"},
+      {Float, "1e30", kIntType, "refused"},
+      {Integer, "0x1F", kIntType, "i31"},
+      {Integer, "99999999999999999999", {}, "r100000000000000000000.000000"},
+      {Text, "2.675", decimalType(18, 2), "r2.680000"},
+      {Decimal, "9.995", decimalType(18, 2), "r10.000000"},
+      {Text, "-0.5", decimalType(18, 0), "r-1.000000"},
+      {Text, "1e2", decimalType(18, 2), "refused"},
+      {Text, "1e2", kFloatType, "r100.000000"},
+      {Text, "2024/1/5", kDateType, "2024-01-05 00:00:00.000"},
+      {Text, "2024-13-1", kDateType, "refused"},
+      {Integer, "1", kDateType, "1900-01-02 00:00:00.000"},
+      {Integer, "99999999", kDateType, "refused"},
+      {Text, "ab   ", three, "ab "},
+      {Text, "abcd", three, "refused"},
+      {Integer, "007", kTextType, "7"},
+      {Decimal, ".50", kTextType, "0.50"},
+      {Decimal, "00.5", kTextType, "0.5"},
+      {Decimal, "10.", kTextType, "10"},
+  };
+  for (const LiteralCase& row : cases) EXPECT_EQ(bound(row), row.expected) << row.text;
+}
+
+}  // namespace
+}  // namespace tarlo::tsql

@@ -1,0 +1,90 @@
+#include "variant/text.h"
+
+#include <gtest/gtest.h>
+
+#include "variant/runtime_error.h"
+
+namespace tarlo::variant {
+namespace {
+
+// Beyond the eight-byte steps that ASCII is scanned in, so that both ways of counting meet.
+constexpr std::string_view kMixed = "select * 中文😀b";
+
+TEST(Text, CountsUnits) {
+  const std::pair<std::string_view, std::size_t> rows[] = {
+      {"", 0},
+      {"abc", 3},
+      {"中文", 2},
+      {"😀", 2},
+      {kMixed, 14},
+      {"\xD6\xD0", 2},
+      {"\xED\xA0\x80", 3} /* a surrogate is no character */,
+      {"\xF0\x9F", 2},
+      {"\xC0\x80", 2},
+      {"\xF4\x90\x80\x80", 4}};
+  for (const auto& [text, units] : rows) EXPECT_EQ(len(text), units) << text;
+}
+
+TEST(Text, CutsInUnitsAndDropsHalfCharacters) {
+  EXPECT_EQ(mid(kMixed, 10), "中文😀b");
+  EXPECT_EQ(mid(kMixed, 11, 1), "文");
+  EXPECT_EQ(mid(kMixed, 12, 1), "");
+  EXPECT_EQ(mid(kMixed, 12, 2), "😀");
+  EXPECT_EQ(mid(kMixed, 13, 1), "");
+  EXPECT_EQ(mid(kMixed, 13, 2), "b");
+  EXPECT_EQ(mid(kMixed, 13), "b");
+  EXPECT_EQ(mid(kMixed, 15), "");
+  EXPECT_EQ(mid(kMixed, 1, PTRDIFF_MAX), kMixed);
+  EXPECT_EQ(left(kMixed, 12), "select * 中文");
+  EXPECT_EQ(left(kMixed, 0), "");
+  EXPECT_EQ(left(kMixed, 99), kMixed);
+  EXPECT_EQ(right(kMixed, 1), "b");
+  EXPECT_EQ(right(kMixed, 2), "b");
+  EXPECT_EQ(right(kMixed, 3), "😀b");
+  EXPECT_EQ(right(kMixed, 99), kMixed);
+  EXPECT_THROW(mid("a", 0), RuntimeError);
+  EXPECT_THROW(mid("a", 1, -1), RuntimeError);
+  EXPECT_THROW(left("a", -1), RuntimeError);
+  EXPECT_THROW(right("a", -1), RuntimeError);
+}
+
+TEST(Text, FindsByUnitPosition) {
+  EXPECT_EQ(inStr(kMixed, "b"), 14u);
+  EXPECT_EQ(inStr(kMixed, "😀"), 12u);
+  EXPECT_EQ(inStr("abab", "ab", 2), 3u);
+  EXPECT_EQ(inStr("abab", "AB"), 0u);
+  EXPECT_EQ(inStr("abab", "ab", 9), 0u);
+  EXPECT_EQ(inStr("abc", "", 3), 3u);
+  EXPECT_EQ(inStr("abc", "", 4), 0u);
+  EXPECT_EQ(inStr("", ""), 0u);
+  EXPECT_THROW(inStr("a", "a", 0), RuntimeError);
+}
+
+TEST(Text, ReplacesSplitsAndJoins) {
+  EXPECT_EQ(replace("aaa", "aa", "b"), "ba");
+  EXPECT_EQ(replace("a<b<", "<", "<<"), "a<<b<<");
+  EXPECT_EQ(replace("aAa", "a", ""), "A");
+  EXPECT_EQ(replace("abc", "", "x"), "abc");
+
+  using Pieces = std::vector<std::string_view>;
+  EXPECT_EQ(split("", ","), Pieces{});
+  EXPECT_EQ(split(",", ","), (Pieces{"", ""}));
+  EXPECT_EQ(split("a>>>>>>b>>>", ">>>>>>"), (Pieces{"a", "b>>>"}));
+  EXPECT_EQ(split("a,b", ""), (Pieces{"a,b"}));
+  EXPECT_EQ(join(split("中,文,", ","), ";"), "中;文;");
+  EXPECT_EQ(join({}, ","), "");
+}
+
+TEST(Text, TrimsBlanksOnlyAndFoldsAsciiOnly) {
+  EXPECT_EQ(trim("  a b \t "), "a b \t");
+  EXPECT_EQ(trim("   "), "");
+  EXPECT_EQ(ltrim(" a "), "a ");
+  EXPECT_EQ(rtrim(" a "), " a");
+  EXPECT_TRUE(equalsNoCase("addSearchDlg_1", "ADDSEARCHDLG_1"));
+  EXPECT_FALSE(equalsNoCase("@", "`"));
+  EXPECT_FALSE(equalsNoCase("a", "ab"));
+  EXPECT_EQ(foldedName("ÄBc[Z"), "Äbc[z");
+}
+
+}  // namespace
+}  // namespace tarlo::variant
