@@ -4,8 +4,9 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
+#include <functional>
 
+#include "support/golden_file.h"
 #include "tsql/error.h"
 #include "tsql/parse/parser.h"
 #include "tsql/print/tsql_printer.h"
@@ -14,16 +15,6 @@ namespace tarlo::tsql {
 namespace {
 
 const std::string kFolder = TARLO_TEST_DATA "/golden/";
-
-// One statement a line; empty lines and lines that begin with # are skipped.
-std::vector<std::string> linesOf(const std::string& file) {
-  std::ifstream in(kFolder + file);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(in, line);) {
-    if (!line.empty() && line[0] != '#') lines.push_back(line);
-  }
-  return lines;
-}
 
 std::string resultOf(const std::string& sql) {
   try {
@@ -36,28 +27,40 @@ std::string resultOf(const std::string& sql) {
   }
 }
 
-void compare(const std::string& name, bool refused) {
-  const std::vector<std::string> statements = linesOf(name + ".sql");
+void compare(const std::string& name, const std::vector<std::string>& statements, bool refused) {
   ASSERT_FALSE(statements.empty());
   std::vector<std::string> results;
   for (const std::string& sql : statements) {
     results.push_back(resultOf(sql));
     EXPECT_EQ(results.back().starts_with("refused: "), refused) << sql << "\n" << results.back();
   }
+  const std::string path = kFolder + name + ".expected";
   if (std::getenv("TARLO_REWRITE_GOLDEN") != nullptr) {
-    std::ofstream out(kFolder + name + ".expected");
-    for (const std::string& result : results) out << result << '\n';
+    std::ofstream out(path, std::ios::binary);
+    for (const std::string& result : results) out << result << "\nGO\n";
     return;
   }
-  EXPECT_EQ(results, linesOf(name + ".expected"));
+  const std::vector<std::string> expected = test::goldenEntries(path);
+  ASSERT_EQ(results.size(), expected.size());
+  for (std::size_t i = 0; i < results.size(); ++i) EXPECT_EQ(results[i], expected[i]);
 }
 
 TEST(ParserGolden, Taken) {
-  compare("taken", false);
+  for (const std::string name : {"language", "platform", "business"}) {
+    compare(name, test::goldenEntries(kFolder + name + ".sql"), false);
+  }
+}
+
+TEST(ParserGolden, TakenAsComputedFields) {
+  std::vector<std::string> statements;
+  for (const std::string& expression : test::goldenLines(kFolder + "expressions.txt")) {
+    statements.push_back("select " + expression + " as [v] from [UserTb_Contract]");
+  }
+  compare("expressions", statements, false);
 }
 
 TEST(ParserGolden, Refused) {
-  compare("refused", true);
+  compare("refused", test::goldenEntries(kFolder + "refused.sql"), true);
 }
 
 std::string repeated(std::string_view text, std::size_t count) {

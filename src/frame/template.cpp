@@ -1,0 +1,66 @@
+#include "frame/template.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace tarlo::frame {
+
+namespace {
+
+std::string withLineEnds(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() + text.size() / 16);
+  for (const char c : text) {
+    if (c == '\n') out += '\r';
+    out += c;
+  }
+  return out;
+}
+
+}  // namespace
+
+Template::Template(std::string_view text) {
+  for (;;) {
+    const auto open = text.find("{{");
+    Piece piece{withLineEnds(text.substr(0, open)), {}};
+    size_ += piece.text.size();
+    if (open == std::string_view::npos) {
+      pieces_.push_back(std::move(piece));
+      return;
+    }
+    const auto close = text.find("}}", open);
+    if (close == std::string_view::npos)
+      throw std::logic_error("a hole of a page text is not closed");
+    piece.hole = text.substr(open + 2, close - open - 2);
+    pieces_.push_back(std::move(piece));
+    text.remove_prefix(close + 2);
+  }
+}
+
+std::string Template::fill(std::initializer_list<Hole> holes) const {
+  std::size_t size = size_;
+  for (const auto& [name, value] : holes) {
+    size += value.size();
+    if (std::none_of(pieces_.begin(), pieces_.end(),
+                     [&](const Piece& piece) { return piece.hole == name; })) {
+      throw std::logic_error("the page text has no hole " + std::string(name));
+    }
+  }
+  std::string out;
+  out.reserve(size);
+  for (const Piece& piece : pieces_) {
+    out += piece.text;
+    if (piece.hole.empty()) continue;
+    const auto* found = std::find_if(holes.begin(), holes.end(),
+                                     [&](const Hole& hole) { return hole.first == piece.hole; });
+    if (found == holes.end()) throw std::logic_error("nothing given for the hole " + piece.hole);
+    out += found->second;
+  }
+  return out;
+}
+
+void Template::write(Response& response, std::initializer_list<Hole> holes) const {
+  response.write(fill(holes));
+}
+
+}  // namespace tarlo::frame

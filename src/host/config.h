@@ -1,0 +1,64 @@
+#pragma once
+// The configuration: one TOML file, every key with a default, an unknown key an error. `tarloquery
+// config` prints the effective one, with what each key means.
+
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/wire/limits.h"
+
+namespace tarlo::host {
+
+struct Config {
+  std::string listen = "127.0.0.1:8080";
+  std::string database = "sqlite:data/tarlo.db";
+  std::string charset = "gb2312";
+  std::string virtualWebKeyWord;
+  std::string startPage = "/";
+  std::map<std::string, std::string> application;  // further Application values
+
+  WireLimits limits;
+  std::chrono::milliseconds operationTime{
+      60'000};  // beyond it a slow operation is reported in the log
+
+  std::chrono::milliseconds sessionIdle{30 * 60'000};
+  std::size_t sessions = 20'000;
+  bool secureCookie = false;
+
+  std::size_t signInAttempts = 8;  // failures of one user or address within the window
+  std::chrono::milliseconds signInWindow{10 * 60'000};
+  std::chrono::milliseconds linkLife{10 * 60'000};
+
+  std::string trustedHeader;                  // "" = off
+  std::vector<std::string> trustedAddresses;  // of the proxies that may send it
+
+  std::string logFile;  // "" = standard error
+  std::string logLevel = "info";
+  std::string accessLog;  // "" = with the other lines
+};
+
+// A message for people: the file, the line where it is known, the key and what was expected.
+class ConfigError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Reads a file over the defaults. Throws ConfigError.
+Config loadConfig(const std::string& file);
+// The same from text; `name` stands for the file in messages.
+Config parseConfig(std::string_view text, std::string_view name);
+// As TOML, each key under a comment that says what it means; parseConfig of it gives the same
+// configuration.
+std::string printConfig(const Config& config);
+
+struct Endpoint {
+  std::string address;
+  std::uint16_t port = 0;
+};
+// "HOST:PORT", "[::1]:8080". Throws ConfigError.
+Endpoint parseEndpoint(std::string_view text);
+
+}  // namespace tarlo::host

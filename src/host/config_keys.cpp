@@ -1,0 +1,76 @@
+#include "host/config_keys.h"
+
+namespace tarlo::host {
+
+namespace {
+
+using L = WireLimits;
+using C = Config;
+
+const ConfigKey kKeys[] = {
+    {"server", "listen", &C::listen,
+     "Address and port. Anything but loopback is open to the network."},
+    {"server", "threads", &L::threads, "Threads that serve requests.", 2, 256},
+    {"server", "running", &L::running,
+     "Operations at a time; fewer than threads, so that health checks find one.", 1, 255},
+    {"server", "queued", &L::queued,
+     "Requests that may wait for their turn; a further one gets 503.", 0, 100'000},
+    {"server", "queue_seconds", &L::queueTime, "Longest wait for a turn.", 0.1, 600},
+    {"server", "drain_seconds", &L::drainTime,
+     "At a stop: how long running requests may still take.", 0, 600},
+    {"server", "operation_seconds", &C::operationTime,
+     "A request that takes longer is reported in the log.", 0.1, 3600},
+
+    {"limits", "header_bytes", &L::headerBytes, "Request line and headers.", 1024, 1 << 20},
+    {"limits", "body_bytes", &L::bodyBytes, "Body of a request.", 1024, 1 << 30},
+    {"limits", "response_bytes", &L::responseBytes, "A page that is kept until it is complete.",
+     65'536, 4e9},
+    {"limits", "connections", &L::connections, "Open connections; a further one gets 503.", 1,
+     100'000},
+    {"limits", "idle_seconds", &L::idleTime, "Between requests of one connection.", 0.1, 3600},
+    {"limits", "header_seconds", &L::headerTime,
+     "From the first byte of a request to the end of its headers.", 0.1, 600},
+    {"limits", "body_seconds", &L::bodyTime, "For the whole body of a request.", 0.1, 3600},
+    {"limits", "write_seconds", &L::writeTime, "For one write to a client.", 0.1, 3600},
+
+    {"database", "connection", &C::database,
+     "Connection string; sqlite:FILE is the embedded database."},
+
+    {"pages", "charset", &C::charset, "gb2312 or utf-8: how pages are sent."},
+    {"pages", "address_keyword", &C::virtualWebKeyWord,
+     "The site's own address; requests that come from elsewhere are refused. Empty accepts every "
+     "request that has a "
+     "referring address."},
+    {"pages", "start_page", &C::startPage, "Where a sign-in leads."},
+
+    {"session", "idle_minutes", &C::sessionIdle,
+     "A session ends after this time without a request.", 1, 10'080},
+    {"session", "most", &C::sessions,
+     "Sessions kept; beyond it the one that was idle longest goes.", 1, 1e6},
+    {"session", "secure_cookie", &C::secureCookie,
+     "Send the session cookie over HTTPS only; turn it on behind a TLS proxy."},
+
+    {"sign_in", "attempts", &C::signInAttempts,
+     "Failures of one user or one address within the window.", 1, 1000},
+    {"sign_in", "window_seconds", &C::signInWindow,
+     "The window of the failures, and the pause that follows.", 1, 86'400},
+    {"sign_in", "link_seconds", &C::linkLife, "How long a one-time sign-in link can be used.", 1,
+     86'400},
+    {"sign_in", "trusted_header", &C::trustedHeader,
+     "Header in which a reverse proxy names the user. Empty turns it off."},
+    {"sign_in", "trusted_addresses", &C::trustedAddresses,
+     "Addresses of the proxies that may send it."},
+
+    {"log", "file", &C::logFile, "Log file; empty is standard error."},
+    {"log", "level", &C::logLevel, "debug, info, warning or error."},
+    {"log", "access_file", &C::accessLog,
+     "File of its own for a line per request; empty puts them with the others."},
+};
+
+}  // namespace
+
+std::span<const ConfigKey> configKeys() {
+  return kKeys;
+}
+
+}  // namespace tarlo::host

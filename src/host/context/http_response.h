@@ -1,0 +1,44 @@
+#pragma once
+// Response of a page: text is kept until the page is complete or flushed, and encoded on its way
+// out.
+
+#include <string>
+
+#include "frame/page.h"
+#include "host/decode/charset.h"
+#include "host/wire/message.h"
+
+namespace tarlo::host {
+
+class HttpResponse : public frame::Response {
+ public:
+  // Beyond `mostBytes` of kept text write() raises error 7 (out of memory).
+  HttpResponse(WireResponse& wire, Charset charset, std::size_t mostBytes)
+      : wire_(wire), charset_(charset), mostBytes_(mostBytes) {}
+
+  void write(std::string_view text) override;
+  void clear() override;
+  [[noreturn]] void end() override;
+  void setHeader(std::string_view name, std::string_view value) override;
+  void binaryWrite(std::string_view bytes) override;
+  void flush() override;
+  bool isClientConnected() const override { return wire_.isClientConnected(); }
+
+  // Sends what is kept, as the whole page or as the last piece of a flushed one.
+  void finish();
+  bool isFlushed() const { return wire_.isStarted(); }
+
+ private:
+  void encodePending();
+  void announceType();
+  void room(std::size_t more) const;
+
+  WireResponse& wire_;
+  const Charset charset_;
+  const std::size_t mostBytes_;
+  std::string text_;    // UTF-8, behind `bytes_`
+  std::string bytes_;   // as they go out
+  bool typed_ = false;  // a Content-Type was set
+};
+
+}  // namespace tarlo::host
