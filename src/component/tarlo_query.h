@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "frame/context_object.h"
 #include "frame/page.h"
 #include "variant/object.h"
 
@@ -36,14 +37,6 @@ class TarloQuery : public Object {
   Page* page_ = nullptr;
 };
 
-// A page context as a late-bound value, for OnStartPage by name.
-class ContextObject : public Object {
- public:
-  explicit ContextObject(Page& page) : page_(page) {}
-  Page& page() const { return page_; }
-
- private:
-  Page& page_;
-};
+using frame::ContextObject;
 
 }  // namespace tarlo::component

@@ -26,14 +26,4 @@ struct PageOperation {
 };
 std::span<const PageOperation> pageOperations();
 
-// A page context as the argument of ASPConnect: pages pass their five objects, the components need the page.
-class PageObject : public Object {
- public:
-  explicit PageObject(Page& page) : page_(page) {}
-  Page& page() const { return page_; }
-
- private:
-  Page& page_;
-};
-
 }  // namespace tarlo::siblings
