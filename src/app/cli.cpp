@@ -2,16 +2,45 @@
 
 #include <fmt/format.h>
 
+#include <memory>
+
 #include "app/arguments.h"
 #include "app/exit_code.h"
 #include "app/json_value.h"
 #include "app/nearest.h"
+#include "app/version.h"
 #include "variant/runtime_error.h"
 
 namespace tarlo::app {
 namespace {
 
 using Arguments = std::span<const char* const>;
+
+// Shows a command's words by what they are ("OPERATION [ARG...]"), not by how they are counted.
+class HelpFormatter : public CLI::Formatter {
+ public:
+  HelpFormatter() { column_width(34); }
+  std::string make_option_usage(const CLI::Option* option) const override {
+    return option->get_required() ? option->get_type_name() : '[' + option->get_type_name() + ']';
+  }
+  std::string make_option_name(const CLI::Option* option, bool isPositional) const override {
+    return isPositional ? "" : CLI::Formatter::make_option_name(option, false);
+  }
+  std::string make_option_opts(const CLI::Option* option) const override {
+    if (option->get_type_size() == 0) return {};
+    return option->get_positional() ? option->get_type_name() : ' ' + option->get_type_name();
+  }
+};
+
+// How many words a command takes.
+std::size_t wordLimit(const CLI::App& command) {
+  std::size_t limit = 0;
+  for (const CLI::Option* option : command.get_options()) {
+    if (option->get_positional())
+      limit += static_cast<std::size_t>(option->get_items_expected_max());
+  }
+  return limit;
+}
 
 class Program {
  public:
@@ -20,11 +49,13 @@ class Program {
         app_("The query-scheme designer: databases, operations, statements and schemes.",
              std::string(kProgram)) {
     app_.footer(std::string(kExitCodeHelp));
-    app_.set_version_flag("--version", fmt::format("{} {}", kProgram, kVersion));
+    app_.set_version_flag("--version", fmt::format("{} {}", kProgram, version()),
+                          "Say the version, and end");
     app_.set_help_flag("-h,--help", "Say how it is used, and end");
-    for (const auto add : {addInit, addCall, addSql, addCompile, addOperations}) {
+    for (const auto add : {addServe, addInit, addCompile, addSql, addCall, addOperations, addConfig,
+                           addSignInLink, addSetPassword}) {
       commands_.push_back(add(app_, console_));
-      commands_.back().options->get_formatter()->column_width(34);
+      commands_.back().options->formatter(std::make_shared<HelpFormatter>());
     }
   }
 
@@ -59,6 +90,12 @@ class Program {
 
   int runCommand(const Command& command, Arguments arguments) {
     const SplitArguments split = splitArguments(*command.options, arguments);
+    const std::size_t limit = wordLimit(*command.options);
+    if (split.words.size() > limit) {
+      throw CommandError(kUsage,
+                         fmt::format("'{}' is one argument too many.\nSee '{} {} --help'.",
+                                     split.words[limit], kProgram, command.options->get_name()));
+    }
     std::vector<std::string> reversed(split.forParser.rbegin(), split.forParser.rend());
     return parsed(*command.options, std::move(reversed), [&] { return command.run(split.words); });
   }

@@ -8,7 +8,6 @@
 namespace tarlo::app {
 
 inline constexpr std::string_view kProgram = "tarloquery";
-inline constexpr std::string_view kVersion = "0.1.0";
 
 // `arguments` as main gets them, the program's name first. Results go to `out`, messages to `err`.
 // Gives the exit code (exit_code.h) and throws nothing.

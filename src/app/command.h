@@ -29,5 +29,9 @@ Command addCall(CLI::App& program, Console console);
 Command addSql(CLI::App& program, Console console);
 Command addCompile(CLI::App& program, Console console);
 Command addOperations(CLI::App& program, Console console);
+Command addServe(CLI::App& program, Console console);
+Command addConfig(CLI::App& program, Console console);
+Command addSignInLink(CLI::App& program, Console console);
+Command addSetPassword(CLI::App& program, Console console);
 
 }  // namespace tarlo::app

@@ -27,7 +27,8 @@ struct CallOptions {
 
 constexpr const char* kFooter =
     "Prints one JSON object: \"result\", \"arguments\" as they stand after the call, \"response\"\n"
-    "(the page text), and \"error\" (number, description) when the operation raised one.\n"
+    "(the page text), and \"error\" (number, description) when the operation raised one; a wrong\n"
+    "number of arguments is error 450.\n"
     "\n"
     "An argument is text. json:5, json:true, json:null, json:\"text\" or json:[..] give other\n"
     "states, and json: alone gives Empty; the values of K=V are read alike. A word that begins "
@@ -46,14 +47,7 @@ const Operation& operationByName(std::string_view name) {
                      fmt::format("There is no operation '{}'.{}", name, didYouMean(name, names)));
 }
 
-std::vector<Variant> argumentsFor(const Operation& operation, const Words& words) {
-  const std::size_t given = words.size() - 1;
-  if (given != operation.arity) {
-    throw CommandError(
-        kUsage, fmt::format("{} takes {} argument{}{}{}; {} given.", operation.name,
-                            operation.arity, operation.arity == 1 ? "" : "s",
-                            operation.arity == 0 ? "" : ": ", operation.argumentNames, given));
-  }
+std::vector<Variant> argumentsFrom(const Words& words) {
   std::vector<Variant> arguments;
   for (std::size_t i = 1; i < words.size(); ++i) arguments.push_back(parseArgument(words[i]));
   return arguments;
@@ -67,6 +61,15 @@ void setValues(frame::ValueMap& map, const std::vector<std::string>& pairs) {
     }
     map[pair.substr(0, equals)] = parseArgument(std::string_view(pair).substr(equals + 1));
   }
+}
+
+// The component's own words for this name no operation.
+RuntimeError wrongCount(const Operation& operation, std::size_t given) {
+  return RuntimeError(
+      ErrorNumber::WrongArgumentCount,
+      fmt::format("{} takes {} argument{}{}{}; {} given", operation.name, operation.arity,
+                  operation.arity == 1 ? "" : "s", operation.arity == 0 ? "" : ": ",
+                  operation.argumentNames, given));
 }
 
 struct Outcome {
@@ -85,6 +88,8 @@ Outcome callOn(Page& page, const Operation& operation, std::span<Variant> argume
     // The page was complete; an operation that ends it has no result.
   } catch (const RuntimeError& error) {
     outcome.error = error;
+    if (arguments.size() != operation.arity)
+      outcome.error = wrongCount(operation, arguments.size());
   }
   component.onEndPage();
   return outcome;
@@ -107,7 +112,7 @@ void writeOutcome(std::ostream& out, const Outcome& outcome, std::span<const Var
 
 int callOperation(Console console, const CallOptions& options, const Words& words) {
   const Operation& operation = operationByName(words.front());
-  std::vector<Variant> arguments = argumentsFor(operation, words);
+  std::vector<Variant> arguments = argumentsFrom(words);
   database::Registry databases;
   openForCommand(databases, options.connection);
   frame::LocalPage local(databases, options.connection);

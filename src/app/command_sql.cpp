@@ -2,10 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <system_error>
 
 #include "app/command.h"
 #include "app/database_option.h"
@@ -49,11 +52,15 @@ RowFormat formatOf(const SqlOptions& options) {
 std::string readFile(const std::string& name) {
   std::ifstream file;
   if (name != "-") {
+    std::error_code error;
+    if (std::filesystem::is_directory(name, error)) {
+      throw CommandError(kFailed, fmt::format("{} is a folder, not a script.", name));
+    }
+    errno = 0;
     file.open(name, std::ios::binary);
-    // A folder opens, and fails at the first read.
-    if (!file || file.peek() == std::ifstream::traits_type::eof()) {
-      const bool empty = file.is_open() && file.eof() && !file.bad();
-      if (!empty) throw CommandError(kFailed, fmt::format("The file {} cannot be read.", name));
+    if (!file) {
+      throw CommandError(kFailed, fmt::format("The file {} cannot be read: {}.", name,
+                                              std::generic_category().message(errno)));
     }
   }
   std::istream& source = name == "-" ? std::cin : file;
@@ -69,23 +76,16 @@ bool runStatement(database::Connection& connection, std::string_view text, std::
   return true;
 }
 
-// The refusal counts lines from where its batch begins; people count them in the file.
-std::string scriptMessage(const database::ScriptBatch& batch, std::string_view description) {
-  if (const auto refusal = parseRefusal(description)) {
-    return fmt::format("line {}, column {}: {}", batch.firstLine + refusal->line - 1,
-                       refusal->column, refusal->message);
-  }
-  return fmt::format("the batch at line {}: {}", batch.firstLine, description);
-}
-
-void runBatches(database::Connection& connection, const std::string& script, std::ostream& out,
-                RowFormat format) {
+// `name` is the script's, as its user gave it.
+void runBatches(database::Connection& connection, const std::string& name,
+                const std::string& script, std::ostream& out, RowFormat format) {
   std::size_t silent = 0;
   for (const database::ScriptBatch& batch : database::splitScript(script)) {
     try {
       if (!runStatement(connection, batch.text, out, format)) ++silent;
     } catch (const RuntimeError& error) {
-      throw CommandError(kFailed, scriptMessage(batch, error.description()));
+      throw CommandError(
+          kFailed, fmt::format("{}, {}", name, placedInFile(error.description(), batch.firstLine)));
     }
   }
   if (silent > 0 && format == RowFormat::Table) {
@@ -107,7 +107,7 @@ int runSql(Console console, const SqlOptions& options, const Words& words) {
   // Somebody sits before it, and can end it.
   connection->setCommandTimeout(std::chrono::milliseconds(0));
   if (!options.file.empty()) {
-    runBatches(*connection, script, console.out, formatOf(options));
+    runBatches(*connection, options.file, script, console.out, formatOf(options));
   } else if (options.translate) {
     const std::string text = connection->explainTranslation(words.front());
     console.out << text << (text.ends_with('\n') ? "" : "\n");

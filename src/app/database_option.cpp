@@ -8,7 +8,7 @@ namespace tarlo::app {
 
 void addDatabaseOption(CLI::App& command, std::string& connection) {
   connection = kDefaultDatabase;
-  command.add_option("-d,--database", connection, "The database, as sqlite:FILE")
+  command.add_option("-d,--database", connection, "The database, sqlite:FILE")
       ->type_name("CONN")
       ->capture_default_str();
 }
@@ -20,8 +20,9 @@ database::Database& openForCommand(database::Registry& databases, const std::str
     return database;
   } catch (const RuntimeError& error) {
     throw CommandError(
-        kNoDatabase, fmt::format("{}\n--database names the database, 'tarloquery init' makes one.",
-                                 error.description()));
+        kNoDatabase,
+        fmt::format("{}: {}\n--database names the database, 'tarloquery init' makes one.",
+                    connection, error.description()));
   }
 }
 

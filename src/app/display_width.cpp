@@ -117,6 +117,21 @@ std::size_t displayWidth(std::string_view text) {
   return width;
 }
 
+std::string cutTo(std::string_view text, std::size_t width) {
+  if (displayWidth(text) <= width) return std::string(text);
+  constexpr std::string_view kMore = "…";
+  std::string cut;
+  std::size_t used = 1;  // the mark's
+  while (!text.empty()) {
+    const CodePoint point = nextCodePoint(text);
+    used += static_cast<std::size_t>(columnsOf(point.value));
+    if (used > width) break;
+    cut += point.bytes;
+    text.remove_prefix(point.bytes.size());
+  }
+  return cut.append(kMore);
+}
+
 std::string visible(std::string_view text) {
   std::string out;
   out.reserve(text.size());

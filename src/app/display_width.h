@@ -22,6 +22,8 @@ CodePoint nextCodePoint(std::string_view text);
 int columnsOf(char32_t c);
 // Of text without control characters, that is, of what visible() gives.
 std::size_t displayWidth(std::string_view text);
+// The text where it takes at most `width` columns; otherwise its beginning with "…" behind it.
+std::string cutTo(std::string_view text, std::size_t width);
 
 // The text on one line: line ends and tabs as \n, \r and \t, other control, direction and invisible
 // characters as \u{hex}, bytes that are not UTF-8 as \xhex. A backslash stays as it is.

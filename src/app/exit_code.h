@@ -13,6 +13,8 @@ inline constexpr int kUsage = 2;
 inline constexpr int kNoDatabase = 3;
 inline constexpr int kDifferent = 4;
 inline constexpr int kAlreadyThere = 5;
+inline constexpr int kBadConfig = 6;
+inline constexpr int kCannotListen = 7;
 
 inline constexpr std::string_view kExitCodeHelp =
     "Exit codes:\n"
@@ -21,7 +23,9 @@ inline constexpr std::string_view kExitCodeHelp =
     "  2  the command line is wrong\n"
     "  3  the database cannot be opened or made\n"
     "  4  compile --compare found a difference or a statement that no longer runs\n"
-    "  5  init found the platform's tables in the database already\n";
+    "  5  init found the platform's tables in the database already\n"
+    "  6  the configuration is wrong\n"
+    "  7  serve cannot have its address\n";
 
 // Ends a command with a message for people.
 class CommandError : public std::runtime_error {

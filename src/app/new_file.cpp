@@ -5,8 +5,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <cstdio>
+#include <optional>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "app/exit_code.h"
 
@@ -14,6 +19,40 @@ namespace tarlo::app {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::string_view kMark = ".new-";
+
+// The engine's own files stand beside the file when a build is broken off.
+void removeBuild(const fs::path& file) {
+  std::error_code ignored;
+  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+    fs::remove(file.string() + suffix, ignored);
+  }
+}
+
+// The process that builds `file` for `target`, nothing when it is no such file.
+std::optional<pid_t> builderOf(const std::string& file, const std::string& target) {
+  if (!file.starts_with(target + std::string(kMark))) return std::nullopt;
+  const std::string_view digits = std::string_view(file).substr(target.size() + kMark.size());
+  pid_t builder = 0;
+  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), builder);
+  const bool number = read.ec == std::errc() && builder > 0;
+  return number ? std::optional(builder) : std::nullopt;
+}
+
+void removeAbandonedBuilds(const fs::path& folder, const fs::path& target) {
+  std::error_code error;
+  std::vector<fs::path> abandoned;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const auto builder = builderOf(entry->path().filename().string(), target.filename().string());
+    if (builder && kill(*builder, 0) != 0 && errno == ESRCH) {
+      abandoned.push_back(
+          folder / (target.filename().string() + std::string(kMark) + std::to_string(*builder)));
+    }
+  }
+  for (const fs::path& file : abandoned) removeBuild(file);
+}
 
 }  // namespace
 
@@ -25,18 +64,16 @@ NewFile::NewFile(fs::path target) : target_(std::move(target)) {
     throw CommandError(kNoDatabase, fmt::format("The folder {} cannot be made: {}.",
                                                 folder.string(), error.message()));
   }
-  path_ = target_.string() + fmt::format(".new-{}", getpid());
+  removeAbandonedBuilds(folder, target_);
+  path_ = target_.string() + fmt::format("{}{}", kMark, getpid());
 }
 
 NewFile::~NewFile() {
-  std::error_code ignored;
-  // The engine's own files beside it stay behind when a build is broken off.
-  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
-    fs::remove(path_.string() + suffix, ignored);
-  }
+  removeBuild(path_);
 }
 
 void NewFile::publish() {
+  endWhenInterrupted();
   if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target_.c_str(), RENAME_NOREPLACE) == 0) return;
   const int code = errno;
   std::error_code error;

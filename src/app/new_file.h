@@ -5,11 +5,15 @@
 #include <filesystem>
 #include <string>
 
+#include "app/interruption.h"
+
 namespace tarlo::app {
 
 class NewFile {
  public:
-  // Makes the folder of `target` when it is missing. Throws CommandError (kNoDatabase).
+  // Makes the folder of `target` when it is missing, and removes what a process that is no more (it
+  // was killed, or the power failed) left half made for the same place. Signals that end the
+  // process wait as long as this lives. Throws CommandError (kNoDatabase).
   explicit NewFile(std::filesystem::path target);
   // Removes what was built, unless it was published.
   ~NewFile();
@@ -23,6 +27,7 @@ class NewFile {
   void publish();
 
  private:
+  InterruptionDelay delay_;  // the first member: it outlives the removal
   std::filesystem::path target_;
   std::filesystem::path path_;
 };

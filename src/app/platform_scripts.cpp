@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include "app/exit_code.h"
+#include "app/interruption.h"
+#include "app/refusal.h"
 #include "database/script.h"
 #include "variant/text.h"
 
@@ -39,6 +41,18 @@ std::string_view createdTable(std::string_view batch) {
   return batch.substr(0, batch.find_first_of(" (\r\n"));
 }
 
+void runBatches(database::Connection& connection, const Script& script) {
+  for (const database::ScriptBatch& batch : database::splitScript(script.text)) {
+    endWhenInterrupted();
+    try {
+      connection.execute(batch.text);
+    } catch (const RuntimeError& error) {
+      throw CommandError(kFailed, fmt::format("{}, {}", script.name,
+                                              placedInFile(error.description(), batch.firstLine)));
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<Script> tableScripts() {
@@ -56,13 +70,7 @@ std::vector<Script> laterDemoScripts() {
 }
 
 void runScripts(database::Connection& connection, const std::vector<Script>& scripts) {
-  for (const Script& script : scripts) {
-    try {
-      database::runScript(connection, script.text);
-    } catch (const RuntimeError& error) {
-      throw CommandError(kFailed, fmt::format("{}, {}", script.name, error.description()));
-    }
-  }
+  for (const Script& script : scripts) runBatches(connection, script);
 }
 
 std::vector<std::string> tablesMadeBy(const std::vector<Script>& scripts) {

@@ -1,10 +1,10 @@
 #include "app/progress.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include <iostream>
 #include <string>
+
+#include "app/terminal.h"
 
 namespace tarlo::app {
 namespace {
@@ -19,7 +19,7 @@ Progress::Progress(std::ostream& err, std::string_view what, std::size_t total)
     : err_(err),
       what_(what),
       total_(total),
-      enabled_(&err == &std::cerr && isatty(STDERR_FILENO) == 1),
+      enabled_(isTerminal(err)),
       next_(std::chrono::steady_clock::now() + kPatience) {}
 
 void Progress::advance() {

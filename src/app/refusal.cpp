@@ -1,5 +1,7 @@
 #include "app/refusal.h"
 
+#include <fmt/format.h>
+
 #include <charconv>
 
 namespace tarlo::app {
@@ -26,6 +28,14 @@ std::optional<Refusal> parseRefusal(std::string_view description) {
   if (!rest.starts_with(": ")) return std::nullopt;
   refusal.message = rest.substr(2);
   return refusal;
+}
+
+std::string placedInFile(std::string_view description, std::size_t firstLine) {
+  if (const auto refusal = parseRefusal(description)) {
+    return fmt::format("line {}, column {}: {}", firstLine + refusal->line - 1, refusal->column,
+                       refusal->message);
+  }
+  return fmt::format("the batch at line {}: {}", firstLine, description);
 }
 
 std::string_view withoutPosition(std::string_view description) {

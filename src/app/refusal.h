@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tarlo::app {
@@ -15,6 +16,10 @@ struct Refusal {
 
 // Nothing when the description does not begin with "line L, column C: ".
 std::optional<Refusal> parseRefusal(std::string_view description);
+
+// The description with its line counted in the file in which the statement's text begins on line
+// `firstLine`. One that names no position gets that of the statement.
+std::string placedInFile(std::string_view description, std::size_t firstLine);
 
 // The message without its position, for statements that nobody has in front of them.
 std::string_view withoutPosition(std::string_view description);

@@ -28,15 +28,19 @@ std::size_t eachRow(const std::ostream& out, database::Recordset& rows, std::siz
   return count;
 }
 
-std::size_t writeTable(std::ostream& out, database::Recordset& rows, std::size_t maxRows) {
-  Table table(out, titlesOf(rows));
-  const std::size_t count = eachRow(out, rows, maxRows, [&](std::size_t) {
+std::size_t writeTable(std::ostream& out, database::Recordset& rows, const RowLimits& limits) {
+  Table table(out, titlesOf(rows), limits.width);
+  const std::size_t count = eachRow(out, rows, limits.rows, [&](std::size_t) {
     std::vector<Cell> cells;
     for (std::size_t i = 0; i < rows.fieldCount(); ++i) cells.push_back(cellOf(rows.value(i)));
     table.add(std::move(cells));
   });
   table.finish();
-  out << fmt::format("({} row{})\n", count, count == 1 ? "" : "s");
+  out << fmt::format("({} row{}", count, count == 1 ? "" : "s");
+  if (table.columnsShown() < rows.fieldCount()) {
+    out << fmt::format("; {} of {} columns fit", table.columnsShown(), rows.fieldCount());
+  }
+  out << ")\n";
   return count;
 }
 
@@ -75,14 +79,14 @@ Cell cellOf(const Variant& value) {
 }
 
 std::size_t writeRows(std::ostream& out, database::Recordset& rows, RowFormat format,
-                      std::size_t maxRows) {
+                      const RowLimits& limits) {
   switch (format) {
     case RowFormat::Json:
-      return writeJson(out, rows, maxRows);
+      return writeJson(out, rows, limits.rows);
     case RowFormat::Csv:
-      return writeCsv(out, rows, maxRows);
+      return writeCsv(out, rows, limits.rows);
     default:
-      return writeTable(out, rows, maxRows);
+      return writeTable(out, rows, limits);
   }
 }
 

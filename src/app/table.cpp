@@ -11,7 +11,8 @@ constexpr std::string_view kGap = "  ";
 
 }  // namespace
 
-Table::Table(std::ostream& out, const std::vector<std::string>& titles) : out_(out) {
+Table::Table(std::ostream& out, const std::vector<std::string>& titles, std::size_t maxWidth)
+    : out_(out), maxWidth_(maxWidth) {
   for (const std::string& title : titles) {
     titles_.push_back({visible(title), true});
     widths_.push_back(std::min(kMaxPadding, displayWidth(titles_.back().text)));
@@ -32,8 +33,7 @@ void Table::finish() {
   if (!streaming_) writeHeld();
 }
 
-void Table::writeHeld() {
-  streaming_ = true;
+void Table::measure() {
   for (const auto& row : held_) {
     for (std::size_t i = 0; i < row.size(); ++i) {
       widths_[i] = std::max(widths_[i], std::min(kMaxPadding, displayWidth(row[i].text)));
@@ -44,6 +44,24 @@ void Table::writeHeld() {
   if (held_.empty()) {
     for (Cell& title : titles_) title.alignRight = false;
   }
+}
+
+// The first column stays, however wide it is.
+void Table::leaveOutWhatDoesNotFit() {
+  std::size_t used = 0;
+  for (std::size_t i = 0; i < widths_.size(); ++i) {
+    used += widths_[i] + (i > 0 ? kGap.size() : 0);
+    if (i > 0 && used > maxWidth_) {
+      widths_.resize(i);
+      return;
+    }
+  }
+}
+
+void Table::writeHeld() {
+  streaming_ = true;
+  measure();
+  if (maxWidth_ > 0) leaveOutWhatDoesNotFit();
   writeRow(titles_);
   std::vector<Cell> line;
   for (const std::size_t width : widths_) line.push_back({std::string(width, '-'), false});
@@ -55,13 +73,14 @@ void Table::writeHeld() {
 
 void Table::writeRow(const std::vector<Cell>& row) {
   std::string line;
-  for (std::size_t i = 0; i < row.size(); ++i) {
+  for (std::size_t i = 0; i < widths_.size(); ++i) {
     if (i > 0) line += kGap;
-    const std::size_t width = displayWidth(row[i].text);
+    const std::string text = maxWidth_ > 0 ? cutTo(row[i].text, widths_[i]) : row[i].text;
+    const std::size_t width = displayWidth(text);
     const std::size_t padding = widths_[i] > width ? widths_[i] - width : 0;
     if (row[i].alignRight) line.append(padding, ' ');
-    line += row[i].text;
-    const bool last = i + 1 == row.size();
+    line += text;
+    const bool last = i + 1 == widths_.size();
     if (!row[i].alignRight && !last) line.append(padding, ' ');
   }
   out_ << line << '\n';

@@ -23,20 +23,26 @@ struct Cell {
 
 class Table {
  public:
-  // The titles may hold any character.
-  Table(std::ostream& out, const std::vector<std::string>& titles);
+  // The titles may hold any character. With a `maxWidth` other than 0 the table stays within so
+  // many places: long cells are cut, and columns that do not fit are left out.
+  Table(std::ostream& out, const std::vector<std::string>& titles, std::size_t maxWidth = 0);
 
   // As many cells as there are titles.
   void add(std::vector<Cell> row);
   // Writes what is still held. Nothing may be added afterwards.
   void finish();
   std::size_t rowCount() const { return rowCount_; }
+  // How many columns, from the first, were written. Known when rows have been.
+  std::size_t columnsShown() const { return widths_.size(); }
 
  private:
+  void measure();
+  void leaveOutWhatDoesNotFit();
   void writeHeld();
   void writeRow(const std::vector<Cell>& row);
 
   std::ostream& out_;
+  std::size_t maxWidth_;
   std::vector<Cell> titles_;
   std::vector<std::size_t> widths_;
   std::vector<std::vector<Cell>> held_;

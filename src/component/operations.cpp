@@ -12,8 +12,11 @@
 #include "component/binding.h"
 #include "frame/helpers.h"
 #include "metadata/dictionary_lookups.h"
+#include "metadata/introspection.h"
 #include "metadata/relation_table.h"
 #include "metadata/version_lookups.h"
+#include "scheme/manager_page.h"
+#include "scheme/module_links.h"
 
 namespace tarlo::component {
 namespace {
@@ -63,6 +66,16 @@ constexpr auto kByFolder = std::to_array<Operation>({
     resuming<metadata::getFieldDesc>("getFieldDesc", "metadata", "fieldname"),
     resuming<metadata::getTableDesc>("getTableDesc", "metadata", "tablename"),
     resuming<metadata::getRelationTable_Query>("getRelationTable_Query", "metadata", "tableid,rel"),
+    resuming<metadata::getQuerySQL>("getQuerySQL", "metadata", "queryid,isInstance"),
+    raising<metadata::getQueryAllTitle>("getQueryAllTitle", "metadata", "queryid,isInstance"),
+    raising<metadata::getQueryAllCal>("getQueryAllCal", "metadata", "queryid,isInstance"),
+    raising<metadata::getQueryAllField>("getQueryAllField", "metadata", "queryid,isInstance"),
+    resuming<metadata::KeyField2TableID>("KeyField2TableID", "metadata", "queryid,isInstance"),
+    resuming<metadata::getTableListTitle>("getTableListTitle", "metadata", "controlid,isInstance"),
+    raising<metadata::SQL2Fields>("SQL2Fields", "metadata", "SQLstr"),
+    raising<scheme::ctrlSearch>("ctrlSearch", "scheme", ""),
+    raising<scheme::isNotWorkflowChild>("isNotWorkflowChild", "scheme", ""),
+    raising<scheme::showLinksq>("showLinksq", "scheme", "styleaa"),
 });
 
 constexpr auto kOperations = [] {

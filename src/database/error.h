@@ -2,6 +2,7 @@
 // A failed database call. Users never see its text; the log does.
 
 #include <string>
+#include <string_view>
 
 #include "tsql/error.h"
 #include "variant/runtime_error.h"
@@ -18,15 +19,24 @@ inline constexpr int kNoSuchField = 3265;              // item not found in the 
 class DatabaseError : public RuntimeError {
  public:
   struct Native {
-    std::string engine;    // "sqlite", or "tsql" for a statement that the front end refused
-    int code = 0;          // the engine's own (extended) code, 0 for "tsql"
+    // "sqlite"; "tsql" for a statement that the front end refused; "pool" when no connection was
+    // free; "" for a connection string that names no known engine.
+    std::string engine;
+    int code = 0;          // the engine's own (extended) code, 0 where there is none
     std::string sqlState;  // five characters; "42000" for a refused statement
     std::string text;      // the engine's own message
+    // What was being run, at most kMaxStatementBytes of it; "" for a failure outside a statement.
+    // While rows are read it is the engine's text with its values.
+    std::string statement = {};
   };
+  static constexpr std::size_t kMaxStatementBytes = 4000;
+
   DatabaseError(int number, std::string description, Native native)
       : RuntimeError(number, std::move(description), "database"), native_(std::move(native)) {}
 
   const Native& native() const { return native_; }
+  // Cuts between characters.
+  void setStatement(std::string_view statement);
 
  private:
   Native native_;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <fstream>
@@ -129,6 +130,10 @@ void check(const Config& config, std::string_view file) {
   if (!config.trustedHeader.empty() && config.trustedAddresses.empty()) {
     refuse("sign_in.trusted_header needs sign_in.trusted_addresses");
   }
+  static constexpr std::string_view kLevels[] = {"debug", "info", "warning", "error"};
+  if (std::ranges::find(kLevels, config.logLevel) == std::end(kLevels))
+    refuse("log.level must be debug, info, warning or error");
+  if (!config.startPage.starts_with('/')) refuse("pages.start_page must begin with /");
   parseEndpoint(config.listen);
 }
 

@@ -12,6 +12,8 @@
 
 namespace tarlo::host {
 
+using Milliseconds = std::chrono::milliseconds;
+
 struct Config {
   std::string listen = "127.0.0.1:8080";
   std::string database = "sqlite:data/tarlo.db";

@@ -10,8 +10,6 @@
 
 namespace tarlo::host {
 
-using Milliseconds = std::chrono::milliseconds;
-
 // Where a key's value lives. Durations are written in seconds, sizes in bytes or plain counts.
 using ConfigField = std::variant<std::string Config::*, bool Config::*, std::size_t Config::*,
                                  Milliseconds Config::*, std::size_t WireLimits::*,

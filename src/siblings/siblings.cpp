@@ -1,8 +1,30 @@
 #include "siblings/siblings.h"
 
-namespace tarlo::siblings {
+#include "siblings/grid_operations.h"
+#include "siblings/menu.h"
+#include "siblings/table.h"
 
-std::span<const ProgId> progIds() { return {}; }
-std::span<const PageOperation> pageOperations() { return {}; }
+namespace tarlo::siblings {
+namespace {
+
+constexpr ProgId kProgIds[] = {
+    {"TarloTable.table", makeTable},
+    {"Tarlo.menu", makeMenu},
+};
+
+constexpr PageOperation kPageOperations[] = {
+    {"TarloTable", "rows", sendGridRows},
+    {"TarloTable", "csv", sendGridCsv},
+};
+
+}  // namespace
+
+std::span<const ProgId> progIds() {
+  return kProgIds;
+}
+
+std::span<const PageOperation> pageOperations() {
+  return kPageOperations;
+}
 
 }  // namespace tarlo::siblings

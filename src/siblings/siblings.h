@@ -1,6 +1,6 @@
 #pragma once
-// The components that pages create beside TarloQuery: by program id, and by address where their browser side asks for
-// data.
+// The components that pages create beside TarloQuery: by program id, and by address where their
+// browser side asks for data.
 
 #include <memory>
 #include <span>
@@ -17,8 +17,8 @@ struct ProgId {
 };
 std::span<const ProgId> progIds();
 
-// `/<component>.Zembra?action=<name>`: what the browser side of a component asks the server for. Runs like a page
-// operation: signed in, origin checked.
+// `/<component>.Zembra?action=<name>`: what the browser side of a component asks the server for.
+// Runs like a page operation: signed in, origin checked.
 struct PageOperation {
   std::string_view component;  // "TarloTable"
   std::string_view name;

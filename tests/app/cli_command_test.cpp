@@ -36,7 +36,7 @@ class CliDatabaseTest : public CliTest {
 TEST(CliTestUsage, WrongCommandLinesAreToldInWords) {
   const std::pair<Arguments, const char*> rows[] = {
       {{"complie"}, "Did you mean 'compile'?"},
-      {{"xyzzyxyzzy"}, "The commands are: init, call, sql, compile, operations."},
+      {{"xyzzyxyzzy"}, "The commands are: serve, init, compile"},
       {{"--nonsense"}, "--nonsense"},
       {{"sql", "--colour", "select 1"}, "--colour"},
       {{"sql"}, "Give either a statement or --file"},
@@ -44,13 +44,14 @@ TEST(CliTestUsage, WrongCommandLinesAreToldInWords) {
       {{"sql", "--translate"}, "statement"},
       {{"call"}, "operation is required"},
       {{"call", "getTableName_Quer", "1"}, "Did you mean 'getTableName_Query'?"},
-      {{"call", "validINT"}, "validINT takes 1 argument: iINT; 0 given."},
       {{"call", "validINT", "json:{"}, "not JSON"},
       {{"compile"}, "Give the ids of schemes, or --all."},
       {{"compile", "12x"}, "'12x' is not the id of a scheme."},
       {{"compile", "--all", "--rows", "-1"}, "--rows"},
       {{"init", "-d", "sqlite::memory:"}, "sqlite:FILE"},
-      {{"operations", "surplus"}, "not expected"},
+      {{"compile", "--all", "--rows", "0"}, "not a number of rows"},
+      {{"operations", "surplus"}, "'surplus' is one argument too many"},
+      {{"sql", "select 1", "select 2"}, "'select 2' is one argument too many"},
   };
   for (const auto& [arguments, message] : rows) {
     const CliResult result = cli(arguments);
@@ -174,6 +175,10 @@ TEST_F(CliDatabaseTest, ARaisedErrorIsPartOfTheOutcome) {
   ASSERT_TRUE(outcome.contains("error"));
   EXPECT_TRUE(outcome["error"]["number"].is_number());
   EXPECT_GT(outcome["error"]["description"].get<std::string>().size(), 10u);
+  const CliResult count = call({"validINT"});
+  EXPECT_EQ(count.exitCode, kFailed);
+  EXPECT_EQ(Json::parse(count.out)["error"]["number"], 450);
+  EXPECT_TRUE(holds(count.out, "validINT takes 1 argument: iINT; 0 given")) << count.out;
   EXPECT_EQ(call({"--session", "novalue", "validINT", "5"}).exitCode, kUsage);
 }
 

@@ -8,6 +8,7 @@
 #include "app/nearest.h"
 #include "app/refusal.h"
 #include "app/statement_diff.h"
+#include "app/statement_parts.h"
 #include "app/table.h"
 #include "variant/array.h"
 
@@ -49,6 +50,17 @@ TEST(TableTest, AlignsByColumnsOnTheScreen) {
   table.add({{"客户名", false}, {"1000", true}});
   table.finish();
   EXPECT_EQ(out.str(), "名称       n\n------  ----\nab         5\n客户名  1000\n");
+}
+
+TEST(TableTest, KeepsToItsWidth) {
+  std::ostringstream out;
+  Table table(out, {"名称", "n", "left out"}, 13);
+  table.add({{"客户名称", false}, {"5", true}, {"x", false}});
+  table.finish();
+  EXPECT_EQ(out.str(), "名称      n\n--------  -\n客户名称  5\n");
+  EXPECT_EQ(table.columnsShown(), 2u);
+  EXPECT_EQ(cutTo("客户名称", 8), "客户名称");
+  EXPECT_EQ(cutTo("客户名称", 6), "客户…");
 }
 
 TEST(TableTest, WritesRowsAsTheyComeOnceItHasMeasured) {
@@ -165,6 +177,24 @@ TEST(StatementDiffTest, PartsAtClausesOutsideBracketsAndQuotes) {
   EXPECT_EQ(clauses[1].items, (Items{"[T]", "U"}));
   EXPECT_EQ(clauses[2].items, (Items{"[a]=1", "[b] in (select x from y where p and q)"}));
   EXPECT_EQ(clauses[3].items, (Items{"[c]", "[d]"}));
+}
+
+TEST(StatementParts, LaysOutWithoutChangingTheStatement) {
+  EXPECT_EQ(laidOut("select [a],[b],[c] from [T],U where [a]=1 and [b]=2", 15),
+            "select [a],\n  [b], [c]\nfrom [T], U\nwhere [a]=1 and\n  [b]=2\n");
+  // What cannot be put together again stays as it is.
+  EXPECT_EQ(laidOut("select ,a FROM T", 5), "select ,a FROM T\n");
+}
+
+TEST(StatementDiffTest, ComparesVeryLongClausesByCount) {
+  std::string before = "select 0", after = "select 1";
+  for (int i = 2; i < 2000; ++i) {
+    before += "," + std::to_string(i);
+    after += "," + std::to_string(i);
+  }
+  const StatementDiff diff = diffStatements(before, after);
+  EXPECT_EQ(summaryOf(diff), "1 item gone, 1 new");
+  EXPECT_EQ(diff.lines.size(), 1u);
 }
 
 TEST(StatementDiffTest, SaysWhatIsGoneAndWhatIsNew) {

@@ -224,7 +224,11 @@ ast::Query RandomTree::query() {
     query.ops.push_back(static_cast<ast::SetOp>(below(2)));
     query.parts.push_back(spec());
   }
-  if (chance(30)) query.orderBy = some([&] { return ast::OrderItem{expr(), chance(50)}; });
+  if (!chance(30)) return query;
+  query.orderBy = some([&] { return ast::OrderItem{expr(), chance(50)}; });
+  const auto count = [] { return ast::Expr{{}, ast::Literal{{}, "20"}, {}, {}}; };
+  if (chance(30)) query.offset = count();
+  if (query.offset && chance(50)) query.fetch = count();
   return query;
 }
 

@@ -214,7 +214,7 @@ TEST(ResolveRefusals, writing) {
       {"update Zembra_DataDict_Table set DDT_ID=1", "computed",
        "update Zembra_DataDict_Table set DDT_Status='1'"},
       {"update UserTb_Region set Code='12345678901'", "longer than",
-       "update UserTb_Region set Name='12345678901'"},
+       "update UserTb_Region set Code='1234567890   '"},
       {"update Orders set Amount=sum(Amount)", "SUM cannot stand in SET",
        "update Orders set Amount=Amount*2"},
       {"update Orders set CustID=getdate()", "a date does not convert",

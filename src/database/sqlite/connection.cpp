@@ -16,17 +16,32 @@ SqliteConnection::SqliteConnection(SqliteHandle handle, TranslationCache& transl
   deadline_.install(handle_.get());
 }
 
+namespace {
+
+// Gives a failing call's error the statement that it was for.
+template <class Call>
+auto withStatement(std::string_view sql, Call&& call) {
+  try {
+    return call();
+  } catch (DatabaseError& error) {
+    error.setStatement(sql);
+    throw;
+  }
+}
+
+}  // namespace
+
 void SqliteConnection::execute(std::string_view sql) {
-  run(sql, Want::Nothing);
+  withStatement(sql, [&] { run(sql, Want::Nothing); });
 }
 
 std::unique_ptr<Recordset> SqliteConnection::open(std::string_view sql) {
-  return run(sql, Want::Rows);
+  return withStatement(sql, [&] { return run(sql, Want::Rows); });
 }
 
 std::string SqliteConnection::explainTranslation(std::string_view sql) {
   beginCall();
-  const TranslationPtr translation = translationOf(sql);
+  const TranslationPtr translation = withStatement(sql, [&] { return translationOf(sql); });
   std::string text;
   for (const tsql::Step& step : translation->translation.steps) {
     if (!text.empty()) text += '\n';
@@ -45,6 +60,14 @@ DatabaseError SqliteConnection::failure(int code, SqliteCall call) {
   // A database in memory is gone with its connection, so that one is kept whatever happens.
   if (losesConnection(code) && !settings_.inMemory) lost_ = true;
   return sqliteError(handle_.get(), code, call);
+}
+
+void SqliteConnection::failRun(int code, sqlite3_stmt* statement) {
+  DatabaseError error = failure(code, SqliteCall::Run);
+  const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_expanded_sql(statement),
+                                                            &sqlite3_free);
+  if (text) error.setStatement(text.get());
+  throw error;
 }
 
 bool SqliteConnection::refreshCatalogue() {

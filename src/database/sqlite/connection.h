@@ -42,6 +42,8 @@ class SqliteConnection final : public PooledConnection {
   // For its recordsets: a call begins; a call failed.
   void beginCall() { deadline_.restart(); }
   [[noreturn]] void fail(int code, SqliteCall call) { throw failure(code, call); }
+  // The statement that was running is told with the error.
+  [[noreturn]] void failRun(int code, sqlite3_stmt* statement);
 
  protected:
   void begin() override;

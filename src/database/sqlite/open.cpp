@@ -1,5 +1,8 @@
 #include "database/sqlite/open.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <filesystem>
 
 #include <fmt/format.h>
@@ -23,6 +26,10 @@ std::string whyNot(const std::string& path) {
     return fmt::format("The folder of the database file {} does not exist.", path);
   }
   if (!fs::exists(file, ignored)) return fmt::format("There is no database file {}.", path);
+  // The log of writes stands beside the file, and even a reader makes its index.
+  if (faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) != 0) {
+    return fmt::format("The folder of the database file {} cannot be written to.", path);
+  }
   return fmt::format("The database file {} cannot be opened.", path);
 }
 
@@ -32,8 +39,11 @@ std::string whyNot(const std::string& path) {
       {.engine = "sqlite", .code = code, .sqlState = "08001", .text = std::move(text)});
 }
 
-void run(sqlite3* handle, const char* text) {
+void run(sqlite3* handle, const char* text, const std::string& path) {
   const int code = sqlite3_exec(handle, text, nullptr, nullptr, nullptr);
+  const bool unopenable = (code & 0xFF) == SQLITE_CANTOPEN || code == SQLITE_READONLY_CANTINIT ||
+                          code == SQLITE_READONLY_DIRECTORY;
+  if (unopenable) throwUnopenable(path, code, sqlite3_errmsg(handle));
   if (code != SQLITE_OK) throw sqliteError(handle, code, SqliteCall::Open);
 }
 
@@ -90,12 +100,12 @@ SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
         {.engine = "sqlite", .code = SQLITE_READONLY, .sqlState = "08001", .text = ""});
   }
   // Readers and a writer do not stop each other in this mode. The file remembers it.
-  if (!readOnly) run(handle.get(), "PRAGMA journal_mode=WAL");
+  if (!readOnly) run(handle.get(), "PRAGMA journal_mode=WAL", path);
   // With the log, NORMAL leaves the file whole but may lose the last commits when the power fails.
   // A page that has said "saved" must be right, so every commit waits for the disk.
-  run(handle.get(), "PRAGMA synchronous=FULL");
+  run(handle.get(), "PRAGMA synchronous=FULL", path);
   // The first read: a file that is no database is told here.
-  run(handle.get(), "PRAGMA schema_version");
+  run(handle.get(), "PRAGMA schema_version", path);
   registerSqliteFunctions(handle.get(), procedures);
   return handle;
 }

@@ -1,13 +1,13 @@
 #include "database/sqlite/values.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "database/sqlite/rounding.h"
 #include "variant/convert.h"
 
 namespace tarlo::database {
@@ -36,19 +36,6 @@ Variant asStored(sqlite3_stmt* statement, int i, int storage) {
     default:
       return Variant(textOf(statement, i));
   }
-}
-
-// Adds one to the last digit of a number without sign, with a point perhaps.
-void roundUp(std::string& digits) {
-  for (std::size_t i = digits.size(); i-- > 0;) {
-    if (digits[i] == '.') continue;
-    if (digits[i] != '9') {
-      ++digits[i];
-      return;
-    }
-    digits[i] = '0';
-  }
-  digits.insert(digits.begin(), '1');
 }
 
 // "YYYY-MM-DD" with an optional " HH:MM:SS" and ".mmm": the form in which dates are stored.
@@ -98,25 +85,11 @@ Variant wholeNumber(sqlite3_stmt* statement, int i) {
 }  // namespace
 
 variant::Decimal roundedDecimal(double number, int scale) {
-  // The shortest digits that mean this number are the ones people see, so the rounding starts from
-  // them: 2.675 is a tie although the nearest double lies below it.
-  std::array<char, 400> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(number),
-                                 std::chars_format::fixed)
-                       .ptr;
-  std::string digits(buffer.data(), end);
-  const std::size_t point = digits.find('.');
-  if (point != std::string::npos) {
-    const std::size_t kept = point + 1 + static_cast<std::size_t>(scale);
-    if (digits.size() > kept) {
-      const bool up = digits[kept] >= '5';
-      digits.resize(kept);
-      if (up) roundUp(digits);
-    }
+  std::string digits = roundedText(number, scale);
+  if (digits.find('.') != std::string::npos) {
     digits.erase(digits.find_last_not_of('0') + 1);
     if (digits.back() == '.') digits.pop_back();
   }
-  if (number < 0 && digits != "0") digits.insert(digits.begin(), '-');
   return {std::move(digits)};
 }
 

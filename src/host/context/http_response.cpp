@@ -1,5 +1,7 @@
 #include "host/context/http_response.h"
 
+#include <algorithm>
+
 #include "variant/runtime_error.h"
 #include "variant/text.h"
 
@@ -31,9 +33,18 @@ void HttpResponse::end() {
   throw frame::PageEnd{};
 }
 
+void HttpResponse::reset() {
+  clear();
+  headers_.clear();
+}
+
 void HttpResponse::setHeader(std::string_view name, std::string_view value) {
-  if (variant::equalsNoCase(name, "Content-Type")) typed_ = true;
-  wire_.addHeader(std::string(name), std::string(value));
+  for (auto& [known, content] : headers_) {
+    if (!variant::equalsNoCase(known, name)) continue;
+    content = value;
+    return;
+  }
+  headers_.emplace_back(name, value);
 }
 
 void HttpResponse::encodePending() {
@@ -47,21 +58,28 @@ void HttpResponse::encodePending() {
 
 // The charset stands in the header, since a page's own meta element may come too late for the
 // browser.
-void HttpResponse::announceType() {
-  if (typed_) return;
-  setHeader("Content-Type",
-            charset_ == Charset::Utf8 ? "text/html; charset=utf-8" : "text/html; charset=gb2312");
+void HttpResponse::announceHeaders() {
+  if (wire_.isStarted()) return;
+  const bool typed = std::ranges::any_of(headers_, [](const Header& header) {
+    return variant::equalsNoCase(header.first, "Content-Type");
+  });
+  if (!typed) {
+    wire_.addHeader("Content-Type", charset_ == Charset::Utf8 ? "text/html; charset=utf-8"
+                                                              : "text/html; charset=gb2312");
+  }
+  for (auto& [name, value] : headers_) wire_.addHeader(std::move(name), std::move(value));
+  headers_.clear();
 }
 
 void HttpResponse::flush() {
-  announceType();
+  announceHeaders();
   encodePending();
   wire_.flush(bytes_);
   bytes_.clear();
 }
 
 void HttpResponse::finish() {
-  announceType();
+  announceHeaders();
   encodePending();
   if (wire_.isStarted()) {
     wire_.flush(bytes_);

@@ -19,26 +19,32 @@ class HttpResponse : public frame::Response {
   void write(std::string_view text) override;
   void clear() override;
   [[noreturn]] void end() override;
+  // A later value of the same name takes the place of the earlier one.
   void setHeader(std::string_view name, std::string_view value) override;
   void binaryWrite(std::string_view bytes) override;
   void flush() override;
   bool isClientConnected() const override { return wire_.isClientConnected(); }
 
+  // Before the first byte goes out.
+  void setStatus(unsigned status) { wire_.setStatus(status); }
+  // Drops everything that has not gone out yet, headers included, so that another page can take
+  // its place.
+  void reset();
   // Sends what is kept, as the whole page or as the last piece of a flushed one.
   void finish();
   bool isFlushed() const { return wire_.isStarted(); }
 
  private:
   void encodePending();
-  void announceType();
+  void announceHeaders();
   void room(std::size_t more) const;
 
   WireResponse& wire_;
   const Charset charset_;
   const std::size_t mostBytes_;
-  std::string text_;    // UTF-8, behind `bytes_`
-  std::string bytes_;   // as they go out
-  bool typed_ = false;  // a Content-Type was set
+  std::string text_;             // UTF-8, behind `bytes_`
+  std::string bytes_;            // as they go out
+  std::vector<Header> headers_;  // one of a name
 };
 
 }  // namespace tarlo::host

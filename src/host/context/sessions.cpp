@@ -33,11 +33,6 @@ void SessionData::put(std::string_view key, const Variant& value) {
   values_.insert_or_assign(std::string(key), value);
 }
 
-std::string SessionData::id() const {
-  const std::lock_guard lock(mutex_);
-  return id_;
-}
-
 std::shared_ptr<SessionData> Sessions::find(std::string_view id) {
   const std::lock_guard lock(mutex_);
   dropExpired();
@@ -62,19 +57,6 @@ std::shared_ptr<SessionData> Sessions::add(std::shared_ptr<SessionData> data) {
   order_.push_back({data, now_()});
   byId_.emplace(data->id(), std::prev(order_.end()));
   return data;
-}
-
-void Sessions::rotate(const std::shared_ptr<SessionData>& session) {
-  const std::lock_guard lock(mutex_);
-  const auto found = byId_.find(session->id());
-  if (found == byId_.end()) return;
-  const auto place = found->second;
-  byId_.erase(found);
-  {
-    const std::lock_guard inner(session->mutex_);
-    session->id_ = randomToken();
-  }
-  byId_.emplace(session->id(), place);
 }
 
 void Sessions::end(std::string_view id) {

@@ -17,18 +17,17 @@ namespace tarlo::host {
 // 32 bytes of the system's random source as 64 hexadecimal digits.
 std::string randomToken();
 
-// The values of one session. Its id changes at a sign-in while the values stay.
+// The values of one session.
 class SessionData {
  public:
   explicit SessionData(std::string id) : id_(std::move(id)) {}
   Variant get(std::string_view key) const;
   void put(std::string_view key, const Variant& value);
-  std::string id() const;
+  const std::string& id() const { return id_; }
 
  private:
-  friend class Sessions;
   mutable std::mutex mutex_;
-  std::string id_;
+  const std::string id_;
   frame::ValueMap values_;
 };
 
@@ -44,8 +43,6 @@ class Sessions {
   std::shared_ptr<SessionData> find(std::string_view id);
   // A new one. Where there are too many, the one that was idle longest ends.
   std::shared_ptr<SessionData> create();
-  // Gives the session another id, so that an id known before a sign-in is worth nothing after it.
-  void rotate(const std::shared_ptr<SessionData>& session);
   void end(std::string_view id);
   std::size_t count() const;
 
@@ -67,16 +64,30 @@ class Sessions {
   std::unordered_map<std::string, List::iterator> byId_;
 };
 
-// Session of a page over a kept one.
+// Session of a page over a kept one, which is made when the page puts its first value: a visitor
+// who only reads needs none.
 class HttpSession : public frame::Session {
  public:
-  explicit HttpSession(std::shared_ptr<SessionData> data) : data_(std::move(data)) {}
-  Variant get(std::string_view key) const override { return data_->get(key); }
-  void put(std::string_view key, const Variant& value) override { data_->put(key, value); }
-  std::string id() const override { return data_->id(); }
+  using Make = std::function<std::shared_ptr<SessionData>()>;
+  // `data` may be nothing.
+  HttpSession(std::shared_ptr<SessionData> data, Make make)
+      : data_(std::move(data)), make_(std::move(make)) {}
+
+  Variant get(std::string_view key) const override {
+    return data_ == nullptr ? Variant() : data_->get(key);
+  }
+  void put(std::string_view key, const Variant& value) override {
+    if (data_ == nullptr) data_ = make_();
+    data_->put(key, value);
+  }
+  // "" as long as there is no session.
+  std::string id() const override { return data_ == nullptr ? "" : data_->id(); }
+  // Goes on with another session, or with none.
+  void become(std::shared_ptr<SessionData> data) { data_ = std::move(data); }
 
  private:
   std::shared_ptr<SessionData> data_;
+  Make make_;
 };
 
 }  // namespace tarlo::host

@@ -12,6 +12,7 @@
 #include <boost/asio/write.hpp>
 #include <list>
 #include <random>
+#include <system_error>
 #include <thread>
 
 #include "host/wire/connection.h"
@@ -108,8 +109,13 @@ struct WireServer::Core {
   std::list<std::thread> threads;
 };
 
-WireServer::WireServer(Options options, Handler handler)
-    : core_(std::make_unique<Core>(std::move(options), std::move(handler))) {}
+WireServer::WireServer(Options options, Handler handler) {
+  try {
+    core_ = std::make_unique<Core>(std::move(options), std::move(handler));
+  } catch (const boost::system::system_error& error) {
+    throw std::system_error(error.code());
+  }
+}
 
 WireServer::~WireServer() {
   core_->stop();

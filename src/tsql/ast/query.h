@@ -81,6 +81,9 @@ struct Query {
   std::vector<QuerySpec> parts;  // one or more
   std::vector<SetOp> ops;        // ops[i] stands before parts[i + 1]; they group to the left
   std::vector<OrderItem> orderBy;
+  // OFFSET n ROWS FETCH NEXT m ROWS ONLY: integer literals; no fetch without an offset.
+  std::optional<Expr> offset;
+  std::optional<Expr> fetch;
   bool operator==(const Query&) const = default;
 };
 

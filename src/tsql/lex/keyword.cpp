@@ -27,7 +27,7 @@ constexpr Entry kEntries[] = {
     {"DISTRIBUTED"}, {"DOUBLE"}, {"DROP"}, {"DUMP"}, {"ELSE", Keyword::Else},
     {"END", Keyword::End}, {"ERRLVL"}, {"ESCAPE", Keyword::Escape}, {"EXCEPT"},
     {"EXEC", Keyword::Exec}, {"EXECUTE", Keyword::Execute}, {"EXISTS", Keyword::Exists}, {"EXIT"},
-    {"EXTERNAL"}, {"FETCH"}, {"FILE"}, {"FILLFACTOR"}, {"FOR"}, {"FOREIGN"}, {"FREETEXT"},
+    {"EXTERNAL"}, {"FETCH", Keyword::Fetch}, {"FILE"}, {"FILLFACTOR"}, {"FOR"}, {"FOREIGN"}, {"FREETEXT"},
     {"FREETEXTTABLE"}, {"FROM", Keyword::From}, {"FULL", Keyword::Full}, {"FUNCTION"}, {"GOTO"},
     {"GRANT"}, {"GROUP", Keyword::Group}, {"HAVING", Keyword::Having}, {"HOLDLOCK"},
     {"IDENTITY", Keyword::Identity}, {"IDENTITYCOL"},

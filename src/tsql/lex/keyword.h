@@ -34,6 +34,7 @@ enum class Keyword : std::uint8_t {
   Exec,
   Execute,
   Exists,
+  Fetch,
   From,
   Full,
   Group,

@@ -165,11 +165,11 @@ Token Lexer::takeDelimitedName() {
   Token token;
   token.kind = TokenKind::DelimitedName;
   token = take(token, length);
-  checkDelimitedName(token);
+  checkName(token);
   return token;
 }
 
-void Lexer::checkDelimitedName(const Token& token) const {
+void Lexer::checkName(const Token& token) {
   const std::string name = token.value();
   if (name.empty()) refuse(token.position, fmt::format("expected a name, found {}", token.text));
   for (const char c : name) {

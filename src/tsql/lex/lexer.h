@@ -17,6 +17,9 @@ class Lexer {
   // open quote, [] without a name, a name that is too long, a character that means nothing.
   Token next();
 
+  // Refuses a token whose value cannot be a name: empty, too long, with a control character.
+  static void checkName(const Token& token);
+
  private:
   std::string_view rest() const { return sql_.substr(at_); }
   void skipBlanksAndComments();
@@ -30,7 +33,6 @@ class Lexer {
   Token takeText(std::size_t prefix);
   Token takeNumber();
   Token takeSymbol();
-  void checkDelimitedName(const Token& token) const;
 
   std::string_view sql_;
   std::size_t at_ = 0;

@@ -103,7 +103,7 @@ void checkBatchForm(const ast::Batch& batch, bool complete) {
   if (count > 1) checkFollower(statements, first, count - 1);
   if (complete && as<ast::Declare>(statements[first]) != nullptr && count != 3) {
     throw StatementError(Refusal::Syntax, statements.back().position,
-                         "expected DECLARE, EXEC and SELECT in one batch, found one alone");
+                         "expected DECLARE, EXEC and SELECT together in one batch");
   }
 }
 

@@ -12,7 +12,9 @@ bool isPredicateWord(Keyword keyword) {
 
 ast::ConditionNode parseLike(TokenStream& tokens, ast::Expr left, bool negated) {
   ast::Expr pattern = parseValue(tokens);
-  if (tokens.match(Keyword::Escape)) tokens.expected("no ESCAPE behind LIKE");
+  if (tokens.match(Keyword::Escape)) {
+    tokens.refuse(Refusal::Unsupported, tokens.position(), "ESCAPE behind LIKE is not supported");
+  }
   return ast::Like{std::move(left), std::move(pattern), negated};
 }
 

@@ -22,7 +22,10 @@ ast::Expr parseTop(TokenStream& tokens) {
 
 // A title in quotes is a literal by its looks, but part of the result's form.
 std::string parseTitle(TokenStream& tokens) {
-  if (tokens.peek().kind == TokenKind::Text) return tokens.takeFixed().value();
+  if (tokens.peek().kind == TokenKind::Text) {
+    Lexer::checkName(tokens.peek());
+    return tokens.takeFixed().value();
+  }
   return tokens.expectName("a title");
 }
 
@@ -92,6 +95,31 @@ void parseOrderBy(TokenStream& tokens, ast::Query& query) {
   } while (tokens.consume(Symbol::Comma));
 }
 
+// One word of two, such as ROW and ROWS, which mean the same.
+void expectEither(TokenStream& tokens, std::string_view one, std::string_view other) {
+  if (!tokens.consumeWord(one) && !tokens.consumeWord(other)) tokens.expected(other);
+}
+
+// The literal stays a parameter, so that all pages of a list share one translation.
+ast::Expr parseRowCount(TokenStream& tokens) {
+  const Token& next = tokens.peek();
+  if (next.kind != TokenKind::Number || next.literalClass != ast::LiteralClass::Integer) {
+    tokens.expected("a number of rows");
+  }
+  const Token token = tokens.take();
+  return {token.position, ast::Literal{token.literalClass, token.value(), token.ordinal}, {}, {}};
+}
+
+void parsePaging(TokenStream& tokens, ast::Query& query) {
+  query.offset = parseRowCount(tokens);
+  expectEither(tokens, "ROW", "ROWS");
+  if (!tokens.consume(Keyword::Fetch)) return;
+  expectEither(tokens, "FIRST", "NEXT");
+  query.fetch = parseRowCount(tokens);
+  expectEither(tokens, "ROW", "ROWS");
+  if (!tokens.consumeWord("ONLY")) tokens.expected("ONLY");
+}
+
 }  // namespace
 
 bool parseDescending(TokenStream& tokens) {
@@ -112,7 +140,9 @@ ast::Query parseQuery(TokenStream& tokens) {
     }
     query.parts.push_back(parseQuerySpec(tokens));
   }
-  if (tokens.consume(Keyword::Order)) parseOrderBy(tokens, query);
+  if (!tokens.consume(Keyword::Order)) return query;
+  parseOrderBy(tokens, query);
+  if (tokens.consumeWord("OFFSET")) parsePaging(tokens, query);
   return query;
 }
 

@@ -18,6 +18,20 @@ std::string shortened(std::string_view text) {
   return front.size() == text.size() ? std::string(text) : std::string(front) + "...";
 }
 
+// A token as a message shows it; texts and delimited names bring their own quotes.
+std::string described(const Token& token) {
+  switch (token.kind) {
+    case TokenKind::End:
+      return "the end of the statement";
+    case TokenKind::Text:
+      return "the text " + shortened(token.text);
+    case TokenKind::DelimitedName:
+      return "the name " + shortened(token.text);
+    default:
+      return fmt::format("'{}'", shortened(token.text));
+  }
+}
+
 bool equalsUpper(std::string_view word, std::string_view upper) {
   return std::equal(word.begin(), word.end(), upper.begin(), upper.end(), [](char a, char b) {
     return (a >= 'a' && a <= 'z' ? static_cast<char>(a - 32) : a) == b;
@@ -73,10 +87,8 @@ int TokenStream::expectFixedInteger(std::string_view what) {
 
 void TokenStream::expected(std::string_view what) {
   const Token& token = peek();
-  const std::string found = token.kind == TokenKind::End
-                                ? "the end of the statement"
-                                : fmt::format("'{}'", shortened(token.text));
-  refuse(Refusal::Syntax, token.position, fmt::format("expected {}, found {}", what, found));
+  refuse(Refusal::Syntax, token.position,
+         fmt::format("expected {}, found {}", what, described(token)));
 }
 
 void TokenStream::refuse(Refusal refusal, Position position, std::string_view message) const {

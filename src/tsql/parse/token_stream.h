@@ -15,7 +15,7 @@ class TokenStream {
  public:
   explicit TokenStream(std::string_view sql) : sql_(sql), lexer_(sql) {}
 
-  static constexpr std::size_t kLookAhead = 3;
+  static constexpr std::size_t kLookAhead = 4;  // three are used; a power of two is cheap to wrap
   // The token `ahead` places before the reader, ahead < kLookAhead.
   const Token& peek(std::size_t ahead = 0);
   Token take();

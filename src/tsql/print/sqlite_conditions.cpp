@@ -57,13 +57,20 @@ class ConditionPrinter {
     return fmt::format("(NOT {})", printCondition(writer_, *node.operand));
   }
 
-  std::string operator()(const ast::Logical& node) const {
-    return fmt::format("({} {} {})", printCondition(writer_, *node.left),
-                       node.op == ast::LogicOp::And ? "AND" : "OR",
-                       printCondition(writer_, *node.right));
-  }
+  std::string operator()(const ast::Logical& node) const { return "(" + chain(node) + ")"; }
 
  private:
+  // A chain of one operator goes flat: SQLite bounds how deep parentheses nest, and a filter may
+  // have hundreds of conditions.
+  std::string chain(const ast::Logical& node) const {
+    const auto* left = std::get_if<ast::Logical>(&node.left->node);
+    const bool goesOn = left != nullptr && left->op == node.op;
+    std::string text = goesOn ? chain(*left) : printCondition(writer_, *node.left);
+    text += node.op == ast::LogicOp::And ? " AND " : " OR ";
+    text += printCondition(writer_, *node.right);
+    return text;
+  }
+
   static std::string_view negation(bool negated) { return negated ? " NOT" : ""; }
 
   Writer& writer_;

@@ -13,6 +13,37 @@ using ast::BinaryOp;
 using ast::Expr;
 using ast::Meaning;
 
+// The operator between the operands; "" where a node is printed as a call.
+std::string_view infix(const ast::Binary& node) {
+  if (node.meaning == Meaning::Concatenate) return "||";
+  if (node.meaning != Meaning::Arithmetic) return "";
+  switch (node.op) {
+    case BinaryOp::Add:
+      return "+";
+    case BinaryOp::Subtract:
+      return "-";
+    case BinaryOp::Multiply:
+      return "*";
+    case BinaryOp::BitAnd:
+      return "&";
+    case BinaryOp::BitOr:
+      return "|";
+    default:
+      return "";
+  }
+}
+
+// Whether `left op right` may lose the parentheses round its left side: both operators are of one
+// precedence, and nothing converts the left value.
+bool continuesChain(const ast::Binary& node) {
+  const auto* left = std::get_if<ast::Binary>(&node.left->node);
+  if (left == nullptr || infix(*left).empty()) return false;
+  const Kind wanted = node.left->wanted.kind;
+  if (wanted != Kind::Null && wanted != node.left->type.kind) return false;
+  const auto isSum = [](std::string_view op) { return op == "+" || op == "-"; };
+  return infix(*left) == infix(node) || (isSum(infix(*left)) && isSum(infix(node)));
+}
+
 class ExpressionPrinter {
  public:
   ExpressionPrinter(Writer& writer, const Expr& expr) : writer_(writer), expr_(expr) {}
@@ -47,11 +78,10 @@ class ExpressionPrinter {
   }
 
   std::string operator()(const ast::Binary& node) const {
+    if (!infix(node).empty()) return "(" + chain(node) + ")";
     const std::string left = value(writer_, *node.left);
     const std::string right = value(writer_, *node.right);
     switch (node.meaning) {
-      case Meaning::Concatenate:
-        return fmt::format("({} || {})", left, right);
       case Meaning::DatePlusDays:
         return call("tsql_date_plus", {left, right});
       case Meaning::DateMinusDays:
@@ -97,30 +127,29 @@ class ExpressionPrinter {
     return (expr ? " ELSE " + value(writer_, **expr) : std::string()) + " END";
   }
 
+  // A chain goes flat: SQLite bounds how deep parentheses nest.
   // Whole numbers are 64 bits wide here, 32 on the other engine: a result between the two is given,
   // not refused.
+  std::string chain(const ast::Binary& node) const {
+    std::string text = continuesChain(node) ? chain(std::get<ast::Binary>(node.left->node))
+                                            : value(writer_, *node.left);
+    text += fmt::format(" {} ", infix(node));
+    text += value(writer_, *node.right);
+    return text;
+  }
+
   std::string arithmetic(const ast::Binary& node, const std::string& left,
                          const std::string& right) const {
     const bool isInt = expr_.type.kind == Kind::Int;
     // A literal divisor has been tried: it is not zero. Inline integers divide as SQLite does.
     const bool isSafe = std::holds_alternative<ast::Literal>(node.right->node);
     switch (node.op) {
-      case BinaryOp::Add:
-        return fmt::format("({} + {})", left, right);
-      case BinaryOp::Subtract:
-        return fmt::format("({} - {})", left, right);
-      case BinaryOp::Multiply:
-        return fmt::format("({} * {})", left, right);
       case BinaryOp::Divide:
         if (isSafe && isInt) return fmt::format("({} / {})", left, right);
         return call(isInt ? "tsql_idiv" : "tsql_div", {left, right});
       case BinaryOp::Modulo:
         if (isSafe && isInt) return fmt::format("({} % {})", left, right);
         return call(isInt ? "tsql_imod" : "tsql_mod", {left, right});
-      case BinaryOp::BitAnd:
-        return fmt::format("({} & {})", left, right);
-      case BinaryOp::BitOr:
-        return fmt::format("({} | {})", left, right);
       default:
         return call("tsql_xor", {left, right});
     }

@@ -165,6 +165,15 @@ void appendOrdinals(const Query& query, std::vector<std::string>& items) {
   }
 }
 
+std::string pagingClause(Writer& writer, const Query& query) {
+  if (!query.offset) return {};
+  const auto count = [&](const Expr& expr) {
+    return writer.literal(std::get<ast::Literal>(expr.node), kIntType, expr.position);
+  };
+  const std::string offset = count(*query.offset);
+  return fmt::format(" LIMIT {} OFFSET {}", query.fetch ? count(*query.fetch) : "-1", offset);
+}
+
 void append(std::vector<std::string>& items, std::vector<std::string> more) {
   for (std::string& item : more) items.push_back(std::move(item));
 }
@@ -174,7 +183,7 @@ std::string printSingle(Writer& writer, const Query& query, RowOrder order) {
   const SpecPrinter printer(writer, spec);
   const std::string body = printer.body(false);
   std::vector<std::string> items = statedOrder(writer, query);
-  if (order == RowOrder::Ordered || spec.top) {
+  if (order == RowOrder::Ordered || spec.top || query.offset) {
     if (spec.distinct) {
       appendOrdinals(query, items);
     } else if (!spec.groupBy.empty()) {
@@ -183,7 +192,8 @@ std::string printSingle(Writer& writer, const Query& query, RowOrder order) {
       append(items, printer.keyItems());
     }
   }
-  return body + orderClause(items) + printer.limit();
+  const std::string limit = query.offset ? pagingClause(writer, query) : printer.limit();
+  return body + orderClause(items) + limit;
 }
 
 // A part with TOP keeps its limit in a query of its own: SQLite takes none inside a UNION.
@@ -214,8 +224,8 @@ std::string printUnion(Writer& writer, const Query& query, RowOrder order) {
   std::vector<std::string> items = statedOrder(writer, query);
   // Branches of UNION ALL stay in their order.
   const bool sorts = removesDuplicates || !items.empty();
-  if (order == RowOrder::Ordered && sorts) appendOrdinals(query, items);
-  return text + orderClause(items);
+  if ((order == RowOrder::Ordered && sorts) || query.offset) appendOrdinals(query, items);
+  return text + orderClause(items) + pagingClause(writer, query);
 }
 
 bool givesOneRow(const Query& query) {

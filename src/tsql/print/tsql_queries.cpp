@@ -117,6 +117,14 @@ void TsqlWriter::query(const ast::Query& query) {
     expr(each.expr);
     if (each.descending) text(" DESC");
   });
+  if (!query.offset) return;
+  text(" OFFSET ");
+  expr(*query.offset);
+  text(" ROWS");
+  if (!query.fetch) return;
+  text(" FETCH NEXT ");
+  expr(*query.fetch);
+  text(" ROWS ONLY");
 }
 
 }  // namespace tarlo::tsql

@@ -36,6 +36,12 @@ bool converts(std::string_view text, Kind kind) {
   }
 }
 
+// Blanks beyond a column's length are cut when they are written, so they do not count.
+std::string_view withoutBlanksBehind(std::string_view text) {
+  const auto last = text.find_last_not_of(' ');
+  return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
 const ast::Literal* textLiteral(const ast::Expr& expr) {
   const auto* literal = std::get_if<ast::Literal>(&expr.node);
   return literal && literal->literalClass == ast::LiteralClass::Text ? literal : nullptr;
@@ -93,7 +99,7 @@ void want(ast::Expr& expr, Type type, std::string_view column) {
   tryLiteral(expr, type);
   const ast::Literal* literal = textLiteral(expr);
   if (literal && type.kind == Kind::Text && type.length > 0 &&
-      utf16Length(literal->text) > type.length) {
+      utf16Length(withoutBlanksBehind(literal->text)) > type.length) {
     throw StatementError(Refusal::Kind, expr.position,
                          fmt::format("{} is longer than the {} characters of column {}",
                                      quoted(literal->text), type.length, column));

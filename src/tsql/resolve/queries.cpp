@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <span>
 
 #include "tsql/error.h"
@@ -23,6 +24,8 @@ class StarExpander {
   explicit StarExpander(const Scope& scope) : scope_(scope) {}
 
   std::vector<SelectItem> operator()(std::vector<SelectItem> items) const {
+    const auto isStar = [](const SelectItem& item) { return !item.expr; };
+    if (std::none_of(items.begin(), items.end(), isStar)) return items;
     std::vector<SelectItem> expanded;
     for (SelectItem& item : items) {
       if (item.expr) {
@@ -81,6 +84,7 @@ class SpecResolver {
       checkGroupItem(item);
     }
     std::vector<ResultColumn> columns;
+    columns.reserve(spec_.items.size());
     for (SelectItem& item : spec_.items) {
       resolveExpr(context({}), *item.expr);
       columns.push_back({titleOf(item), item.expr->type});
@@ -132,15 +136,32 @@ void unite(std::vector<ResultColumn>& columns, const std::vector<ResultColumn>& 
   }
 }
 
+void resolvePaging(ast::Query& query) {
+  if (!query.offset) return;
+  if (query.parts.size() == 1 && query.parts[0].top) {
+    throw StatementError(Refusal::Rule, query.offset->position, "OFFSET cannot stand with TOP");
+  }
+  for (ast::Expr* expr : {&*query.offset, query.fetch ? &*query.fetch : nullptr}) {
+    if (expr == nullptr) continue;
+    const auto* literal = std::get_if<ast::Literal>(&expr->node);
+    if (!literal || !parseInteger(literal->text)) {
+      throw StatementError(Refusal::Rule, expr->position, "paging needs whole numbers");
+    }
+    expr->type = expr->wanted = kIntType;
+  }
+}
+
 }  // namespace
 
 std::vector<ResultColumn> resolveQuery(BatchContext& batch, const Scope* outer, ast::Query& query,
                                        QueryUse use) {
   const bool single = query.parts.size() == 1;
-  if (use == QueryUse::Nested && !query.orderBy.empty() && !(single && query.parts[0].top)) {
+  if (use == QueryUse::Nested && !query.orderBy.empty() && !query.offset &&
+      !(single && query.parts[0].top)) {
     throw StatementError(Refusal::Rule, query.orderBy[0].expr.position,
-                         "ORDER BY in a sub-query needs TOP");
+                         "ORDER BY in a sub-query needs TOP or OFFSET");
   }
+  resolvePaging(query);
   std::vector<ResultColumn> columns;
   for (std::size_t i = 0; i < query.parts.size(); ++i) {
     SpecResolver part(batch, outer, query.parts[i]);

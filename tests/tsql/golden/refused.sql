@@ -145,3 +145,8 @@ select a from T
 where b = 'c'
   and
 GO
+select a '' from T
+GO
+select a 'two
+lines' from T
+GO

@@ -1,0 +1,156 @@
+// The sub-command "serve": the web server, until a signal ends it.
+
+#include <fmt/format.h>
+#include <pthread.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <csignal>
+#include <memory>
+
+#include "app/command.h"
+#include "app/config_option.h"
+#include "app/exit_code.h"
+#include "app/server_logs.h"
+#include "app/sign_in_users.h"
+#include "host/site/embedded_files.h"
+#include "host/site/site.h"
+
+namespace tarlo::app {
+namespace {
+
+constexpr const char* kDemoUser = "admin";
+
+struct ServeOptions {
+  std::string connection, listen, config;
+  bool demoLink = false;
+};
+
+host::Config effectiveConfig(const ServeOptions& options) {
+  host::Config config = readConfig(options.config);
+  if (!options.connection.empty()) config.database = options.connection;
+  if (!options.listen.empty()) config.listen = options.listen;
+  return config;
+}
+
+host::Endpoint endpointOf(const host::Config& config) {
+  try {
+    return host::parseEndpoint(config.listen);
+  } catch (const host::ConfigError& error) {
+    throw CommandError(kBadConfig, error.what());
+  }
+}
+
+// Idle connections are cheap for the server; the system's usual limit is lower than its own.
+void raiseFileLimit(std::size_t connections) {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+  const rlim_t wanted = connections + 256;
+  if (limit.rlim_cur >= wanted) return;
+  limit.rlim_cur = std::min(wanted, limit.rlim_max);
+  setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+// The signals that end the server, blocked in every thread so that one place waits for them.
+class EndSignals {
+ public:
+  EndSignals() {
+    sigemptyset(&set_);
+    sigaddset(&set_, SIGINT);
+    sigaddset(&set_, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &set_, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);  // a log into a closed pipe must not end the server
+  }
+  // From here on a second signal ends the program at once.
+  int wait() const {
+    int signal = 0;
+    sigwait(&set_, &signal);
+    pthread_sigmask(SIG_UNBLOCK, &set_, nullptr);
+    return signal;
+  }
+
+ private:
+  sigset_t set_;
+};
+
+std::unique_ptr<host::WireServer> listen(const host::Config& config, host::Site& site,
+                                         const ServerLogs& logs) {
+  const host::Endpoint endpoint = endpointOf(config);
+  host::WireServer::Options options{
+      .address = endpoint.address,
+      .port = endpoint.port,
+      .limits = config.limits,
+      .isUrgent = host::Site::isUrgent,
+      .onAccess = [log = logs.access](const auto& access) { logAccess(*log, access); }};
+  try {
+    return std::make_unique<host::WireServer>(
+        std::move(options),
+        [&site](const host::WireRequest& request, host::WireResponse& response) {
+          site.handle(request, response);
+        });
+  } catch (const std::exception& error) {
+    throw CommandError(kCannotListen, fmt::format("The server cannot listen on {}: {}",
+                                                  config.listen, error.what()));
+  }
+}
+
+std::string baseUrlOf(const host::Config& config, std::uint16_t port) {
+  std::string address = endpointOf(config).address;
+  if (address == "0.0.0.0") address = "127.0.0.1";
+  if (address == "::") address = "::1";
+  return address.find(':') == std::string::npos ? fmt::format("http://{}:{}", address, port)
+                                                : fmt::format("http://[{}]:{}", address, port);
+}
+
+void announce(Console console, const std::string& baseUrl, const std::string& link) {
+  console.out << fmt::format("Serving {} (Ctrl-C ends it)\n", baseUrl);
+  if (!link.empty())
+    console.out << fmt::format("Sign in as {}, once and soon:\n{}\n", kDemoUser, link);
+  console.out.flush();
+}
+
+int serve(Console console, const ServeOptions& options) {
+  const host::Config config = effectiveConfig(options);
+  const ServerLogs logs = openLogs(config);
+  database::Registry databases({.maxConnections = config.limits.running + 4});
+  database::Database& database = openWithSignIn(databases, config.database);
+  raiseFileLimit(config.limits.connections);
+  const EndSignals signals;
+  host::Site site(config, databases, host::embeddedFiles(), logs.application);
+  const auto server = listen(config, site, logs);
+  server->start();
+  const std::string baseUrl = baseUrlOf(config, server->port());
+  announce(console, baseUrl,
+           options.demoLink
+               ? freshLink(database, userByLogin(database, kDemoUser), config.linkLife, baseUrl)
+               : "");
+  logs.application->info("serving {} from {}", baseUrl, config.database);
+  const int signal = signals.wait();
+  logs.application->info("signal {}: finishing what is running", signal);
+  server->stop();
+  logs.application->info("stopped");
+  return kDone;
+}
+
+}  // namespace
+
+Command addServe(CLI::App& program, Console console) {
+  CLI::App* command = program.add_subcommand("serve", "Serve the pages");
+  const auto options = std::make_shared<ServeOptions>();
+  command
+      ->add_option("-d,--database", options->connection,
+                   "The database, as sqlite:FILE, in the place of the configured one")
+      ->type_name("CONN");
+  command
+      ->add_option("-l,--listen", options->listen,
+                   "Address and port in the place of the configured ones")
+      ->type_name("HOST:PORT");
+  addConfigOption(*command, options->config);
+  command->add_flag("--demo-link", options->demoLink,
+                    "Print a link that signs the demo administrator in once");
+  command->footer("SIGINT and SIGTERM end it when the running requests are answered.\n\n" +
+                  std::string(kExitCodeHelp));
+  return {command, [console, options](const Words&) { return serve(console, *options); }};
+}
+
+}  // namespace tarlo::app

@@ -1,0 +1,9 @@
+#include "app/version.h"
+
+namespace tarlo::app {
+
+std::string_view version() {
+  return TARLO_VERSION;
+}
+
+}  // namespace tarlo::app

@@ -1,0 +1,21 @@
+#pragma once
+// Calls on the components that a page creates beside itself: arguments as plain values, and the
+// page context handed over.
+
+#include <initializer_list>
+#include <string_view>
+
+#include "frame/page.h"
+#include "variant/object.h"
+
+namespace tarlo::frame {
+
+// What the method writes into its arguments is dropped. Raises what the object raises.
+Variant callMethod(Object& object, std::string_view name,
+                   std::initializer_list<Variant> arguments = {});
+
+// Calls ASPConnect with Response, Session, Server, Application and Request, in this order. The
+// object may keep them for as long as the page lasts.
+void connectToPage(Page& page, Object& object);
+
+}  // namespace tarlo::frame

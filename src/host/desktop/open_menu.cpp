@@ -1,0 +1,81 @@
+#include <algorithm>
+#include <cctype>
+
+#include "embedded_host_pages.h"
+#include "frame/template.h"
+#include "host/desktop/desktop.h"
+#include "host/desktop/desktop_style.h"
+#include "host/desktop/menu_html.h"
+
+namespace tarlo::host {
+namespace {
+
+namespace pages = embedded::host_pages;
+
+// Text inside a script string in double quotes, so written that it ends neither the string nor the
+// script element.
+std::string scriptQuoted(std::string_view text) {
+  constexpr std::string_view kHex = "0123456789abcdef";
+  std::string quoted = "\"";
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x20 || c == '"' || c == '\\' || c == '<' || c == '>' || c == '\'') {
+      quoted += "\\u00";
+      quoted += kHex[byte >> 4];
+      quoted += kHex[byte & 15];
+    } else {
+      quoted += c;
+    }
+  }
+  return quoted + '"';
+}
+
+// An address on this server, or a full one of the web. Anything else that a browser would run or
+// open (javascript:, data:, file:) is none: the table is data, and its text must not become script.
+bool isPageAddress(std::string_view href) {
+  const std::size_t colon = href.find(':');
+  if (colon == std::string_view::npos || href.find_first_of("/?#") < colon) return true;
+  std::string scheme;
+  // Browsers drop control characters and blanks in front of and inside a scheme's name.
+  for (const char c : href.substr(0, colon)) {
+    if (static_cast<unsigned char>(c) <= ' ') continue;
+    scheme += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  return scheme == "http" || scheme == "https";
+}
+
+void refuse(Page& page, std::string_view reason) {
+  frame::Template(pages::find("desktop/refusal.html"))
+      .write(page.response, {{"scheme", takeStyle(page)}, {"reason", reason}});
+}
+
+void writeFolder(Page& page, const MenuEntry& entry) {
+  frame::Template(pages::find("desktop/folder.html"))
+      .write(page.response, {{"scheme", takeStyle(page)},
+                             {"id", std::to_string(entry.id)},
+                             {"name", page.server.htmlEncode(entry.name)},
+                             {"description", page.server.htmlEncode(entry.description)},
+                             {"cards", menuCardsHtml(page, entry.children)}});
+}
+
+}  // namespace
+
+void openMenu(Page& page, std::string_view menuId) {
+  takeStyle(page);
+  if (menuId.empty() || menuId == "0") {
+    page.session.put("usrICID", "0");
+    return writeStart(page);
+  }
+  const std::optional<int> id = positiveNumber(menuId);
+  const std::optional<MenuEntry> entry =
+      id ? menuEntry(page, currentUser(page).id, *id) : std::nullopt;
+  if (!entry) return refuse(page, "此功能不存在，或者您没有使用它的权限。");
+  if (!isPageAddress(entry->href)) return refuse(page, "此功能的地址无效，请与系统管理员联系。");
+  page.session.put("usrICID", std::to_string(entry->id));
+  if (entry->isFolder()) return writeFolder(page, *entry);
+  frame::Template(pages::find("desktop/open.html"))
+      .write(page.response,
+             {{"id", std::to_string(entry->id)}, {"address", scriptQuoted(entry->href)}});
+}
+
+}  // namespace tarlo::host

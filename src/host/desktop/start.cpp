@@ -1,0 +1,112 @@
+#include <fmt/format.h>
+
+#include "embedded_host_pages.h"
+#include "frame/template.h"
+#include "host/desktop/desktop.h"
+#include "host/desktop/desktop_style.h"
+#include "host/desktop/menu_html.h"
+#include "variant/convert.h"
+
+namespace tarlo::host {
+namespace {
+
+constexpr std::string_view kManagerAddress = "/TarloQuery.Zembra?action=ctrlSearch";
+
+std::string_view greeting(int hour) {
+  if (hour < 5) return "夜深了";
+  if (hour < 11) return "早上好";
+  if (hour < 13) return "中午好";
+  if (hour < 18) return "下午好";
+  return "晚上好";
+}
+
+std::string dateText(const variant::CalendarTime& now, variant::Date date) {
+  constexpr std::string_view kDays[] = {"日", "一", "二", "三", "四", "五", "六"};
+  // Day 0 of the count, 1899-12-30, was a Saturday.
+  const auto weekday = static_cast<std::size_t>((static_cast<long>(date.days) + 6) % 7);
+  return fmt::format("{}年{}月{}日 星期{}", now.year, now.month, now.day, kDays[weekday]);
+}
+
+std::string dayOf(const std::string& dateTime) {
+  return dateTime.substr(0, 10);
+}
+
+std::string emptyRow(std::string_view text) {
+  return fmt::format("<li class=\"dt-none\">{}</li>\n", text);
+}
+
+// "逾期 3 天" from the days that are left; tasks without a planned end show nothing.
+std::string dueHtml(const std::string& daysLeft) {
+  if (daysLeft.empty()) return "";
+  const int days = variant::toInt32(daysLeft);
+  if (days < 0) return fmt::format("<em class=\"dt-late\">逾期 {} 天</em>", -days);
+  if (days == 0) return "<em class=\"dt-soon\">今天到期</em>";
+  if (days <= 7) return fmt::format("<em class=\"dt-soon\">还剩 {} 天</em>", days);
+  return fmt::format("<em>还剩 {} 天</em>", days);
+}
+
+std::string tasksHtml(Page& page, int user) {
+  const auto rows =
+      textRows(page, fmt::format("select top 8 MT_Topic, MT_StartDate, MT_PlanEndDate,"
+                                 " DateDiff(d, getdate(), MT_PlanEndDate) as DaysLeft"
+                                 " from Zembra_MyTask_Record"
+                                 " where Zembra_Flag = 1 and MT_UserID = '{}' and MT_Status = 1"
+                                 " and DateDiff(d, MT_StartDate, getdate()) >= 0"
+                                 " order by MT_PlanEndDate, Zembra_ID",
+                                 user));
+  std::string html;
+  for (const TextRow& row : rows) {
+    html +=
+        fmt::format("<li><b>{}</b><span>{} 至 {}</span>{}</li>\n", page.server.htmlEncode(row[0]),
+                    dayOf(row[1]), dayOf(row[2]), dueHtml(row[3]));
+  }
+  return rows.empty() ? emptyRow("没有待处理的任务") : html;
+}
+
+std::string schemesHtml(Page& page) {
+  const auto rows = textRows(page,
+                             "select top 8 a.Query_ID, a.Query_Name, b.TD_Name, a.Query_System,"
+                             " ISNULL(a.Zembra_ModiDate, a.Zembra_WriteDate) as Changed"
+                             " from Zembra_Query_Main as a, Zembra_Dict_TableDir as b"
+                             " where a.Zembra_Flag <> 0 and a.Query_Dic = b.Zembra_ID"
+                             " and a.Query_IsDataAlert = 0"
+                             " order by Changed DESC, a.Query_ID DESC");
+  std::string html;
+  for (const TextRow& row : rows) {
+    html += fmt::format(
+        "<li><a href=\"#\" data-scheme-id=\"{}\"><b>{}</b></a><span>{} · "
+        "{}</span><em>{}</em></li>\n",
+        row[0], page.server.htmlEncode(row[1]), page.server.htmlEncode(row[2]),
+        row[3] == "1" ? "系统" : "用户", dayOf(row[4]));
+  }
+  return rows.empty() ? emptyRow("还没有查询方案") : html;
+}
+
+// Schemes are shown to those only who may open their manager.
+std::string schemesPanel(Page& page, const std::vector<MenuEntry>& entries) {
+  for (const MenuEntry& entry : entries) {
+    if (entry.href != kManagerAddress) continue;
+    return frame::Template(embedded::host_pages::find("desktop/start_schemes.html"))
+        .fill({{"id", std::to_string(entry.id)}, {"schemes", schemesHtml(page)}});
+  }
+  return "";
+}
+
+}  // namespace
+
+void writeStart(Page& page) {
+  const DesktopUser user = currentUser(page);
+  const variant::Date date = variant::now();
+  const variant::CalendarTime now = variant::calendarOf(date);
+  const std::vector<MenuEntry> entries = openEntries(menuTree(page, user.id));
+  frame::Template(embedded::host_pages::find("desktop/start.html"))
+      .write(page.response, {{"scheme", takeStyle(page)},
+                             {"greeting", greeting(now.hour)},
+                             {"user", page.server.htmlEncode(user.name)},
+                             {"date", dateText(now, date)},
+                             {"tasks", tasksHtml(page, user.id)},
+                             {"schemes", schemesPanel(page, entries)},
+                             {"cards", menuCardsHtml(page, entries)}});
+}
+
+}  // namespace tarlo::host

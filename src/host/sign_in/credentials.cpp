@@ -1,0 +1,98 @@
+#include "host/sign_in/credentials.h"
+
+#include <fmt/chrono.h>
+#include <fmt/format.h>
+
+#include "frame/helpers.h"
+#include "host/context/sessions.h"
+#include "host/sign_in/passwords.h"
+#include "host/sign_in/sql_text.h"
+#include "variant/convert.h"
+
+namespace tarlo::host {
+
+namespace {
+
+std::string utcText(std::chrono::system_clock::time_point time) {
+  return fmt::format("{:%Y-%m-%d %H:%M:%S}",
+                     fmt::gmtime(std::chrono::system_clock::to_time_t(time)));
+}
+
+std::optional<User> userWhere(database::Database& database, const std::string& condition) {
+  database::Lease connection = database.borrow();
+  const auto rows = connection->open(
+      "select u.User_ID,u.User_user,u.User_Name,r.Rank_Index from Zembra_User u "
+      "left join Zembra_Rank r on r.Rank_ID=u.User_RankID where " +
+      condition);
+  if (rows->atEnd()) return std::nullopt;
+  return User{variant::toInt32(rows->value(0)), variant::spliced(rows->value(1)),
+              variant::spliced(rows->value(2)), variant::spliced(rows->value(3))};
+}
+
+}  // namespace
+
+std::optional<User> findUser(database::Database& database, std::string_view login) {
+  return userWhere(database, "u.User_user=" + sqlText(login));
+}
+
+std::optional<User> findUser(database::Database& database, int id) {
+  return userWhere(database, fmt::format("u.User_ID={}", id));
+}
+
+std::string passwordHash(database::Database& database, int userId) {
+  database::Lease connection = database.borrow();
+  const auto rows =
+      connection->open(fmt::format("select Hash from Tarlo_Credential where User_ID={}", userId));
+  return rows->atEnd() ? std::string() : variant::spliced(rows->value(0));
+}
+
+void storePasswordHash(database::Database& database, int userId, std::string_view hash) {
+  const bool known = !passwordHash(database, userId).empty();
+  const std::string now = sqlText(frame::currentDateTimeText());
+  database::Lease connection = database.borrow();
+  connection->execute(
+      known ? fmt::format("update Tarlo_Credential set Hash={},ChangedAt={} where User_ID={}",
+                          sqlText(hash), now, userId)
+            : fmt::format("insert into Tarlo_Credential (User_ID,Hash,ChangedAt) "
+                          "values ({},{},{})",
+                          userId, sqlText(hash), now));
+}
+
+std::string makeSignInLink(database::Database& database, int userId,
+                           std::chrono::milliseconds life) {
+  const std::string token = randomToken();
+  database::Lease connection = database.borrow();
+  connection->execute(
+      fmt::format("insert into Tarlo_SignInLink (TokenHash,User_ID,ExpiresAt) values ({},{},{})",
+                  sqlText(tokenHash(token)), userId,
+                  sqlText(utcText(std::chrono::system_clock::now() + life))));
+  return token;
+}
+
+std::optional<User> useSignInLink(database::Database& database, std::string_view token) {
+  const std::string hash = sqlText(tokenHash(token));
+  const std::string mark = sqlText(randomToken());
+  int userId = 0;
+  {
+    database::Lease connection = database.borrow();
+    connection->execute(
+        fmt::format("update Tarlo_SignInLink set UsedBy={} where TokenHash={} and UsedBy is null "
+                    "and ExpiresAt>{}",
+                    mark, hash, sqlText(utcText(std::chrono::system_clock::now()))));
+    // The mark of this very use tells whether it was this call that took the link.
+    const auto rows = connection->open(fmt::format(
+        "select User_ID from Tarlo_SignInLink where TokenHash={} and UsedBy={}", hash, mark));
+    if (rows->atEnd()) return std::nullopt;
+    userId = variant::toInt32(rows->value(0));
+  }
+  return findUser(database, userId);
+}
+
+bool hasSignInTables(database::Database& database) {
+  database::Lease connection = database.borrow();
+  return connection->catalogue().findTable("Tarlo_Credential") != nullptr &&
+         connection->catalogue().findTable("Tarlo_SignInLink") != nullptr &&
+         connection->catalogue().findTable("Zembra_User") != nullptr;
+}
+
+}  // namespace tarlo::host

@@ -1,0 +1,40 @@
+#pragma once
+// Users, passwords and one-time links as they are stored. Every function is one or two statements;
+// all throw DatabaseError.
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "database/database.h"
+
+namespace tarlo::host {
+
+struct User {
+  int id = 0;
+  std::string login;
+  std::string name;
+  std::string rank;  // index of the user's rank, "" without one
+};
+
+// By the name used at the sign-in, without regard to case as the database compares. Nothing for an
+// unknown one.
+std::optional<User> findUser(database::Database& database, std::string_view login);
+std::optional<User> findUser(database::Database& database, int id);
+
+// "" when the user has no password.
+std::string passwordHash(database::Database& database, int userId);
+void storePasswordHash(database::Database& database, int userId, std::string_view hash);
+
+// A token that signs the user in once within `life`; only its hash is stored.
+std::string makeSignInLink(database::Database& database, int userId,
+                           std::chrono::milliseconds life);
+// The user whose link it is, or nothing when it is unknown, used or too old. Of two callers with
+// the same token one gets the user.
+std::optional<User> useSignInLink(database::Database& database, std::string_view token);
+
+// Whether the database has the tables of the sign-in.
+bool hasSignInTables(database::Database& database);
+
+}  // namespace tarlo::host

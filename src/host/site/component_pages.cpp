@@ -1,0 +1,107 @@
+#include "host/site/component_pages.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "component/operations.h"
+#include "component/tarlo_query.h"
+#include "frame/helpers.h"
+#include "host/site/log_text.h"
+#include "host/site/notice.h"
+#include "siblings/siblings.h"
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::host {
+
+namespace {
+
+using component::TarloQuery;
+
+constexpr std::string_view kEnding = ".Zembra";
+
+// The component bound to a page: let go whichever way the operation ends.
+class BoundComponent {
+ public:
+  explicit BoundComponent(Page& page) { component_.onStartPage(page); }
+  ~BoundComponent() { component_.onEndPage(); }
+  BoundComponent(const BoundComponent&) = delete;
+  BoundComponent& operator=(const BoundComponent&) = delete;
+  Variant call(std::string_view name) { return component_.call(name, {}); }
+
+ private:
+  TarloQuery component_;
+};
+
+void refuse(Visit& visit, spdlog::logger& log, const Notice& notice, std::string_view why) {
+  log.warn("{} {} refused: {}", visit.wire.id, logText(visit.what), why);
+  writeNotice(visit, notice);
+}
+
+// The check writes its refusal itself.
+bool mayConnect(Visit& visit, BoundComponent& bound, spdlog::logger& log) {
+  if (variant::toBoolean(bound.call("isValidConnect"))) return true;
+  log.warn("{} {} refused: referring address {}", visit.wire.id, logText(visit.what),
+           logText(visit.wire.header("Referer")));
+  visit.response.setStatus(403);
+  return false;
+}
+
+void runOwnOperation(Visit& visit, const std::string& action, spdlog::logger& log) {
+  BoundComponent bound(visit.page);
+  if (!mayConnect(visit, bound, log)) return;
+  const component::Operation* operation = component::findOperation(action);
+  if (operation == nullptr) {
+    refuse(visit, log, kNoSuchOperation, "no such operation");
+  } else if (operation->kind == component::OperationKind::Service || operation->arity > 0) {
+    refuse(visit, log, kNotAPage, "a service operation, asked for by address");
+  } else {
+    bound.call(operation->name);
+  }
+}
+
+void runSiblingOperation(Visit& visit, std::string_view component, const std::string& action,
+                         spdlog::logger& log) {
+  {
+    BoundComponent bound(visit.page);
+    if (!mayConnect(visit, bound, log)) return;
+  }
+  for (const auto& operation : siblings::pageOperations()) {
+    if (variant::equalsNoCase(operation.component, component) &&
+        variant::equalsNoCase(operation.name, action)) {
+      operation.run(visit.page);
+      return;
+    }
+  }
+  refuse(visit, log, kNoSuchOperation, "no such operation");
+}
+
+}  // namespace
+
+std::string_view componentOf(std::string_view path) {
+  if (path.size() <= kEnding.size() + 1 || path.front() != '/') return {};
+  const std::string_view ending = path.substr(path.size() - kEnding.size());
+  if (!variant::equalsNoCase(ending, kEnding)) return {};
+  const std::string_view name = path.substr(1, path.size() - kEnding.size() - 1);
+  return name.find('/') == std::string_view::npos ? name : std::string_view{};
+}
+
+bool hasComponent(std::string_view component) {
+  return variant::equalsNoCase(component, component::kClassName) ||
+         std::ranges::any_of(siblings::pageOperations(), [&](const auto& operation) {
+           return variant::equalsNoCase(operation.component, component);
+         });
+}
+
+void runComponentPage(Visit& visit, std::string_view component, spdlog::logger& log) {
+  const std::string action = variant::spliced(visit.request.value("action"));
+  visit.what = fmt::format("{} {}", component, action);
+  if (variant::equalsNoCase(component, component::kClassName)) {
+    runOwnOperation(visit, action, log);
+  } else {
+    runSiblingOperation(visit, component, action, log);
+  }
+}
+
+}  // namespace tarlo::host

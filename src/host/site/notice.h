@@ -1,0 +1,35 @@
+#pragma once
+// The plain pages of the server itself: refusals and failures, in words for users.
+
+#include <string_view>
+
+#include "host/site/visit.h"
+
+namespace tarlo::host {
+
+struct Notice {
+  unsigned status;
+  std::string_view title;
+  std::string_view text;
+};
+
+inline constexpr Notice kNoSuchPage{404, "没有这个页面",
+                                    "您访问的地址不存在，请检查地址是否正确。"};
+inline constexpr Notice kNoSuchOperation{404, "没有这个操作",
+                                         "该组件没有这个操作，请检查链接是否正确。"};
+inline constexpr Notice kNotAPage{404, "该操作不是页面",
+                                  "这个操作只供程序调用，不能用地址直接访问。"};
+inline constexpr Notice kNotInstalled{404, "功能未安装", "平台的这一部分没有安装在本服务器上。"};
+inline constexpr Notice kWrongMethod{405, "请求方式不支持",
+                                     "本服务器只接受 GET、HEAD 和 POST 请求。"};
+inline constexpr Notice kCrossSite{403, "请求被拒绝",
+                                   "请求来自别的网站，没有执行。请从本系统的页面操作。"};
+inline constexpr Notice kTooManyFailures{429, "登录失败次数过多", "请稍候再试。"};
+inline constexpr Notice kBusy{503, "服务器繁忙", "请稍候再试。"};
+inline constexpr Notice kFailure{500, "页面出错",
+                                 "处理请求时发生错误，已记入日志。请把下面的编号告诉系统管理员。"};
+
+// Writes the notice as the whole page; the request's id stands below the text.
+void writeNotice(Visit& visit, const Notice& notice);
+
+}  // namespace tarlo::host

@@ -1,0 +1,172 @@
+#include "host/site/site.h"
+
+#include "host/desktop/desktop.h"
+#include "host/site/boundary.h"
+#include "host/site/component_pages.h"
+#include "host/site/cross_site.h"
+#include "host/site/log_text.h"
+#include "host/site/notice.h"
+#include "host/site/sign_in_pages.h"
+#include "siblings/siblings.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+
+namespace tarlo::host {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::string_view kAlive = "/healthz";
+constexpr std::string_view kReady = "/readyz";
+constexpr std::string_view kSignOut = "/sign-out";
+
+// What the pages can live with: they need inline scripts and frames of their own site, and the
+// origin check needs the referring address.
+constexpr std::pair<std::string_view, std::string_view> kSecurityHeaders[] = {
+    {"X-Content-Type-Options", "nosniff"},
+    {"X-Frame-Options", "SAMEORIGIN"},
+    {"Referrer-Policy", "same-origin"},
+    {"Content-Security-Policy", "frame-ancestors 'self'; object-src 'none'; base-uri 'self'"}};
+
+Charset charsetIn(const Config& config) {
+  return config.charset == "utf-8" ? Charset::Utf8 : Charset::Gbk;
+}
+
+frame::ValueMap applicationValues(const Config& config) {
+  frame::ValueMap values;
+  for (const auto& [name, value] : config.application) values[name] = value;
+  values["virtualWebKeyWord"] = config.virtualWebKeyWord;
+  values["strConn"] = config.database;
+  return values;
+}
+
+ObjectFactories siblingObjects() {
+  ObjectFactories factories;
+  for (const auto& progId : siblings::progIds()) factories[std::string(progId.name)] = progId.make;
+  return factories;
+}
+
+bool isSupported(std::string_view method) {
+  return method == "GET" || method == "HEAD" || method == "POST";
+}
+
+void writePlain(Visit& visit, unsigned status, std::string_view text) {
+  visit.response.setStatus(status);
+  visit.response.setHeader("Content-Type", "text/plain; charset=utf-8");
+  visit.response.write(text);
+}
+
+}  // namespace
+
+Site::Site(const Config& config, database::Registry& databases, StaticFiles files,
+           std::shared_ptr<spdlog::logger> log)
+    : config_(config),
+      databases_(databases),
+      log_(std::move(log)),
+      files_(std::move(files)),
+      sessions_(config.sessionIdle, config.sessions),
+      objects_(siblingObjects()),
+      server_(objects_, charsetIn(config)),
+      application_(applicationValues(config)),
+      signIn_(config, databases, log_),
+      context_{charsetIn(config),
+               config.limits.responseBytes,
+               config.secureCookie,
+               sessions_,
+               server_,
+               application_,
+               databases} {}
+
+bool Site::isUrgent(const WireRequest& request) {
+  return request.path() == kAlive;
+}
+
+void Site::handle(const WireRequest& request, WireResponse& response) {
+  const auto begin = Clock::now();
+  for (const auto& [name, value] : kSecurityHeaders)
+    response.addHeader(std::string(name), std::string(value));
+  Visit visit(request, response, context_);
+  runWithin(visit, *log_, [&] { route(visit); });
+  reportSlow(visit, begin);
+}
+
+void Site::route(Visit& visit) {
+  if (!isSupported(visit.wire.method)) {
+    writeNotice(visit, kWrongMethod);
+    visit.response.setHeader("Allow", "GET, HEAD, POST");
+    return;
+  }
+  if (const StaticFile* file = files_.find(visit.path); file != nullptr) {
+    sendFile(*file, visit.wire, visit.out);
+    return;
+  }
+  visit.response.setHeader("Cache-Control", "no-store");
+  const std::string_view component = componentOf(visit.path);
+  if (isCrossSite(visit.wire) &&
+      (visit.wire.method == "POST" || !component.empty() || visit.path == kSignOut)) {
+    log_->warn("{} {} refused: sent by another site", visit.wire.id, logText(visit.what));
+    writeNotice(visit, kCrossSite);
+    return;
+  }
+  if (routeOpen(visit)) return;
+  if (!component.empty() && !hasComponent(component)) {
+    writeNotice(visit, kNotInstalled);
+  } else if (component.empty() && visit.path != "/") {
+    writeNotice(visit, kNoSuchPage);
+  } else if (!takeTrustedUser(visit, signIn_)) {
+    askToSignIn(visit);
+  } else if (!component.empty()) {
+    runComponentPage(visit, component, *log_);
+  } else {
+    routeDesktop(visit);
+  }
+}
+
+// Addresses that need nobody signed in. False for any other.
+bool Site::routeOpen(Visit& visit) {
+  if (visit.path == kAlive) {
+    writePlain(visit, 200, "ok\n");
+  } else if (visit.path == kReady) {
+    readiness(visit);
+  } else if (visit.path == "/sign-in") {
+    signInPage(visit, signIn_, config_);
+  } else if (visit.path == kSignOut) {
+    signOutPage(visit);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void Site::routeDesktop(Visit& visit) {
+  const Variant menu = visit.request.value("cmdID");
+  if (!menu.isEmpty()) {
+    openMenu(visit.page, variant::spliced(menu));
+  } else if (variant::spliced(visit.request.value("pane")) == "1") {
+    writePane(visit.page);
+  } else {
+    writeShell(visit.page);
+  }
+}
+
+void Site::readiness(Visit& visit) {
+  ErrorState err;
+  err.run([&] {
+    databases_.find(config_.database).borrow()->execute("select 1 from Zembra_User where 1=0");
+  });
+  if (!err.failed()) {
+    writePlain(visit, 200, "ready\n");
+    return;
+  }
+  log_->error("{} not ready: {}", visit.wire.id, logText(err.description()));
+  writePlain(visit, 503, "the database does not answer\n");
+}
+
+void Site::reportSlow(const Visit& visit, Clock::time_point begin) {
+  const auto took = std::chrono::duration_cast<Milliseconds>(Clock::now() - begin);
+  if (took > config_.operationTime)
+    log_->warn("{} {} took {} ms", visit.wire.id, logText(visit.what), took.count());
+}
+
+}  // namespace tarlo::host

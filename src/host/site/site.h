@@ -1,0 +1,46 @@
+#pragma once
+// The web site: which address leads where, for whom, and under which headers.
+
+#include <spdlog/logger.h>
+
+#include <memory>
+
+#include "database/database.h"
+#include "host/config.h"
+#include "host/sign_in/sign_in.h"
+#include "host/site/static_files.h"
+#include "host/site/visit.h"
+
+namespace tarlo::host {
+
+class Site {
+ public:
+  // All outlive the site. `log` takes what operators need to know; users never see it.
+  Site(const Config& config, database::Registry& databases, StaticFiles files,
+       std::shared_ptr<spdlog::logger> log);
+
+  // The handler of the wire server: answers every request and throws nothing.
+  void handle(const WireRequest& request, WireResponse& response);
+  // Whether the request goes past the gate: only the question whether the process lives.
+  static bool isUrgent(const WireRequest& request);
+
+ private:
+  void route(Visit& visit);
+  bool routeOpen(Visit& visit);
+  void routeDesktop(Visit& visit);
+  void readiness(Visit& visit);
+  void reportSlow(const Visit& visit, std::chrono::steady_clock::time_point begin);
+
+  const Config& config_;
+  database::Registry& databases_;
+  const std::shared_ptr<spdlog::logger> log_;
+  const StaticFiles files_;
+  Sessions sessions_;
+  const ObjectFactories objects_;
+  HttpServer server_;
+  HttpApplication application_;
+  SignIn signIn_;
+  const VisitContext context_;
+};
+
+}  // namespace tarlo::host

@@ -1,0 +1,101 @@
+#include "metadata/introspection.h"
+
+#include "frame/data.h"
+#include "metadata/select_list.h"
+#include "metadata/statement_text.h"
+#include "variant/array.h"
+#include "variant/compare.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::metadata {
+namespace {
+
+using variant::spliced;
+
+constexpr int kTableControl = 3;  // QF_FieldType of a control that shows a table
+
+// One statement with two sources: the frozen version and what is current.
+Variant versionedRows(Page& page, const Variant& isInstance, std::string_view versionStatement,
+                      std::string_view currentStatement, const Variant& id) {
+  const bool isVersion = variant::equals(isInstance, true);
+  return rowsOrNull(page, joined({isVersion ? versionStatement : currentStatement, spliced(id)}));
+}
+
+// Null when there is no row.
+Variant storedStatement(Page& page, const Variant& queryid, const Variant& isInstance) {
+  const Variant rows =
+      versionedRows(page, isInstance, "SELECT Query_Fields FROM Zembra_Query_Ver2 where Zembra_ID=",
+                    "SELECT Query_Fields FROM Zembra_Query_Main where Query_ID=", queryid);
+  return rows.isArray() ? rows.array().at(0, 0) : rows;
+}
+
+}  // namespace
+
+Variant getQuerySQL(Page& page, const Variant& queryid, const Variant& isInstance) {
+  ErrorState errors;
+  Variant statement = variant::Null{};
+  errors.run([&] { statement = storedStatement(page, queryid, isInstance); });
+  return statement;
+}
+
+Variant getQueryAllTitle(Page& page, const Variant& queryid, const Variant& isInstance) {
+  const Variant statement = storedStatement(page, queryid, isInstance);
+  return statement.isNull() ? statement : frame::getSQLFieldNames(page, statement);
+}
+
+Variant getQueryAllCal(Page& page, const Variant& queryid, const Variant& isInstance) {
+  const Variant statement = storedStatement(page, queryid, isInstance);
+  if (statement.isNull()) return statement;
+  const std::string list = variant::replace(selectListOf(variant::toText(statement)), "\r\n", "");
+  return expressionsOf(list, getQueryAllTitle(page, queryid, isInstance));
+}
+
+Variant getQueryAllField(Page& page, const Variant& queryid, const Variant& isInstance) {
+  const Variant statement = storedStatement(page, queryid, isInstance);
+  if (statement.isNull()) return statement;
+  return columnsOf(std::string(selectListOf(variant::toText(statement))),
+                   getQueryAllTitle(page, queryid, isInstance));
+}
+
+Variant KeyField2TableID(Page& page, const Variant& queryid, const Variant& isInstance) {
+  ErrorState errors;
+  Variant keys;
+  errors.run([&] {
+    keys = versionedRows(page, isInstance,
+                         "select Query_Prikey from Zembra_Query_Ver2 where Zembra_ID = ",
+                         "select Query_Prikey from Zembra_Query_Main where Query_ID = ", queryid);
+  });
+  if (!keys.isArray()) return -1;
+  Variant tables;
+  errors.run([&] {
+    tables =
+        rowsOrNull(page, joined({"select DDF_TableID from Zembra_DataDict_Field where Zembra_ID=",
+                                 spliced(keys.array().at(0, 0))}));
+  });
+  return tables.isArray() ? tables.array().at(0, 0) : Variant(-1);
+}
+
+Variant getTableListTitle(Page& page, const Variant& controlid, const Variant& isInstance) {
+  ErrorState errors;
+  Variant rows;
+  errors.run([&] {
+    rows = versionedRows(
+        page, isInstance,
+        "select QF_CField,QF_FieldType from Zembra_Query_Field_Ver2 where Zembra_ID=",
+        "select QF_CField,QF_FieldType from Zembra_Query_Field where QF_ID=", controlid);
+  });
+  if (!rows.isArray()) return -1;
+  if (!variant::equals(rows.array().at(1, 0), kTableControl)) return -2;
+  return errors.value([&] {
+    const std::string definition = variant::toText(rows.array().at(0, 0));
+    return Variant(pieceOf(variant::split(definition, kListMark), 1));
+  });
+}
+
+Variant SQL2Fields(Page&, const Variant& SQLstr) {
+  return firstOperandsOf(variant::toText(SQLstr));
+}
+
+}  // namespace tarlo::metadata

@@ -1,0 +1,48 @@
+#pragma once
+// What a page says about one grid: filled through the late-bound members of TarloTable.table, read
+// by everything that draws the grid or asks for its rows.
+
+#include <string>
+#include <vector>
+
+namespace tarlo::siblings {
+
+// An entry of a pull-down: its script, run in the page, shows another view. Both empty: a
+// separator.
+struct GridView {
+  std::string caption;  // may hold <b> and </b>, no other markup
+  std::string script;   // as it stands between the double quotes of a script string
+};
+
+struct GridMenu {
+  std::string caption;
+  std::string key;
+  std::vector<GridView> views;
+};
+
+struct GridButton {
+  std::string tip;
+  std::string caption;
+  std::string script;
+  std::string cssClass;
+};
+
+struct GridDefinition {
+  std::string id;                     // a script name: the page's scripts call the grid by it
+  std::vector<std::string> captions;  // of the columns behind the first, which is the row's id
+  std::string sql;
+  std::string orderBy;  // without the words ORDER BY; "" for none
+  std::string width = "100%";
+  std::string onRowDoubleClick;
+  std::string onRowSelect;
+  int selectionStyle = 1;  // 0: none, 1: one row at a time, 2: several
+  int pageSize = 15;
+  bool showButton = true;
+  bool showMenu = true;
+  bool search = true;
+  bool multiPage = true;  // false: all rows at once, `pageSize` of them in view
+  std::vector<GridMenu> menus;
+  std::vector<GridButton> buttons;
+};
+
+}  // namespace tarlo::siblings

@@ -1,0 +1,121 @@
+#include "siblings/grid_operations.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "siblings/csv_field.h"
+#include "siblings/grid_markup.h"
+#include "siblings/grid_rows.h"
+#include "siblings/grid_state.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::siblings {
+namespace {
+
+constexpr int kBadRequest = 400;
+constexpr int kGone = 410;
+constexpr int kFailed = 500;
+
+// As bytes: JSON is UTF-8 whatever code page the pages are sent in.
+void sendJson(Page& page, const std::string& json) {
+  page.response.setHeader("Content-Type", "application/json; charset=utf-8");
+  page.response.setHeader("Cache-Control", "no-store");
+  page.response.binaryWrite(json);
+}
+
+std::string textOf(Page& page, std::string_view name) {
+  return variant::spliced(page.request.value(name));
+}
+
+// A whole number from 0; 0 for anything else.
+std::int64_t numberOf(Page& page, std::string_view name) {
+  constexpr std::size_t kMostDigits = 9;
+  const std::string text = textOf(page, name);
+  const bool isNumber = !text.empty() && text.size() <= kMostDigits &&
+                        text.find_first_not_of("0123456789") == std::string::npos;
+  return isNumber ? std::stoll(text) : 0;
+}
+
+GridRequest requestOf(Page& page, const GridDefinition& grid) {
+  constexpr std::ptrdiff_t kMostSearchUnits = 100;
+  GridRequest request;
+  request.page = std::max<std::int64_t>(1, numberOf(page, "page"));
+  const std::int64_t column = numberOf(page, "sort");
+  if (column > 0 && column <= static_cast<std::int64_t>(grid.captions.size())) {
+    request.sort = {static_cast<std::size_t>(column) + 1,
+                    variant::equalsNoCase(textOf(page, "dir"), "desc")};
+  }
+  request.filter.conditions = {textOf(page, "view"), textOf(page, "right")};
+  if (grid.search) {
+    const std::string search = textOf(page, "search");
+    request.filter.search = variant::trim(variant::left(search, kMostSearchUnits));
+  }
+  return request;
+}
+
+// The grid of the request, if every condition is one of its own; otherwise the error has been sent.
+std::shared_ptr<GridState> gridOf(Page& page) {
+  auto grid = SessionGrids::of(page)->find(textOf(page, "grid"));
+  if (grid == nullptr) {
+    sendJson(page, errorJson(kGone, "列表已过期，请刷新页面后再试。"));
+    return nullptr;
+  }
+  for (const std::string_view name : {"view", "right"}) {
+    if (grid->conditions.allows(textOf(page, name))) continue;
+    sendJson(page, errorJson(kBadRequest, "不允许使用此查询条件。"));
+    return nullptr;
+  }
+  return grid;
+}
+
+void sendCsvRows(Page& page, const GridState& grid, database::Recordset& rows) {
+  constexpr std::size_t kPieceBytes = 64 * 1024;
+  std::string piece = "\xEF\xBB\xBF" + csvRecord(grid.definition.captions);
+  std::vector<std::string> fields;
+  for (; !rows.atEnd(); rows.moveNext()) {
+    fields.clear();
+    for (std::size_t i = 1; i <= grid.definition.captions.size(); ++i) {
+      fields.push_back(i < rows.fieldCount() ? csvText(rows.value(i)) : std::string());
+    }
+    piece += csvRecord(fields);
+    if (piece.size() < kPieceBytes) continue;
+    if (!page.response.isClientConnected()) return;
+    page.response.binaryWrite(piece);
+    page.response.flush();
+    piece.clear();
+  }
+  page.response.binaryWrite(piece);
+}
+
+}  // namespace
+
+void sendGridRows(Page& page) {
+  const auto grid = gridOf(page);
+  if (grid == nullptr) return;
+  if (textOf(page, "reload") == "1") grid->forgetCounts();
+  ErrorState err;
+  GridRows rows;
+  err.run([&] { rows = readRows(page, *grid, requestOf(page, grid->definition)); });
+  sendJson(page, err.failed() ? errorJson(kFailed, messageOf(err.number())) : rowsJson(rows));
+}
+
+void sendGridCsv(Page& page) {
+  const auto grid = gridOf(page);
+  if (grid == nullptr) return;
+  const GridRequest request = requestOf(page, grid->definition);
+  ErrorState err;
+  std::optional<database::Lease> connection;
+  std::unique_ptr<database::Recordset> rows;
+  err.run([&] {
+    connection.emplace(borrowFor(page));
+    rows = (*connection)->open(grid->statement.all(request.filter, request.sort));
+  });
+  if (err.failed()) return sendJson(page, errorJson(kFailed, messageOf(err.number())));
+  page.response.setHeader("Content-Type", "text/csv; charset=utf-8");
+  page.response.setHeader("Content-Disposition", "attachment; filename=\"list.csv\"");
+  sendCsvRows(page, *grid, *rows);
+}
+
+}  // namespace tarlo::siblings

@@ -1,0 +1,44 @@
+#pragma once
+// One page of a grid, read from the database.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/database.h"
+#include "siblings/grid_state.h"
+
+namespace tarlo::siblings {
+
+struct GridRequest {
+  GridFilter filter;
+  GridSort sort;
+  std::int64_t page = 1;
+};
+
+struct GridRow {
+  std::string id;
+  std::vector<std::string> cells;  // of the shown columns, as plain text
+};
+
+struct GridRows {
+  std::int64_t total = 0;
+  std::int64_t page = 1;  // the one that was read: the last one where a later was asked for
+  std::vector<GridRow> rows;
+};
+
+// A connection to the page's database.
+database::Lease borrowFor(Page& page);
+
+// A value as the grid shows it: Null as "", a date without the time of midnight.
+std::string shownText(const Variant& value);
+
+// Raises DatabaseError. A grid without pages gives its first kMostRows rows.
+GridRows readRows(Page& page, GridState& grid, const GridRequest& request);
+inline constexpr std::int64_t kMostRows = 2000;
+
+// What went wrong, in words for the people who look at the grid: by the number of a run-time error.
+std::string_view messageOf(int errorNumber);
+
+}  // namespace tarlo::siblings

@@ -1,0 +1,119 @@
+#include "siblings/menu.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "siblings/markup.h"
+#include "siblings/member_table.h"
+
+namespace tarlo::siblings {
+namespace {
+
+constexpr std::string_view kSeparator =
+    "<li role=\"separator\" class=\"tarlo-menu-separator\"></li>";
+
+int pixelsOf(const Variant& value) {
+  constexpr int kMost = 2000;
+  return variant::isNumeric(value)
+             ? static_cast<int>(std::clamp(variant::toDouble(value), 0.0, double{kMost}))
+             : 0;
+}
+
+}  // namespace
+
+struct Menu::Members {
+  template <Variant Menu::*kValue>
+  static constexpr Property<Menu> value(std::string_view name) {
+    return {name, [](const Menu& menu) { return menu.*kValue; },
+            [](Menu& menu, const Variant& value) { menu.*kValue = value; }};
+  }
+  static std::span<const Property<Menu>> properties() {
+    static constexpr Property<Menu> kRows[] = {
+        value<&Menu::title_>("title"), value<&Menu::left_>("Left"), value<&Menu::top_>("Top")};
+    return kRows;
+  }
+
+  static std::span<const Method<Menu>> methods() {
+    static constexpr Method<Menu> kRows[] = {{"AddMenu0", 4, &Menu::addMenu0},
+                                             {"AddSubMenu", 4, &Menu::addSubMenu},
+                                             {"WriteMenu", 0, &Menu::writeMenu}};
+    return kRows;
+  }
+};
+
+// A method without arguments reads like a property in the pages' language.
+Variant Menu::get(std::string_view name, std::span<Variant> arguments) {
+  for (const auto& property : Members::properties()) {
+    if (variant::equalsNoCase(property.name, name)) return property.get(*this);
+  }
+  return call(name, arguments);
+}
+
+void Menu::put(std::string_view name, const Variant& value) {
+  findMember(Members::properties(), name).put(*this, value);
+}
+
+Variant Menu::call(std::string_view name, std::span<Variant> arguments) {
+  return callMember(*this, Members::methods(), name, arguments);
+}
+
+Menu::Entry Menu::entryOf(std::span<Variant> arguments) {
+  using variant::spliced;
+  return {spliced(arguments[0]), spliced(arguments[1]), spliced(arguments[2]),
+          spliced(arguments[3])};
+}
+
+Variant Menu::addMenu0(std::span<Variant> arguments) {
+  entries_.push_back(entryOf(arguments));
+  return {};
+}
+
+Variant Menu::addSubMenu(std::span<Variant> arguments) {
+  subEntries_.push_back(entryOf(arguments));
+  return {};
+}
+
+// Pages write addresses of scripts with a blank behind the colon; browsers take that.
+std::string Menu::linkMarkup(const Entry& entry, bool opens) {
+  const std::string target =
+      entry.target.empty() ? "" : " target=\"" + attributeMarkup(entry.target) + "\"";
+  return fmt::format("<a role=\"menuitem\" tabindex=\"-1\" href=\"{}\"{}{}>{}</a>",
+                     attributeMarkup(entry.href.empty() ? "javascript:void(0)" : entry.href),
+                     target, opens ? " aria-haspopup=\"true\" aria-expanded=\"false\"" : "",
+                     attributeMarkup(entry.caption));
+}
+
+std::string Menu::pullDownMarkup(const Entry& top) const {
+  std::string items;
+  for (const Entry& entry : subEntries_) {
+    if (!variant::equalsNoCase(entry.subMenu, top.subMenu)) continue;
+    items += entry.isSeparator() ? std::string(kSeparator)
+                                 : "<li role=\"none\">" + linkMarkup(entry, false) + "</li>";
+  }
+  if (items.empty()) return {};
+  return "<ul role=\"menu\" class=\"tarlo-menu-list\" aria-label=\"" +
+         attributeMarkup(top.caption) + "\" hidden>" + items + "</ul>";
+}
+
+std::string Menu::topMarkup(const Entry& top) const {
+  if (top.isSeparator()) return std::string(kSeparator);
+  const std::string pullDown = top.subMenu.empty() ? "" : pullDownMarkup(top);
+  return "<li role=\"none\">" + linkMarkup(top, !pullDown.empty()) + pullDown + "</li>";
+}
+
+Variant Menu::writeMenu(std::span<Variant>) {
+  std::string items;
+  for (const Entry& entry : entries_) items += topMarkup(entry);
+  return fmt::format(
+      "<div class=\"tarlo-menu\" style=\"padding-left:{}px\">"
+      "<span class=\"tarlo-menu-title\">{}</span>"
+      "<ul role=\"menubar\" class=\"tarlo-menu-bar\">{}</ul></div>\r\n",
+      pixelsOf(left_), variant::spliced(title_), items);
+}
+
+std::shared_ptr<Object> makeMenu() {
+  return std::make_shared<Menu>();
+}
+
+}  // namespace tarlo::siblings

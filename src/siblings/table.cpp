@@ -1,0 +1,159 @@
+#include "siblings/table.h"
+
+#include <algorithm>
+
+#include "siblings/grid_drawing.h"
+#include "siblings/member_table.h"
+
+namespace tarlo::siblings {
+namespace {
+
+using variant::spliced;
+using variant::toInt32;
+
+constexpr int kMostPageSize = 500;
+
+std::vector<std::string> captionsOf(std::string_view title) {
+  std::vector<std::string> captions;
+  for (const std::string_view caption : variant::split(title, "|")) captions.emplace_back(caption);
+  return captions;
+}
+
+std::string titleOf(const GridDefinition& grid) {
+  std::vector<std::string_view> captions(grid.captions.begin(), grid.captions.end());
+  return variant::join(captions, "|");
+}
+
+bool isScriptName(std::string_view name) {
+  const auto isLetter = [](char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+  };
+  return !name.empty() && isLetter(name[0]) &&
+         std::ranges::all_of(name, [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
+}
+
+// "95%", "600" and "600px" as they are; anything else does not reach the page's style.
+std::string widthOf(std::string_view text) {
+  text = variant::trim(text);
+  const auto digits = std::min(text.find_first_not_of("0123456789"), text.size());
+  const std::string_view unit = text.substr(digits);
+  if (digits == 0 || (unit != "%" && unit != "px" && !unit.empty())) return "100%";
+  return std::string(text) + (unit.empty() ? "px" : "");
+}
+
+}  // namespace
+
+struct Table::Members {
+  template <bool GridDefinition::*kFlag>
+  static constexpr Property<Table> flag(std::string_view name) {
+    return {name, [](const Table& table) { return Variant(table.grid_.*kFlag); },
+            [](Table& table, const Variant& value) { table.grid_.*kFlag = toFlag(value); }};
+  }
+  template <std::string GridDefinition::*kText>
+  static constexpr Property<Table> text(std::string_view name) {
+    return {name, [](const Table& table) { return Variant(table.grid_.*kText); },
+            [](Table& table, const Variant& value) { table.grid_.*kText = spliced(value); }};
+  }
+
+  static std::span<const Property<Table>> properties() {
+    static constexpr Property<Table> kRows[] = {
+        text<&GridDefinition::id>("id"),
+        text<&GridDefinition::sql>("sql"),
+        text<&GridDefinition::orderBy>("orderBy"),
+        text<&GridDefinition::onRowDoubleClick>("onRowDoubleClick"),
+        text<&GridDefinition::onRowSelect>("onRowSelect"),
+        flag<&GridDefinition::showButton>("showButton"),
+        flag<&GridDefinition::showMenu>("showMenu"),
+        flag<&GridDefinition::search>("Search"),
+        flag<&GridDefinition::multiPage>("MultiPage"),
+        {"title", [](const Table& table) { return Variant(titleOf(table.grid_)); },
+         [](Table& table, const Variant& value) {
+           table.grid_.captions = captionsOf(spliced(value));
+         }},
+        {"Width", [](const Table& table) { return Variant(table.grid_.width); },
+         [](Table& table, const Variant& value) { table.grid_.width = widthOf(spliced(value)); }},
+        {"SelectionStyle", [](const Table& table) { return Variant(table.grid_.selectionStyle); },
+         [](Table& table, const Variant& value) { table.grid_.selectionStyle = toInt32(value); }},
+        {"Pagesize", [](const Table& table) { return Variant(table.grid_.pageSize); },
+         [](Table& table, const Variant& value) {
+           table.grid_.pageSize = std::clamp(toInt32(value), 1, kMostPageSize);
+         }},
+    };
+    return kRows;
+  }
+
+  static std::span<const Method<Table>> methods() {
+    static constexpr Method<Table> kRows[] = {
+        {"ASPConnect", kAnyNumber, &Table::connect},
+        {"AddSubMenuTitle", 2, &Table::addSubMenuTitle},
+        {"AddSubMenu", 3, &Table::addSubMenu},
+        {"addActions", 4, &Table::addActions},
+        {"WriteTable", 0, &Table::writeTable},
+        {"getTableHtml", 0, &Table::getTableHtml},
+    };
+    return kRows;
+  }
+};
+
+// A method without arguments reads like a property in the pages' language.
+Variant Table::get(std::string_view name, std::span<Variant> arguments) {
+  for (const auto& property : Members::properties()) {
+    if (variant::equalsNoCase(property.name, name)) return property.get(*this);
+  }
+  return call(name, arguments);
+}
+
+void Table::put(std::string_view name, const Variant& value) {
+  findMember(Members::properties(), name).put(*this, value);
+}
+
+Variant Table::call(std::string_view name, std::span<Variant> arguments) {
+  return callMember(*this, Members::methods(), name, arguments);
+}
+
+Variant Table::connect(std::span<Variant> arguments) {
+  page_ = pageOf(arguments);
+  if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
+  return {};
+}
+
+Variant Table::addSubMenuTitle(std::span<Variant> arguments) {
+  grid_.menus.push_back({spliced(arguments[0]), spliced(arguments[1]), {}});
+  return {};
+}
+
+// An entry for a pull-down that was not declared makes one without a caption.
+Variant Table::addSubMenu(std::span<Variant> arguments) {
+  const std::string key = spliced(arguments[2]);
+  auto menu = std::ranges::find(grid_.menus, key, &GridMenu::key);
+  if (menu == grid_.menus.end()) menu = grid_.menus.insert(menu, {"", key, {}});
+  menu->views.push_back({spliced(arguments[0]), spliced(arguments[1])});
+  return {};
+}
+
+Variant Table::addActions(std::span<Variant> arguments) {
+  grid_.buttons.push_back(
+      {spliced(arguments[0]), spliced(arguments[1]), spliced(arguments[2]), spliced(arguments[3])});
+  return {};
+}
+
+Variant Table::writeTable(std::span<Variant> arguments) {
+  page().response.write(spliced(getTableHtml(arguments)));
+  return {};
+}
+
+Variant Table::getTableHtml(std::span<Variant>) {
+  if (!isScriptName(grid_.id)) throw RuntimeError(ErrorNumber::InvalidCall, "id");
+  return drawGrid(page(), grid_);
+}
+
+Page& Table::page() const {
+  if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
+  return *page_;
+}
+
+std::shared_ptr<Object> makeTable() {
+  return std::make_shared<Table>();
+}
+
+}  // namespace tarlo::siblings

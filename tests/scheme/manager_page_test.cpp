@@ -1,0 +1,144 @@
+// The list page and its frame against whole pages. TARLO_REWRITE_GOLDEN=1 writes the expectations
+// anew.
+#include "scheme/manager_page.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "page_support.h"
+#include "scheme/page_frame.h"
+#include "variant/runtime_error.h"
+
+namespace tarlo::scheme {
+namespace {
+
+// Golden files hold the page as it goes out, line ends included.
+void expectGolden(const std::string& name, const std::string& page) {
+  const std::string path = std::string(TARLO_TEST_DATA "/golden/") + name;
+  if (std::getenv("TARLO_REWRITE_GOLDEN") != nullptr) {
+    std::ofstream(path, std::ios::binary) << page;
+  }
+  std::ifstream file(path, std::ios::binary);
+  std::stringstream expected;
+  expected << file.rdbuf();
+  EXPECT_EQ(page, expected.str()) << name;
+}
+
+bool everyLineEndIsCrLf(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) return false;
+    if (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n')) return false;
+  }
+  return true;
+}
+
+std::string paneOf(tarlo::testing::PageDatabase& data, const Variant& style) {
+  return data.writtenBy([&] { writeStylePane(data.page(), style, SidePane::Links); });
+}
+
+TEST(ManagerPage, IsWrittenLineByLine) {
+  tarlo::testing::PageDatabase data;
+  const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
+  EXPECT_TRUE(everyLineEndIsCrLf(page));
+  expectGolden("ctrl_search.html", page);
+  const std::map<std::string, std::string> headers = {{"Cache-Control", "no-cache"},
+                                                      {"Expires", "0"},
+                                                      {"Pragma", "No-Cache"},
+                                                      {"robots", "noindex,follow"}};
+  EXPECT_EQ(data.local().headers(), headers);
+}
+
+TEST(ManagerPage, WithoutDirectoriesThePullDownHoldsAllAndASeparator) {
+  tarlo::testing::PageDatabase data;
+  data.execute("update Zembra_Dict_TableDir set Zembra_Flag=0");
+  const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
+  EXPECT_NE(page.find("grid.AddSubMenu(<>, <>, <view2>)\r\ngrid.WriteTable()\r\n<br>\r\n"),
+            std::string::npos);
+}
+
+TEST(ManagerPage, ListsLiveSchemesOfADirectoryThatRaiseNoAlert) {
+  tarlo::testing::PageDatabase data;
+  const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
+  const std::size_t start = page.find("grid.sql = <") + 12;
+  const std::string list = page.substr(start, page.find(">\r\n", start) - start);
+  const Variant rows = frame::execSQLRows(data.page(), list + " order by a.Query_ID");
+  ASSERT_TRUE(rows.isArray());
+  ASSERT_EQ(rows.array().upperBound(2), 1);
+  EXPECT_EQ(rows.array().at(1, 0).text(), "user");
+  EXPECT_EQ(rows.array().at(3, 0).text(), "用户");
+  EXPECT_EQ(rows.array().at(3, 1).text(), "系统");
+}
+
+TEST(PageFrame, HeadAndPaneFollowTheStyle) {
+  struct Row {
+    Variant style;
+    std::string head;
+    std::string pane;
+  };
+  const Row rows[] = {{"1", "sea", "sea"},       {"2", "olive", "olive"},
+                      {"3", "orange", "orange"}, {"4", "sun", "sun"},
+                      {4, "sun", "sun"},         {"5", "sea", ""},
+                      {Variant(), "sea", ""},    {variant::Null{}, "sea", ""}};
+  for (const Row& row : rows) {
+    tarlo::testing::PageDatabase data;
+    data.setSession("usrStyle", row.style);
+    const std::string head = data.writtenBy([&] { writePageHead(data.page(), "a'b"); });
+    EXPECT_NE(head.find("document.title = 'Orvane.Zembra - a'b';</script>"), std::string::npos);
+    EXPECT_NE(head.find("class='ZembraxTitle_" + row.head +
+                        "'><img id=Zembra_Head_Style src='/images/icoDefault_" + row.head +
+                        ".gif' border=0>&nbsp;Zembra a'b</div>"),
+              std::string::npos);
+    const std::string pane = paneOf(data, row.style);
+    EXPECT_NE(
+        pane.find("}else{\r\nparent.TarloY.document.body.className='" + row.pane +
+                  "body';\r\nparent.startHeadtop.className='startHeadtop" + row.pane + "';\r\n"),
+        std::string::npos);
+  }
+}
+
+TEST(PageFrame, TheMenuOfAPageIsUsedAsItIs) {
+  tarlo::testing::PageDatabase data;
+  data.setSession("usrICID", 102);  // starts workflow 3
+  const std::shared_ptr<Object> menu =
+      std::make_shared<tarlo::testing::RecordingObject>(data.page(), "own");
+  menu->put("title", "T");
+  expectGolden("own_menu.html", data.writtenBy([&] { writePageHead(data.page(), menu); }));
+}
+
+TEST(PageFrame, AChildOfTheWorkflowMenuGetsNoAuthorizationEntry) {
+  tarlo::testing::PageDatabase data;
+  data.setSession("usrICID", "205");
+  const std::string head = data.writtenBy([&] { writePageHead(data.page(), "t"); });
+  EXPECT_EQ(head.find("authorization"), std::string::npos);
+  EXPECT_NE(head.find("ZembraSaveStyle(205,1)"), std::string::npos);
+}
+
+TEST(PageFrame, AModuleThatIsNoNumberStopsThePage) {
+  tarlo::testing::PageDatabase data;
+  data.setSession("usrICID", "x");
+  for (const bool isHead : {true, false}) {
+    try {
+      isHead ? writePageHead(data.page(), "t") : writePageFoot(data.page());
+      FAIL();
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.number(), 13);
+    }
+  }
+}
+
+TEST(PageFrame, PaneTextIsOneScriptString) {
+  tarlo::testing::PageDatabase data;
+  const std::string pane = paneOf(data, "2");
+  const std::size_t start = pane.find("var HTMLHelp = '") + 16;
+  const std::string text = pane.substr(start, pane.find("\r\n", start) - start);
+  EXPECT_TRUE(text.ends_with("      </table>';"));
+  EXPECT_NE(text.find("</table>\\n<div id=helpDiv style=\\'width:100%\\'>\\n"), std::string::npos);
+  EXPECT_NE(text.find("desc=\"it\\'s\""), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tarlo::scheme

@@ -1,0 +1,79 @@
+#include "scheme/module_links.h"
+
+#include <gtest/gtest.h>
+
+#include "page_support.h"
+#include "variant/runtime_error.h"
+
+namespace tarlo::scheme {
+namespace {
+
+TEST(ModuleLinks, FoldersEntriesAndTheCurrentModule) {
+  tarlo::testing::PageDatabase data;
+  const std::string text = variant::toText(showLinksq(data.page(), ""));
+  // In menu order; no forbidden or nameless module, and of the folder only what opens something.
+  const char* const pieces[] = {
+      "    <td class=\"TarloDivHeadsea\" style=\"cursor: default\">相关链接</td>\r\n",
+      "cellpadding=\"2\" cellspacing=\"0\">\r\n<tr><td style=\"cursor:hand\">&nbsp;&nbsp;&nbsp;"
+      "&nbsp;<img onclick=toolBarAdd(102) src=",
+      "desc=\"\" onmouseover=\"doLinkOver(this)\" onclick=\"top.window.Zembra.location="
+      "'./?cmdID=102';\"> 控件方案</span></td></tr><tr><td ",
+      "onclick=toolBarAdd(101) align=\"absmiddle\">&nbsp;&nbsp;<span  onmouseout",
+      "desc=\"it's\"  style='width:120px;color=gray;cursor:default'>查询方案</span></td></tr>"
+      "<tr id= Sub103><td onclick=\"linkStatus(Sub103)\" ",
+      "<b>更多</b></span></td></tr><tr style='display:none' id= Sub103><td id= Sub103 style=",
+      "desc=\"说明\"  onclick=\"top.window.Zembra.location='./?cmdID=104';\">帮助</span></td></tr>"
+      "      </table>"};
+  std::size_t at = 0;
+  for (const char* piece : pieces) {
+    at = text.find(piece, at);
+    ASSERT_NE(at, std::string::npos) << piece << "\nin " << text;
+  }
+  EXPECT_TRUE(text.ends_with("</tr>      </table>"));
+  for (const char* absent : {"禁止", "cmdID=107", "空", "Sub105"}) {
+    EXPECT_EQ(text.find(absent), std::string::npos) << absent;
+  }
+}
+
+TEST(ModuleLinks, NoPaneWithoutAModuleOrWithoutRows) {
+  tarlo::testing::PageDatabase data;
+  data.setSession("usrID", 3);
+  EXPECT_TRUE(showLinksq(data.page(), "").isEmpty());
+  // No statement runs: without a user it would be refused.
+  data.setSession("usrID", Variant());
+  for (const Variant& module : {Variant("x"), Variant(), Variant("99999999999")}) {
+    data.setSession("usrICID", module);
+    EXPECT_TRUE(showLinksq(data.page(), "").isEmpty());
+  }
+  data.setSession("usrICID", 101);
+  EXPECT_THROW(showLinksq(data.page(), ""), RuntimeError);
+}
+
+TEST(ModuleLinks, PlaceAndWorkflowOfTheModule) {
+  tarlo::testing::PageDatabase data;
+  struct Row {
+    Variant module;
+    bool isElsewhere;
+    std::string workflow;  // "error 13" when it raises
+  };
+  const Row rows[] = {{101, true, "False"},
+                      {"102", true, "3"},        // the newest of the family
+                      {205, false, "error 13"},  // a family without a workflow
+                      {999, true, "False"}};
+  for (const Row& row : rows) {
+    data.setSession("usrICID", row.module);
+    EXPECT_EQ(variant::toBoolean(isNotWorkflowChild(data.page())), row.isElsewhere);
+    std::string workflow;
+    try {
+      workflow = variant::toText(getModuleWorkflow(data.page()));
+    } catch (const RuntimeError& error) {
+      workflow = "error " + std::to_string(error.number());
+    }
+    EXPECT_EQ(workflow, row.workflow);
+  }
+  data.setSession("usrICID", 40000);
+  EXPECT_THROW(isNotWorkflowChild(data.page()), RuntimeError);
+}
+
+}  // namespace
+}  // namespace tarlo::scheme

@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include "frame/sibling_calls.h"
+#include "siblings/menu.h"
+#include "variant/convert.h"
+#include "variant/runtime_error.h"
+
+namespace tarlo::siblings {
+namespace {
+
+using frame::callMethod;
+
+std::size_t countOf(const std::string& text, const std::string& wanted) {
+  std::size_t count = 0;
+  for (auto at = text.find(wanted); at != std::string::npos; at = text.find(wanted, at + 1))
+    ++count;
+  return count;
+}
+
+TEST(Menu, WritesItsTitleOnceAndItsEntriesWhereTheyBelong) {
+  auto menu = makeMenu();
+  menu->put("Left", 20);
+  menu->put("TITLE", "plain");
+  callMethod(*menu, "AddMenu0", {"Colour & form", "", "", "SubMenu1"});
+  callMethod(*menu, "AddMenu0", {"Grant", "javascript:Grant(1);", "", ""});
+  callMethod(*menu, "AddSubMenu",
+             {"Ocean & Sky", "javascript: Save(1,\"a\");", "main", "SubMenu1"});
+  callMethod(*menu, "AddSubMenu", {"", "", "", "SubMenu1"});
+  callMethod(*menu, "AddSubMenu", {"Elsewhere", "/x", "", "SubMenu2"});
+  callMethod(*menu, "AddMenu0", {"", "", "", ""});
+  menu->put("title", "<div id=Head><img id=Head></div>");
+  const std::string html = variant::spliced(callMethod(*menu, "writemenu"));
+  EXPECT_EQ(countOf(html, "id=Head"), 2u);
+  EXPECT_EQ(html.find("plain"), std::string::npos);
+  EXPECT_NE(
+      html.find("href=\"javascript: Save(1,&quot;a&quot;);\" target=\"main\">Ocean &amp; Sky</a>"),
+      std::string::npos)
+      << html;
+  EXPECT_EQ(countOf(html, "aria-haspopup"), 1u);
+  EXPECT_EQ(countOf(html, "role=\"separator\""), 2u);
+  EXPECT_EQ(html.find("Elsewhere"), std::string::npos);
+  EXPECT_EQ(variant::spliced(menu->get("title")), "<div id=Head><img id=Head></div>");
+}
+
+TEST(Menu, RefusesUnknownMembersAndWrongCalls) {
+  auto menu = makeMenu();
+  EXPECT_THROW(menu->put("Width", 1), RuntimeError);
+  EXPECT_THROW(callMethod(*menu, "AddMenu0", {"a", "b"}), RuntimeError);
+  menu->put("Left", "1px;color:red");
+  EXPECT_EQ(variant::spliced(callMethod(*menu, "WriteMenu")).find("red"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tarlo::siblings
