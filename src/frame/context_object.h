@@ -1,6 +1,7 @@
 #pragma once
-// A page context as a late-bound value: what hosts hand to OnStartPage, and what pages hand to the ASPConnect of a
-// sibling component in the place of each of the five objects, which all belong to one page.
+// A page context as a late-bound value: what hosts hand to OnStartPage, and what pages hand to the
+// ASPConnect of a sibling component in the place of each of the five objects, which all belong to
+// one page.
 
 #include "frame/page.h"
 #include "variant/object.h"

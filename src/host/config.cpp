@@ -2,12 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <toml++/toml.h>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <fstream>
 #include <sstream>
-#include <toml++/toml.h>
 
 #include "host/config_keys.h"
 

@@ -1,6 +1,8 @@
 // Searching in texts: CHARINDEX, REPLACE and LIKE, which see neither case nor width.
 
 #include <algorithm>
+#include <array>
+#include <memory>
 #include <vector>
 
 #include "database/sqlite/function_call.h"
@@ -144,19 +146,87 @@ bool matches(const std::vector<Element>& pattern, std::u32string_view text) {
   return p == pattern.size();
 }
 
-// tsql_like(pattern, text). Blanks at the end of the text may be left over, those of the pattern
-// count.
+// A pattern, read once. It is the same for all rows of a statement, so SQLite keeps it with the
+// call for as long as the argument stays.
+struct Pattern {
+  explicit Pattern(std::string_view text) : elements(readPattern(foldText(text))) {
+    using Kind = Element::Kind;
+    const auto isRun = [](const Element& element) { return element.kind == Kind::AnyRun; };
+    if (elements.size() < 2 || !isRun(elements.front()) || !isRun(elements.back())) return;
+    for (std::size_t i = 1; i + 1 < elements.size(); ++i) {
+      const Element& element = elements[i];
+      const bool isOne = element.kind == Kind::Set && !element.negated &&
+                         element.ranges.size() == 1 &&
+                         element.ranges[0].first == element.ranges[0].second;
+      if (element.kind != Kind::Character && !isOne) return;
+      part += isOne ? element.ranges[0].first : element.character;
+    }
+    isPart = true;
+  }
+
+  std::vector<Element> elements;
+  // `%part%`, which most searches are: whether the text holds it.
+  bool isPart = false;
+  std::u32string part;
+};
+
+const Pattern& patternOf(FunctionCall& call) {
+  constexpr int kArgument = 0;
+  if (const void* kept = sqlite3_get_auxdata(call.context(), kArgument)) {
+    return *static_cast<const Pattern*>(kept);
+  }
+  auto made = std::make_unique<Pattern>(call.text(kArgument));
+  const auto drop = [](void* pattern) {
+    std::default_delete<Pattern>()(static_cast<Pattern*>(pattern));
+  };
+  sqlite3_set_auxdata(call.context(), kArgument, made.release(), drop);
+  const void* kept = sqlite3_get_auxdata(call.context(), kArgument);
+  if (kept == nullptr) throw FunctionError("there is not enough memory for the LIKE pattern");
+  return *static_cast<const Pattern*>(kept);
+}
+
+// A text folded, without a trip to the heap for the usual short one.
+class FoldedText {
+ public:
+  explicit FoldedText(std::string_view text) {
+    if (text.size() > small_.size()) {
+      large_ = foldText(text);
+      view_ = large_;
+      return;
+    }
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < text.size();) {
+      small_[count++] = foldCharacter(decodeCharacter(text, at));
+    }
+    view_ = {small_.data(), count};
+  }
+  FoldedText(const FoldedText&) = delete;
+  FoldedText& operator=(const FoldedText&) = delete;
+  std::u32string_view view() const { return view_; }
+
+ private:
+  std::array<char32_t, 512> small_;
+  std::u32string large_;
+  std::u32string_view view_;
+};
+
+// Blanks at the end of the text may be left over, those of the pattern count.
+bool isLike(const Pattern& pattern, std::u32string_view text) {
+  if (pattern.isPart) return text.find(pattern.part) != std::u32string_view::npos;
+  const std::size_t last = text.find_last_not_of(U' ');
+  const std::size_t shortest = last == std::u32string_view::npos ? 0 : last + 1;
+  bool found = matches(pattern.elements, text);
+  for (std::size_t size = shortest; !found && size < text.size(); ++size) {
+    found = matches(pattern.elements, text.substr(0, size));
+  }
+  return found;
+}
+
+// tsql_like(pattern, text)
 void like(FunctionCall& call) {
   if (call.text(0).size() > kMostPattern * 3) throw FunctionError("the LIKE pattern is too long");
-  const auto pattern = readPattern(foldText(call.text(0)));
-  const std::u32string text = foldText(call.text(1));
-  const std::size_t last = text.find_last_not_of(U' ');
-  const std::size_t shortest = last == std::u32string::npos ? 0 : last + 1;
-  bool found = matches(pattern, text);
-  for (std::size_t size = shortest; !found && size < text.size(); ++size) {
-    found = matches(pattern, std::u32string_view(text).substr(0, size));
-  }
-  call.give(static_cast<std::int64_t>(found));
+  const Pattern& pattern = patternOf(call);
+  call.give(static_cast<std::int64_t>(isLike(pattern, FoldedText(call.text(1)).view())));
 }
 
 constexpr FunctionRow kRows[] = {

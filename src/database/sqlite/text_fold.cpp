@@ -125,7 +125,8 @@ char32_t upperCharacter(char32_t c) {
 char32_t foldCharacter(char32_t c) {
   // Ideographs have neither case nor width, and most text here is made of them.
   if (c >= 0x3400 && c <= 0x9FFF) return c;
-  if (c >= 0x80) c = usualWidth(c);
+  if (c < 0x80) return lowerCharacter(c);
+  c = usualWidth(c);
   for (const OneWay& entry : kOneWay) {
     if (c == entry.from) return entry.to;
   }

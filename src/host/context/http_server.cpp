@@ -15,8 +15,7 @@ std::shared_ptr<Object> HttpServer::createObject(std::string_view progId) {
 }
 
 std::string HttpServer::urlEncode(std::string_view text) const {
-  const std::string bytes =
-      charset_ == Charset::Utf8 ? std::string(text) : encodeGb18030(text);
+  const std::string bytes = charset_ == Charset::Utf8 ? std::string(text) : encodeGb18030(text);
   std::string encoded;
   encoded.reserve(bytes.size() * 3);
   for (const char c : bytes) {

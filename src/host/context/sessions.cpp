@@ -50,7 +50,9 @@ std::shared_ptr<SessionData> Sessions::create() {
     byId_.erase(order_.front().data->id());
     order_.pop_front();
   }
-  return add(std::make_shared<SessionData>(randomToken()));
+  // Half a token is enough for a name that nobody need guess.
+  constexpr std::size_t kPublicLength = 32;
+  return add(std::make_shared<SessionData>(randomToken(), randomToken().substr(0, kPublicLength)));
 }
 
 std::shared_ptr<SessionData> Sessions::add(std::shared_ptr<SessionData> data) {

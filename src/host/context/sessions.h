@@ -20,14 +20,19 @@ std::string randomToken();
 // The values of one session.
 class SessionData {
  public:
-  explicit SessionData(std::string id) : id_(std::move(id)) {}
+  SessionData(std::string id, std::string publicId)
+      : id_(std::move(id)), publicId_(std::move(publicId)) {}
   Variant get(std::string_view key) const;
   void put(std::string_view key, const Variant& value);
+  // What the cookie holds: whoever knows it has the session.
   const std::string& id() const { return id_; }
+  // What pages see and write into tables: names the session and opens nothing. 32 characters.
+  const std::string& publicId() const { return publicId_; }
 
  private:
   mutable std::mutex mutex_;
   const std::string id_;
+  const std::string publicId_;
   frame::ValueMap values_;
 };
 
@@ -80,8 +85,10 @@ class HttpSession : public frame::Session {
     if (data_ == nullptr) data_ = make_();
     data_->put(key, value);
   }
-  // "" as long as there is no session.
-  std::string id() const override { return data_ == nullptr ? "" : data_->id(); }
+  // The public one; "" as long as there is no session.
+  std::string id() const override { return data_ == nullptr ? "" : data_->publicId(); }
+  // The cookie's; "" as long as there is no session.
+  std::string secretId() const { return data_ == nullptr ? "" : data_->id(); }
   // Goes on with another session, or with none.
   void become(std::shared_ptr<SessionData> data) { data_ = std::move(data); }
 

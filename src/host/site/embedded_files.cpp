@@ -1,13 +1,8 @@
 #include "host/site/embedded_files.h"
 
-// A build without the browser side serves pages without their scripts.
-#if __has_include(<embedded_web.h>)
-#include <embedded_web.h>
-#endif
+#include "embedded_web.h"
 
 namespace tarlo::host {
-
-#if __has_include(<embedded_web.h>)
 
 namespace {
 
@@ -26,13 +21,5 @@ StaticFiles embeddedFiles() {
   for (const auto& file : embedded::web::files()) files.add(addressOf(file.name), file.text);
   return files;
 }
-
-#else
-
-StaticFiles embeddedFiles() {
-  return {};
-}
-
-#endif
 
 }  // namespace tarlo::host

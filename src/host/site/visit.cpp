@@ -29,14 +29,14 @@ std::shared_ptr<SessionData> Visit::makeSession() {
 }
 
 SessionData& Visit::beginSession() {
-  context_.sessions.end(session.id());
+  context_.sessions.end(session.secretId());
   auto data = makeSession();
   session.become(data);
   return *data;
 }
 
 void Visit::endSession() {
-  context_.sessions.end(session.id());
+  context_.sessions.end(session.secretId());
   session.become(nullptr);
   sendCookie("", "; Max-Age=0");
 }

@@ -1,0 +1,67 @@
+// The configuration: what it refuses, and that what it prints is what it reads.
+
+#include <gtest/gtest.h>
+
+#include "host/config_keys.h"
+
+namespace tarlo::host {
+namespace {
+
+std::string refusalOf(std::string_view text) {
+  try {
+    parseConfig(text, "site.toml");
+  } catch (const ConfigError& error) {
+    return error.what();
+  }
+  return "taken";
+}
+
+TEST(Config, RefusesInWordsForPeople) {
+  struct Row {
+    const char *text, *said;
+  };
+  const Row rows[] = {
+      {"[server]\nlisten = 8080", "site.toml, line 2: listen must be a text"},
+      {"[server]\nthreads = 1", "site.toml, line 2: threads must be a number from 2 to 256"},
+      {"[server]\nthreads = \"4\"", "threads must be a number"},
+      {"[server]\nthreds = 4", "line 2: server.threds is not a key of the configuration"},
+      {"[servers]\nthreads = 4", "servers.threads is not a key"},
+      {"listen = \"x\"", "stands outside of a section"},
+      {"[server]\nthreads = 4\nrunning = 4", "running must be less than server.threads"},
+      {"[server]\nlisten = \"nowhere\"", "is not an address and a port"},
+      {"[server]\nlisten = \"a:99999\"", "is not an address and a port"},
+      {"[pages]\ncharset = \"koi8\"", "charset must be gb2312 or utf-8"},
+      {"[pages]\nstart_page = \"http://x\"", "start_page must begin with /"},
+      {"[log]\nlevel = \"loud\"", "log.level must be"},
+      {"[session]\nsecure_cookie = 1", "must be true or false"},
+      {"[sign_in]\ntrusted_header = \"X-User\"", "needs sign_in.trusted_addresses"},
+      {"[sign_in]\ntrusted_addresses = [1]", "must be a list of texts"},
+      {"[application]\na = 1", "must be a text"},
+      {"[server\n", "line 1"}};
+  for (const Row& row : rows)
+    EXPECT_NE(refusalOf(row.text).find(row.said), std::string::npos)
+        << row.text << " gives " << refusalOf(row.text);
+  EXPECT_THROW(loadConfig("/nonexistent/site.toml"), ConfigError);
+}
+
+TEST(Config, ReadsWhatItPrints) {
+  Config config = parseConfig(
+      "[server]\nqueue_seconds = 0.5\n[sign_in]\ntrusted_header = \"X-User\"\n"
+      "trusted_addresses = [\"10.0.0.1\", \"::1\"]\n[application]\n\"k\\\"ey\" = \"值\"",
+      "site.toml");
+  EXPECT_EQ(config.limits.queueTime, Milliseconds(500));
+  EXPECT_EQ(config.application["k\"ey"], "值");
+  const std::string printed = printConfig(config);
+  EXPECT_EQ(printConfig(parseConfig(printed, "printed")), printed);
+  for (const ConfigKey& key : configKeys())
+    EXPECT_NE(printed.find("\n" + std::string(key.name) + " = "), std::string::npos) << key.name;
+}
+
+TEST(Config, ReadsAddresses) {
+  EXPECT_EQ(parseEndpoint("[::1]:80").address, "::1");
+  EXPECT_EQ(parseEndpoint("localhost:80").address, "127.0.0.1");
+  EXPECT_EQ(parseEndpoint("0.0.0.0:0").port, 0);
+}
+
+}  // namespace
+}  // namespace tarlo::host

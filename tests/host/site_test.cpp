@@ -1,0 +1,228 @@
+// Which address leads where, for whom, and what users and the log see when something goes wrong.
+
+#include <gtest/gtest.h>
+#include <spdlog/sinks/ostream_sink.h>
+
+#include "database/error.h"
+#include "host/site/boundary.h"
+#include "host/site/cross_site.h"
+#include "site_support.h"
+
+namespace tarlo::host::testing {
+namespace {
+
+const Header kReferer{"Referer", "http://site.example/"};
+
+class SiteTest : public ::testing::Test {
+ protected:
+  TestSite site_;
+};
+
+TEST_F(SiteTest, OpenAddressesNeedNobody) {
+  site_.files().add("/TarloScripts.Zembra", "var a;");
+  site_.files().add("/images/1px.gif", "GIF");
+  struct Row {
+    const char* target;
+    unsigned status;
+    const char *type, *text;
+  };
+  const Row rows[] = {
+      {"/healthz", 200, "text/plain; charset=utf-8", "ok"},
+      {"/readyz", 200, "text/plain; charset=utf-8", "ready"},
+      {"/tarloscripts.zembra?action=Zembra", 200, "text/javascript; charset=utf-8", "var a;"},
+      {"/images/1PX.gif", 200, "image/gif", "GIF"},
+      {"/images/../1px.gif", 404, "text/html; charset=gb2312", "没有这个页面"},
+      {"/nowhere", 404, "text/html; charset=gb2312", "没有这个页面"},
+      {"/%00%ff", 404, "text/html; charset=gb2312", "没有这个页面"},
+      {"/orvane.Zembra?action=x", 404, "text/html; charset=gb2312", "功能未安装"},
+      {"/TarloMyScheme.Zembra", 404, "text/html; charset=gb2312", "功能未安装"},
+      {"/.Zembra", 404, "text/html; charset=gb2312", "没有这个页面"}};
+  for (const Row& row : rows) {
+    const auto answer = site_.get(row.target);
+    EXPECT_EQ(answer->status, row.status) << row.target;
+    EXPECT_EQ(answer->header("Content-Type"), row.type) << row.target;
+    EXPECT_NE(answer->text().find(row.text), std::string::npos) << row.target;
+    EXPECT_EQ(answer->header("X-Content-Type-Options"), "nosniff") << row.target;
+    EXPECT_EQ(answer->header("Set-Cookie"), "") << row.target;
+  }
+}
+
+TEST_F(SiteTest, AFileThatTheBrowserHasIsNotSentAgain) {
+  site_.files().add("/assets/tarlo.css", "body{}");
+  const std::string tag = site_.get("/assets/tarlo.css")->header("ETag");
+  const auto same = site_.get("/assets/tarlo.css", {{"If-None-Match", "\"x\", W/" + tag}});
+  EXPECT_EQ(same->status, 304U);
+  EXPECT_EQ(same->body, "");
+  EXPECT_EQ(site_.get("/assets/tarlo.css", {{"If-None-Match", "\"x\""}})->status, 200U);
+}
+
+TEST_F(SiteTest, OtherMethodsAreRefused) {
+  for (const char* method : {"PUT", "DELETE", "OPTIONS", "TRACE", "X"}) {
+    const auto answer = site_.send({"", method, "/", {}, "", "", 0});
+    EXPECT_EQ(answer->status, 405U) << method;
+    EXPECT_EQ(answer->header("Allow"), "GET, HEAD, POST");
+  }
+}
+
+TEST_F(SiteTest, PagesNeedASignedInUser) {
+  for (const char* target : {"/TarloQuery.Zembra?action=getDateTime", "/TarloQuery.Zembra"}) {
+    const auto answer = site_.get(target, {kReferer});
+    EXPECT_EQ(answer->status, 403U);
+    EXPECT_NE(answer->text().find("password"), std::string::npos) << target;
+  }
+  EXPECT_EQ(site_.get("/")->status, 200U);
+  EXPECT_EQ(site_.cookie(), "");
+}
+
+TEST_F(SiteTest, OperationsByAddress) {
+  site_.signInAs("admin");
+  struct Row {
+    const char* target;
+    unsigned status;
+    const char *text, *logged;
+  };
+  const Row rows[] = {
+      {"/TarloQuery.Zembra?action=getDateTime", 200, ",", ""},
+      {"/tarloquery.zembra?ACTION=GETDATETIME", 200, ",", ""},
+      {"/TarloQuery.Zembra?action=validint", 404, "该操作不是页面", "refused: a service operation"},
+      {"/TarloQuery.Zembra?action=OnEndPage", 404, "没有这个操作", "no such operation"},
+      {"/TarloQuery.Zembra?action=%3Cb%3E%0Aforged", 404, "没有这个操作", "<b>\\x0aforged"},
+      {"/TarloQuery.Zembra", 404, "没有这个操作", "no such operation"},
+      {"/TarloQuery.Zembra?action=getDateTime&action=x", 404, "没有这个操作", "getDateTime, x"}};
+  for (const Row& row : rows) {
+    const auto answer = site_.get(row.target, {kReferer});
+    EXPECT_EQ(answer->status, row.status) << row.target;
+    EXPECT_NE(answer->text().find(row.text), std::string::npos) << row.target << answer->text();
+    EXPECT_NE(site_.log().find(row.logged), std::string::npos) << row.target;
+    EXPECT_EQ(answer->body.find("<b>"), std::string::npos);
+  }
+}
+
+TEST_F(SiteTest, TheOriginCheckStandsInFrontOfEveryOperation) {
+  site_.changeConfig().virtualWebKeyWord = "http://site.example";
+  site_.signInAs("admin");
+  const std::string target = "/TarloQuery.Zembra?action=getDateTime";
+  EXPECT_EQ(site_.get(target, {kReferer})->status, 200U);
+  const auto refused = site_.get(target, {{"Referer", "http://elsewhere/?http://site.example"}});
+  EXPECT_EQ(refused->status, 403U);
+  EXPECT_NE(refused->text().find("无法识别的访问来源"), std::string::npos);
+  EXPECT_EQ(site_.get(target)->status, 403U);
+  EXPECT_EQ(site_.get(target + "&k7wwworvane=1")->status, 200U);
+}
+
+TEST(CrossSite, IsReadFromWhatBrowsersSay) {
+  struct Row {
+    std::vector<Header> headers;
+    bool cross;
+  };
+  const Row rows[] = {{{}, false},
+                      {{{"Sec-Fetch-Site", "same-origin"}, {"Origin", "http://other"}}, false},
+                      {{{"Sec-Fetch-Site", "none"}}, false},
+                      {{{"Sec-Fetch-Site", "cross-site"}}, true},
+                      {{{"Sec-Fetch-Site", "same-site"}}, true},
+                      {{{"Origin", "http://a:80"}, {"Host", "a:80"}}, false},
+                      {{{"Origin", "https://A"}, {"Host", "a"}}, false},
+                      {{{"Origin", "http://a:81"}, {"Host", "a"}}, true},
+                      {{{"Origin", "null"}, {"Host", "a"}}, true}};
+  for (const Row& row : rows) {
+    WireRequest request;
+    request.headers = row.headers;
+    EXPECT_EQ(isCrossSite(request), row.cross) << &row - rows;
+  }
+}
+
+TEST_F(SiteTest, OtherSitesCannotMakeABrowserAct) {
+  site_.signInAs("admin");
+  const Header cross{"Sec-Fetch-Site", "cross-site"};
+  EXPECT_EQ(site_.post("/TarloQuery.Zembra", "action=getDateTime", {kReferer, cross})->status,
+            403U);
+  EXPECT_EQ(site_.get("/TarloQuery.Zembra?action=getDateTime", {kReferer, cross})->status, 403U);
+  EXPECT_EQ(site_.post("/sign-in", "user=a&password=b", {cross})->status, 403U);
+  EXPECT_EQ(site_.get("/sign-out", {cross})->status, 403U);
+  EXPECT_EQ(site_.get("/", {cross})->status, 200U);
+  EXPECT_EQ(site_.post("/TarloQuery.Zembra", "action=getDateTime", {kReferer})->status, 200U);
+}
+
+TEST_F(SiteTest, NotReadyWithoutADatabase) {
+  site_.changeConfig().database = "sqlite:/nonexistent/x.db";
+  const auto answer = site_.get("/readyz");
+  EXPECT_EQ(answer->status, 503U);
+  EXPECT_EQ(answer->body.find("nonexistent"), std::string::npos);
+  EXPECT_EQ(site_.get("/healthz")->status, 200U);
+  const auto page = site_.post("/sign-in", "user=admin&password=12345678");
+  EXPECT_EQ(page->status, 500U);
+  EXPECT_NE(page->text().find("test-1"), std::string::npos);
+  EXPECT_EQ(page->body.find("nonexistent"), std::string::npos);
+  EXPECT_NE(site_.log().find("test-1 \"/sign-in\" failed"), std::string::npos);
+}
+
+// The boundary alone, over a visit of its own.
+class BoundaryTest : public ::testing::Test {
+ protected:
+  std::string run(const std::function<void(Visit&)>& work) {
+    Sessions sessions(std::chrono::minutes(1), 10);
+    const ObjectFactories none;
+    HttpServer server(none, Charset::Utf8);
+    HttpApplication application({});
+    database::Registry databases;
+    const VisitContext context{Charset::Utf8, 1000,        false,    sessions,
+                               server,        application, databases};
+    WireRequest request;
+    request.id = "run-7";
+    request.target = "/x";
+    Visit visit(request, answer_, context);
+    spdlog::logger log("test", std::make_shared<spdlog::sinks::ostream_sink_mt>(log_));
+    runWithin(visit, log, [&] { work(visit); });
+    return answer_.body;
+  }
+  Answer answer_;
+  std::ostringstream log_;
+};
+
+TEST_F(BoundaryTest, FailuresShowAPlainPage) {
+  const std::function<void()> failures[] = {
+      [] {
+        throw database::DatabaseError(1, "secret text", {"sqlite", 5, "HY000", "secret native"});
+      },
+      [] { throw RuntimeError(ErrorNumber::TypeMismatch, "secret detail"); },
+      [] { throw std::bad_alloc(); }, [] { throw 1; }};
+  for (const auto& failure : failures) {
+    answer_ = Answer();
+    const std::string body = run([&](Visit& visit) {
+      visit.response.setHeader("Content-Type", "image/gif");
+      visit.response.write("half a page");
+      failure();
+    });
+    EXPECT_EQ(answer_.status, 500U);
+    EXPECT_EQ(answer_.header("Content-Type"), "text/html; charset=utf-8");
+    EXPECT_NE(body.find("run-7"), std::string::npos);
+    EXPECT_EQ(body.find("secret"), std::string::npos);
+    EXPECT_EQ(body.find("half"), std::string::npos);
+  }
+  for (const char* part : {"run-7 \"/x\" failed: ", "secret text", "sqlite code 5, state HY000",
+                           "secret native", "error 13", "secret detail", "unknown kind"})
+    EXPECT_NE(log_.str().find(part), std::string::npos) << part;
+}
+
+TEST_F(BoundaryTest, WhatWasSentStaysAndAnEndIsNoFailure) {
+  EXPECT_EQ(run([](Visit& visit) {
+              visit.response.write("whole page");
+              visit.response.end();
+            }),
+            "whole page");
+  EXPECT_EQ(answer_.status, 200U);
+  answer_ = Answer();
+  EXPECT_EQ(run([](Visit& visit) {
+              visit.response.write("sent;");
+              visit.response.flush();
+              visit.response.write("kept;");
+              throw std::runtime_error("x");
+            }),
+            "sent;kept;");
+  answer_ = Answer();
+  run([](Visit& visit) { visit.response.write(std::string(2000, 'x')); });
+  EXPECT_EQ(answer_.status, 500U);
+}
+
+}  // namespace
+}  // namespace tarlo::host::testing
