@@ -1,9 +1,10 @@
 #include "frame/helpers.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <map>
-#include <regex>
 
 #include "frame/local_page.h"
 #include "variant/convert.h"
@@ -85,8 +86,19 @@ TEST_F(Helpers, IsNothing) {
 
 TEST_F(Helpers, GetDateTimeWritesAScriptsArguments) {
   getDateTime(page_);
-  const std::regex form(R"(\d{4},[1-9]\d?,[1-9]\d?,(\d|1\d|2[0-3]),[0-5]\d,[0-5]\d)");
-  EXPECT_TRUE(std::regex_match(local_.written(), form)) << local_.written();
+  int year = 0, month = 0, day = 0, hour = -1, minute = -1, second = -1, length = 0;
+  const std::string& text = local_.written();
+  ASSERT_EQ(std::sscanf(text.c_str(), "%4d,%2d,%2d,%2d,%2d,%2d%n", &year, &month, &day, &hour,
+                        &minute, &second, &length),
+            6)
+      << text;
+  EXPECT_EQ(static_cast<std::size_t>(length), text.size()) << text;
+  EXPECT_TRUE(year > 2000 && month >= 1 && month <= 12 && day >= 1 && day <= 31) << text;
+  EXPECT_TRUE(hour >= 0 && hour < 24 && minute >= 0 && minute < 60 && second >= 0 && second < 60)
+      << text;
+  // Minutes and seconds have two digits; month, day and hour no leading zero.
+  EXPECT_NE(text.find(fmt::format(",{},{:02},{:02}", hour, minute, second)), std::string::npos)
+      << text;
 }
 
 TEST_F(Helpers, OriginCheck) {

@@ -90,6 +90,13 @@ function cancel(host, dialog) {
   else closeSoon(host, dialog);
 }
 
+/** A page without the library, as an error page is, does not hear the key itself. */
+function listenForEscape(host, dialog) {
+  const page = dialog.frame.contentWindow;
+  if (libraryOf(page)) return;
+  page.addEventListener('keydown', (event) => event.key === 'Escape' && cancel(host, dialog));
+}
+
 function openOverlay(host, caller, url, width, height) {
   const room = { width: host.innerWidth, height: host.innerHeight };
   const parts = buildOverlay(host.document, dialogSize(width, height, room));
@@ -107,6 +114,7 @@ function openOverlay(host, caller, url, width, height) {
     attempt(() => becomeDialogPage(dialog.frame.contentWindow, dialog));
     dialog.caption.textContent = attempt(() => captionOf(dialog.frame.contentDocument.title)) ?? '';
     attempt(() => dialog.frame.contentWindow.focus());
+    attempt(() => listenForEscape(host, dialog));
   });
   host.document.body.append(dialog.overlay);
   dialog.overlay.showModal();

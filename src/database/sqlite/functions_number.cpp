@@ -23,7 +23,7 @@ void toSizedInt(FunctionCall& call) {
   const std::int64_t value = call.integer(0);
   const std::int64_t bits = call.integer(1);
   const bool isByte = bits == 8;
-  const std::int64_t most = isByte ? 255 : (std::int64_t{1} << (bits - 1)) - 1;
+  const std::int64_t most = isByte ? 255 : std::numeric_limits<std::int64_t>::max() >> (64 - bits);
   const std::int64_t least = isByte ? 0 : -most - 1;
   if (value < least || value > most) {
     throw FunctionError("arithmetic overflow: the value is too large for the integer type");

@@ -24,9 +24,10 @@ void report(const Visit& visit, spdlog::logger& log) {
     throw;
   } catch (const database::DatabaseError& error) {
     const auto& native = error.native();
-    line(fmt::format("error {}, {}: {}; {} code {}, state {}: {}", error.number(),
+    line(fmt::format("error {}, {}: {}; {} code {}, state {}: {}; statement {}", error.number(),
                      logText(error.source()), logText(error.description()), native.engine,
-                     native.code, native.sqlState, logText(native.text)));
+                     native.code, native.sqlState, logText(native.text),
+                     logText(native.statement)));
   } catch (const RuntimeError& error) {
     line(fmt::format("error {}, {}: {}", error.number(), logText(error.source()),
                      logText(error.description())));

@@ -34,6 +34,20 @@ unsigned statusOf(const beast::error_code& error) {
   return 400;
 }
 
+// A place behind the gate, given back when it goes.
+class Turn {
+ public:
+  explicit Turn(Gate* gate) : gate_(gate) {}
+  ~Turn() {
+    if (gate_ != nullptr) gate_->leave();
+  }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+
+ private:
+  Gate* gate_;
+};
+
 class ConnectionRun {
  public:
   ConnectionRun(beast::tcp_stream& stream, ConnectionContext& context)
@@ -129,8 +143,10 @@ class ConnectionRun {
       co_return false;
     }
     StreamResponse response(stream_.socket(), limits_, http11, request.method == "HEAD");
-    context_.handler(request, response);
-    if (!urgent) context_.gate.leave();
+    {
+      const Turn turn(urgent ? nullptr : &context_.gate);
+      context_.handler(request, response);
+    }
     bool goOn = response.finish() && keepAlive;
     if (!response.isStreamed())
       goOn = co_await writeWhole(response, goOn, request.method == "HEAD") && goOn;

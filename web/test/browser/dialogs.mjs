@@ -109,6 +109,16 @@ export const tests = {
     assert.equal(await reloads(page), 0);
   },
 
+  async 'Escape closes a dialog whose page has no library'({ page, open }) {
+    await open('/shell');
+    const plain = manager(page).evaluate(() => showWebDialog('/nothing', 300, 200));
+    await Promise.all([plain, page.waitForResponse('**/nothing')]);
+    await page.waitForFunction(() => document.activeElement.closest('dialog[open]'));
+    await page.frameLocator('dialog[open] iframe').getByText('no such page').click();
+    await page.keyboard.press('Escape');
+    await gone(page);
+  },
+
   async 'a dialog from a dialog: each closes alone and answers its own caller'({ page, open }) {
     await open('/shell');
     const outer = await openFrom(page, manager(page).getByText('add'));

@@ -56,7 +56,8 @@ async function serve(pages) {
   return server;
 }
 
-async function runTest(browser, origin, action) {
+/** Runs one test in a context of its own; errors of pages that it does not list fail it. */
+export async function runTest(browser, origin, action) {
   const context = await browser.newContext({ viewport: { width: 1100, height: 760 } });
   const page = await context.newPage();
   const seen = { messages: [], errors: [], answer: true };
