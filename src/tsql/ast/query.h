@@ -1,5 +1,5 @@
 #pragma once
-// SELECT: one query specification, or several united.
+// SELECT: one query block, or several united.
 
 #include <optional>
 #include <string>
