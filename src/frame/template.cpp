@@ -39,11 +39,11 @@ Template::Template(std::string_view text) {
 
 std::string Template::fill(std::initializer_list<Hole> holes) const {
   std::size_t size = size_;
-  for (const auto& [name, value] : holes) {
-    size += value.size();
-    if (std::none_of(pieces_.begin(), pieces_.end(),
-                     [&](const Piece& piece) { return piece.hole == name; })) {
-      throw std::logic_error("the page text has no hole " + std::string(name));
+  for (const Hole& given : holes) {
+    size += given.second.size();
+    const auto isHere = [&](const Piece& piece) { return piece.hole == given.first; };
+    if (std::none_of(pieces_.begin(), pieces_.end(), isHere)) {
+      throw std::logic_error("the page text has no hole " + std::string(given.first));
     }
   }
   std::string out;

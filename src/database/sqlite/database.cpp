@@ -38,7 +38,8 @@ class SqliteDatabase final : public PooledDatabase {
 
 std::unique_ptr<Database> openSqliteDatabase(std::string path, const OpenOptions& options) {
   auto database = std::make_unique<SqliteDatabase>(std::move(path), options);
-  Lease(database->borrow());
+  // A database that cannot be opened is told now, not at its first use.
+  const Lease trial = database->borrow();
   return database;
 }
 
