@@ -59,7 +59,7 @@ ast::ExprNode parseDateCall(TokenStream& tokens, ast::FunctionCall call) {
   }
   call.part = tokens.take().value();
   tokens.expect(Symbol::Comma, ", behind the part of the date");
-  parseArguments(tokens, call);
+  call.arguments = parseExpressions(tokens, "an argument list");
   return call;
 }
 
