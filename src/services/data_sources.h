@@ -1,0 +1,20 @@
+#pragma once
+// Rows of a statement as the text that the browser's widgets take. Statements give two columns:
+// value first, caption second.
+
+#include "frame/page.h"
+
+namespace tarlo::services {
+
+// "<caption<value" for each row, then ">" and the index (from 0) of the last row whose value equals
+// sPar, or nothing. Empty with no rows. A Null sPar becomes "" in the caller's variable. Raises
+// DatabaseError.
+Variant TarloCBODataSource(Page& page, const Variant& sSQL, Variant& sPar);
+
+// The options as XML for a combo box; Empty with no rows and for a refused statement.
+Variant GetComboBoxXMLs(Page& page, const Variant& sSQL);
+
+// The options as XML for radio buttons and check boxes; Empty with no rows. Raises DatabaseError.
+Variant GetRadioOrCheckBoxXML(Page& page, const Variant& sSQL);
+
+}  // namespace tarlo::services
