@@ -70,10 +70,12 @@ Page& page() {
 siblings::GridState& grid() {
   static const std::unique_ptr<siblings::GridState> state = [] {
     siblings::GridDefinition definition;
+    definition.sql = kSql;
+    definition.orderBy = " a.Zembra_WriteDate DESC";
     definition.captions = {"查询方案", "目录", "类别", "方案说明", "创建时间"};
     auto connection = siblings::borrowFor(page());
-    siblings::GridStatement statement(kSql, " a.Zembra_WriteDate DESC", 5, connection->catalogue());
-    return std::make_unique<siblings::GridState>(definition, std::move(statement));
+    return std::make_unique<siblings::GridState>(
+        definition, std::make_shared<siblings::PreparedGrid>(definition, connection->catalogue()));
   }();
   return *state;
 }

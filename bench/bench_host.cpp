@@ -177,12 +177,12 @@ void load(benchmark::State& state, const char* target) {
 void constantPage(benchmark::State& state) {
   load(state, "/constant");
 }
-BENCHMARK(constantPage)->Threads(kConnections)->UseRealTime()->Iterations(50);
+BENCHMARK(constantPage)->Threads(kConnections)->UseRealTime()->Iterations(200);
 
 void schemeList(benchmark::State& state) {
   load(state, kList);
 }
-BENCHMARK(schemeList)->Threads(kConnections)->UseRealTime()->Iterations(50);
+BENCHMARK(schemeList)->Threads(kConnections)->UseRealTime()->Iterations(200);
 
 }  // namespace
 }  // namespace tarlo::bench

@@ -6,6 +6,8 @@
 #include <array>
 #include <iterator>
 
+#include "variant/utf8.h"
+
 namespace tarlo::app {
 namespace {
 
@@ -54,20 +56,6 @@ bool contains(const std::array<Range, N>& ranges, char32_t c) {
                      [c](Range range) { return c >= range.first && c <= range.last; });
 }
 
-// Bytes of the sequence that a first byte announces; 0 for a byte that cannot begin one.
-std::size_t sequenceLength(unsigned char lead) {
-  if (lead < 0x80) return 1;
-  if (lead >= 0xC2 && lead < 0xE0) return 2;
-  if (lead >= 0xE0 && lead < 0xF0) return 3;
-  if (lead >= 0xF0 && lead < 0xF5) return 4;
-  return 0;
-}
-
-bool isScalar(char32_t c, std::size_t length) {
-  constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
-  return c >= kSmallest[length] && c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
-}
-
 void appendVisible(std::string& out, const CodePoint& point) {
   if (!point.valid) {
     fmt::format_to(std::back_inserter(out), "\\x{:02x}", static_cast<unsigned>(point.value));
@@ -87,18 +75,10 @@ void appendVisible(std::string& out, const CodePoint& point) {
 }  // namespace
 
 CodePoint nextCodePoint(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  const CodePoint broken{lead, text.substr(0, 1), false};
-  const std::size_t length = sequenceLength(lead);
-  if (length == 0 || length > text.size()) return broken;
-  char32_t value = length == 1 ? lead : lead & (0xFFu >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    const auto next = static_cast<unsigned char>(text[i]);
-    if ((next & 0xC0) != 0x80) return broken;
-    value = (value << 6) | (next & 0x3Fu);
-  }
-  if (!isScalar(value, length)) return broken;
-  return {value, text.substr(0, length), true};
+  const std::size_t length = variant::utf8Length(text);
+  if (length == 0) return {static_cast<unsigned char>(text.front()), text.substr(0, 1), false};
+  std::string_view rest = text;
+  return {variant::takeCodePoint(rest), text.substr(0, length), true};
 }
 
 int columnsOf(char32_t c) {

@@ -2,6 +2,7 @@
 // What a page says about one grid: filled through the late-bound members of TarloTable.table, read
 // by everything that draws the grid or asks for its rows.
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,9 @@ struct GridButton {
   std::string cssClass;
 };
 
+// A grid without pages shows this many of its first rows.
+inline constexpr std::int64_t kMostRows = 2000;
+
 struct GridDefinition {
   std::string id;                     // a script name: the page's scripts call the grid by it
   std::vector<std::string> captions;  // of the columns behind the first, which is the row's id
@@ -43,6 +47,8 @@ struct GridDefinition {
   bool multiPage = true;  // false: all rows at once, `pageSize` of them in view
   std::vector<GridMenu> menus;
   std::vector<GridButton> buttons;
+
+  std::int64_t rowsPerPage() const { return multiPage ? pageSize : kMostRows; }
 };
 
 }  // namespace tarlo::siblings

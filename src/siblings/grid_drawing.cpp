@@ -13,19 +13,20 @@
 namespace tarlo::siblings {
 namespace {
 
-GridStatement prepare(Page& page, const GridDefinition& grid) {
+std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grids,
+                                            const GridDefinition& grid) {
+  if (auto prepared = grids.preparedFor(grid)) return prepared;
   database::Lease connection = borrowFor(page);
-  // Without captions all columns are shown.
-  const std::size_t shown = grid.captions.empty() ? SIZE_MAX : grid.captions.size();
-  return GridStatement(grid.sql, grid.orderBy, shown, connection->catalogue());
+  return std::make_shared<PreparedGrid>(grid, connection->catalogue());
 }
 
 std::string quoted(std::string_view text) {
   return "'" + variant::replace(text, "'", "''") + "'";
 }
 
-// One row for each grid that a session draws. Beyond the bound the session's newest row is written
-// again and no older one, since readers take the row with the highest number.
+// One row for each list that a session draws; one that is drawn again at once keeps its row. Beyond
+// the bound the session's newest row is written again and no older one, since readers take the row
+// with the highest number.
 void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
   constexpr int kMostRowsOfSession = 20;
   const std::string session = quoted(page.session.id());
@@ -51,23 +52,21 @@ std::string drawGrid(Page& page, GridDefinition grid) {
   ErrorState err;
   DrawnGrid drawn;
   std::shared_ptr<GridState> state;
-  std::string ordered;
+  const std::shared_ptr<SessionGrids> grids = SessionGrids::of(page);
   err.run([&] {
-    GridStatement statement = prepare(page, grid);
+    auto prepared = prepare(page, *grids, grid);
     if (grid.captions.empty()) {
-      const auto& titles = statement.titles();
+      const auto& titles = prepared->statement.titles();
       grid.captions.assign(titles.begin() + 1, titles.end());
     }
-    if (!variant::trim(grid.orderBy).empty()) ordered = statement.all({}, {});
-    state = std::make_shared<GridState>(grid, std::move(statement));
+    state = std::make_shared<GridState>(grid, std::move(prepared));
     drawn.rows = readRows(page, *state, {});
   });
-  // First, since a session may have no id before it has a value.
-  if (state != nullptr) drawn.key = SessionGrids::of(page)->add(std::move(state));
+  if (state != nullptr) drawn.key = grids->add(state);
   if (err.failed()) {
     drawn.error = messageOf(err.number());
-  } else {
-    err.run([&] { noteDrawn(page, grid.sql, ordered); });
+  } else if (grids->noteDrawn(state->prepared)) {
+    err.run([&] { noteDrawn(page, grid.sql, state->prepared->ordered); });
   }
   return gridMarkup(grid, drawn);
 }

@@ -18,48 +18,89 @@ std::string textOf(const Json& json) {
   return json.dump(kOneLine, ' ', true, Json::error_handler_t::replace);
 }
 
-Json menusOf(const GridDefinition& grid) {
-  Json menus = Json::array();
-  for (const GridMenu& menu : grid.menus) {
-    Json views = Json::array();
-    for (const GridView& view : menu.views) {
-      views.push_back({{"caption", view.caption}, {"script", unescapedScript(view.script)}});
+// The settings that the browser's side of the grid is made with, as the members of one JSON object.
+class Settings {
+ public:
+  void add(std::string_view name, std::string_view text) {
+    begin(name);
+    appendScriptString(text_, text);
+  }
+  void add(std::string_view name, const char* text) { add(name, std::string_view(text)); }
+  void add(std::string_view name, std::int64_t number) {
+    begin(name);
+    text_ += std::to_string(number);
+  }
+  void add(std::string_view name, bool flag) {
+    begin(name);
+    text_ += flag ? "true" : "false";
+  }
+  // An array of objects: `addMembers` fills the settings of one item.
+  template <class Items, class AddMembers>
+  void add(std::string_view name, const Items& items, AddMembers addMembers) {
+    begin(name);
+    text_ += '[';
+    for (const auto& item : items) {
+      if (text_.back() == '}') text_ += ',';
+      text_ += '{';
+      addMembers(item);
+      text_ += '}';
     }
-    menus.push_back({{"caption", menu.caption}, {"views", std::move(views)}});
+    text_ += ']';
   }
-  return menus;
+  std::string object() && { return "{" + std::move(text_) + "}"; }
+
+ private:
+  void begin(std::string_view name) {
+    if (!text_.empty() && text_.back() != '{') text_ += ',';
+    text_.append(1, '"').append(name).append("\":");
+  }
+  std::string text_;
+};
+
+void addMenus(Settings& settings, const GridDefinition& grid) {
+  static const std::vector<GridMenu> kNone;
+  settings.add("menus", grid.showMenu ? grid.menus : kNone, [&](const GridMenu& menu) {
+    settings.add("caption", menu.caption);
+    settings.add("views", menu.views, [&](const GridView& view) {
+      settings.add("caption", view.caption);
+      settings.add("script", unescapedScript(view.script));
+    });
+  });
 }
 
-Json buttonsOf(const GridDefinition& grid) {
-  Json buttons = Json::array();
-  for (const GridButton& button : grid.buttons) {
-    buttons.push_back({{"tip", button.tip},
-                       {"caption", button.caption},
-                       {"script", button.script},
-                       {"cssClass", button.cssClass}});
-  }
-  return buttons;
+void addButtons(Settings& settings, const GridDefinition& grid) {
+  static const std::vector<GridButton> kNone;
+  settings.add("buttons", grid.showButton ? grid.buttons : kNone, [&](const GridButton& button) {
+    settings.add("tip", button.tip);
+    settings.add("caption", button.caption);
+    settings.add("script", button.script);
+    settings.add("cssClass", button.cssClass);
+  });
 }
 
-Json settingsOf(const GridDefinition& grid, const DrawnGrid& drawn) {
-  return {{"key", drawn.key},
-          {"error", drawn.error},
-          {"total", drawn.rows.total},
-          {"page", drawn.rows.page},
-          {"pageSize", grid.pageSize},
-          {"multiPage", grid.multiPage},
-          {"selectionStyle", grid.selectionStyle},
-          {"search", grid.search},
-          {"onRowDoubleClick", grid.onRowDoubleClick},
-          {"onRowSelect", grid.onRowSelect},
-          {"menus", grid.showMenu ? menusOf(grid) : Json::array()},
-          {"buttons", grid.showButton ? buttonsOf(grid) : Json::array()}};
+std::string settingsOf(const GridDefinition& grid, const DrawnGrid& drawn) {
+  Settings settings;
+  settings.add("key", drawn.key);
+  settings.add("error", drawn.error);
+  settings.add("total", drawn.rows.total);
+  settings.add("page", drawn.rows.page);
+  settings.add("pageSize", std::int64_t{grid.pageSize});
+  settings.add("multiPage", grid.multiPage);
+  settings.add("selectionStyle", std::int64_t{grid.selectionStyle});
+  settings.add("search", grid.search);
+  settings.add("onRowDoubleClick", grid.onRowDoubleClick);
+  settings.add("onRowSelect", grid.onRowSelect);
+  addMenus(settings, grid);
+  addButtons(settings, grid);
+  return std::move(settings).object();
 }
 
 std::string headMarkup(const GridDefinition& grid) {
   std::string head;
   for (const std::string& caption : grid.captions) {
-    head += fmt::format("<th scope=\"col\">{}</th>", cellMarkup(caption));
+    head += "<th scope=\"col\">";
+    appendCell(head, caption);
+    head += "</th>";
   }
   return head;
 }
@@ -69,9 +110,15 @@ std::string bodyMarkup(const GridDefinition& grid, const GridRows& rows) {
   std::string body;
   int number = 0;
   for (const GridRow& row : rows.rows) {
-    body += fmt::format("<tr id=\"{}_row{}\" dataID=\"{}\">", grid.id, ++number,
-                        attributeMarkup(row.id));
-    for (const std::string& cell : row.cells) body += "<td>" + cellMarkup(cell) + "</td>";
+    body.append("<tr id=\"").append(grid.id).append("_row").append(std::to_string(++number));
+    body.append("\" dataID=\"");
+    appendAttribute(body, row.id);
+    body += "\">";
+    for (const std::string& cell : row.cells) {
+      body += "<td>";
+      appendCell(body, cell);
+      body += "</td>";
+    }
     body += "</tr>\r\n";
   }
   return body;
@@ -85,8 +132,7 @@ std::string gridMarkup(const GridDefinition& grid, const DrawnGrid& drawn) {
       "<table class=\"tarlo-grid-table\" cellspacing=\"0\"><thead><tr>{2}</tr></thead>\r\n"
       "<tbody>{3}</tbody></table></div>\r\n"
       "<script>var {0} = window.TarloGrid && TarloGrid.attach(\"{0}\",{4});</script>\r\n",
-      grid.id, grid.width, headMarkup(grid), bodyMarkup(grid, drawn.rows),
-      scriptSafe(textOf(settingsOf(grid, drawn))));
+      grid.id, grid.width, headMarkup(grid), bodyMarkup(grid, drawn.rows), settingsOf(grid, drawn));
 }
 
 std::string rowsJson(const GridRows& rows) {

@@ -110,7 +110,7 @@ void sendGridCsv(Page& page) {
   std::unique_ptr<database::Recordset> rows;
   err.run([&] {
     connection.emplace(borrowFor(page));
-    rows = (*connection)->open(grid->statement.all(request.filter, request.sort));
+    rows = (*connection)->open(grid->prepared->statement.all(request.filter, request.sort));
   });
   if (err.failed()) return sendJson(page, errorJson(kFailed, messageOf(err.number())));
   page.response.setHeader("Content-Type", "text/csv; charset=utf-8");

@@ -24,7 +24,7 @@ std::vector<GridRow> readAt(database::Connection& connection, const std::string&
 }
 
 std::int64_t countOf(database::Connection& connection, GridState& grid, const GridFilter& filter) {
-  const std::string sql = grid.statement.count(filter);
+  const std::string sql = grid.prepared->statement.count(filter);
   if (const auto known = grid.knownCount(sql)) return *known;
   const std::int64_t count = variant::toInt64(connection.open(sql)->value(0));
   grid.rememberCount(sql, count);
@@ -32,6 +32,12 @@ std::int64_t countOf(database::Connection& connection, GridState& grid, const Gr
 }
 
 }  // namespace
+
+bool GridRequest::isPlain() const {
+  const auto isNone = [](const std::string& condition) { return condition.empty(); };
+  return filter.search.empty() && sort.column == 0 &&
+         std::ranges::all_of(filter.conditions, isNone);
+}
 
 database::Lease borrowFor(Page& page) {
   return page.databases.find(variant::spliced(page.application.get("strConn"))).borrow();
@@ -47,15 +53,20 @@ std::string shownText(const Variant& value) {
 
 GridRows readRows(Page& page, GridState& grid, const GridRequest& request) {
   const GridDefinition& definition = grid.definition;
-  const std::int64_t size = definition.multiPage ? definition.pageSize : kMostRows;
+  const PreparedGrid& prepared = *grid.prepared;
+  const std::int64_t size = definition.rowsPerPage();
   const std::size_t shown = definition.captions.size();
   database::Lease connection = borrowFor(page);
   GridRows result;
   result.page = definition.multiPage ? std::max<std::int64_t>(1, request.page) : 1;
+  const bool isFirst = request.isPlain();
   const auto read = [&] {
     const std::int64_t offset = (result.page - 1) * size;
-    result.rows =
-        readAt(*connection, grid.statement.page(request.filter, request.sort, offset, size), shown);
+    result.rows = readAt(*connection,
+                         isFirst && offset == 0
+                             ? prepared.firstPage
+                             : prepared.statement.page(request.filter, request.sort, offset, size),
+                         shown);
   };
   read();
   const auto got = static_cast<std::int64_t>(result.rows.size());

@@ -15,6 +15,8 @@ struct GridRequest {
   GridFilter filter;
   GridSort sort;
   std::int64_t page = 1;
+
+  bool isPlain() const;  // no view, no search, the grid's own order
 };
 
 struct GridRow {
@@ -34,9 +36,8 @@ database::Lease borrowFor(Page& page);
 // A value as the grid shows it: Null as "", a date without the time of midnight.
 std::string shownText(const Variant& value);
 
-// Raises DatabaseError. A grid without pages gives its first kMostRows rows.
+// Raises DatabaseError.
 GridRows readRows(Page& page, GridState& grid, const GridRequest& request);
-inline constexpr std::int64_t kMostRows = 2000;
 
 // What went wrong, in words for the people who look at the grid: by the number of a run-time error.
 std::string_view messageOf(int errorNumber);

@@ -19,14 +19,30 @@
 
 namespace tarlo::siblings {
 
+// What a grid's drawing needs of its statement, made once for all drawings of the same list in a
+// session.
+struct PreparedGrid {
+  PreparedGrid(const GridDefinition& grid, tsql::Catalogue& catalogue);
+  // Whether the grid would be prepared to the same.
+  bool serves(const GridDefinition& grid) const;
+
+  const std::string sql;
+  const std::string orderBy;
+  const std::size_t shown;  // columns, all of them for a grid without captions
+  const std::int64_t pageSize;
+  const GridStatement statement;
+  const std::string ordered;    // all rows in the grid's order; "" for a grid without one
+  const std::string firstPage;  // before any view, search or sort
+};
+
 // Immutable but for the counts. Thread-safe.
 class GridState {
  public:
-  GridState(GridDefinition grid, GridStatement prepared)
-      : definition(std::move(grid)), statement(std::move(prepared)), conditions(definition) {}
+  GridState(GridDefinition grid, std::shared_ptr<const PreparedGrid> preparedGrid)
+      : definition(std::move(grid)), prepared(std::move(preparedGrid)), conditions(definition) {}
 
   const GridDefinition definition;
-  const GridStatement statement;
+  const std::shared_ptr<const PreparedGrid> prepared;
   const GridConditions conditions;
 
   // How many rows a view and a search have, by the text of the count statement, until the grid is
@@ -52,6 +68,10 @@ class SessionGrids : public Object {
 
   std::string add(std::shared_ptr<GridState> grid);
   std::shared_ptr<GridState> find(std::string_view key) const;  // nothing for an unknown one
+  // That of the newest grid that it serves; nothing when there is none.
+  std::shared_ptr<const PreparedGrid> preparedFor(const GridDefinition& grid) const;
+  // True when the last grid drawn was another list: its row has to be written then.
+  bool noteDrawn(const std::shared_ptr<const PreparedGrid>& prepared);
 
   static constexpr std::size_t kMost = 40;
 
@@ -62,6 +82,7 @@ class SessionGrids : public Object {
   };
   mutable std::mutex mutex_;
   std::vector<Entry> entries_;  // the oldest first
+  std::shared_ptr<const PreparedGrid> lastDrawn_;
 };
 
 }  // namespace tarlo::siblings

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "variant/runtime_error.h"
+#include "variant/utf8.h"
 
 namespace tarlo::variant {
 namespace {
@@ -14,32 +15,11 @@ struct Character {
   std::size_t units;
 };
 
-unsigned char byteAt(std::string_view text, std::size_t i) {
-  return static_cast<unsigned char>(text[i]);
-}
-
-bool continues(std::string_view text, std::size_t from, std::size_t count) {
-  if (from + count > text.size()) return false;
-  for (std::size_t i = from; i < from + count; ++i) {
-    if ((byteAt(text, i) & 0xC0) != 0x80) return false;
-  }
-  return true;
-}
-
 // The character that begins at byte `i`; a byte that begins none is a character of one unit.
-// Over-long forms, surrogates and code points beyond U+10FFFF are not characters.
 Character characterAt(std::string_view text, std::size_t i) {
-  const unsigned char lead = byteAt(text, i);
-  if (lead < 0xC2 || lead > 0xF4) return {1, 1};
-  if (lead < 0xE0) return continues(text, i + 1, 1) ? Character{2, 1} : Character{1, 1};
-  const std::size_t tail = lead < 0xF0 ? 2 : 3;
-  if (!continues(text, i + 1, tail)) return {1, 1};
-  const unsigned char second = byteAt(text, i + 1);
-  if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0) ||
-      (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90)) {
-    return {1, 1};
-  }
-  return {tail + 1, tail - 1};
+  const std::size_t length = utf8Length(text.substr(i));
+  if (length == 4) return {4, 2};
+  return {length == 0 ? 1 : length, 1};
 }
 
 // True when eight bytes from `i` are there and all ASCII: statements are mostly that.

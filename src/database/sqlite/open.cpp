@@ -69,6 +69,12 @@ void configure(sqlite3* handle, const OpenOptions& options) {
   setSwitch(handle, SQLITE_DBCONFIG_ENABLE_QPSG, 1);
 }
 
+// SQLite counts its memory under one lock for the whole process, which connections on many threads
+// then wait for. Nobody reads the count. It can be told only before the first connection.
+void countNoMemory() {
+  [[maybe_unused]] static const int told = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
+
 }  // namespace
 
 SqliteStatement prepareSqlite(sqlite3* handle, const char* text) {
@@ -81,6 +87,7 @@ SqliteStatement prepareSqlite(sqlite3* handle, const char* text) {
 
 SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
                             const ProcedureTable& procedures) {
+  countNoMemory();
   // SQLite takes "" for a database on disk that vanishes with the connection.
   if (path.empty()) throwUnopenable(path, SQLITE_CANTOPEN, "");
   // One thread at a time uses a connection, so the handle needs no lock of its own.

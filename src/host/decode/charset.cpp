@@ -2,11 +2,15 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
+#include <vector>
 
 #include "variant/text.h"
+#include "variant/utf8.h"
 
 namespace tarlo::host {
 
@@ -78,25 +82,48 @@ const GbkTable& gbkTable() {
   return table;
 }
 
-// Length of the valid UTF-8 sequence at the front, 0 when it is none.
-std::size_t sequenceLength(std::string_view rest) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(rest[i]); };
-  const unsigned char lead = byte(0);
-  if (lead < 0x80) return 1;
-  const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
-                             : lead >= 0xE0 && lead <= 0xEF ? 3
-                             : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                            : 0;
-  if (length == 0 || rest.size() < length) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0) != 0x80) return 0;
+struct Gb18030Character {
+  std::array<char, 4> bytes{'?'};
+  std::uint8_t size = 1;
+  std::string_view text() const { return {bytes.data(), size}; }
+};
+
+// The characters from U+0080 to U+FFFF, made once.
+class Gb18030Table {
+ public:
+  Gb18030Table() : characters_(0x10000) {
+    Converter converter("GB18030", "UTF-8");
+    std::string source, encoded;
+    for (char32_t point = 0x80; point < 0x10000; ++point) {
+      if (point >= 0xD800 && point < 0xE000) continue;  // halves of pairs are no characters
+      source.clear();
+      encoded.clear();
+      variant::appendUtf8(source, point);
+      std::string_view in = source;
+      if (!converter.run(in, encoded) || encoded.size() > 4) continue;
+      Gb18030Character& character = characters_[point];
+      encoded.copy(character.bytes.data(), encoded.size());
+      character.size = static_cast<std::uint8_t>(encoded.size());
+    }
   }
-  // Overlong forms, surrogates, and what lies beyond U+10FFFF.
-  if (lead == 0xE0 && byte(1) < 0xA0) return 0;
-  if (lead == 0xED && byte(1) > 0x9F) return 0;
-  if (lead == 0xF0 && byte(1) < 0x90) return 0;
-  if (lead == 0xF4 && byte(1) > 0x8F) return 0;
-  return length;
+  const Gb18030Character& at(char32_t point) const { return characters_[point]; }
+
+ private:
+  std::vector<Gb18030Character> characters_;
+};
+
+const Gb18030Table& gb18030Table() {
+  static const Gb18030Table table;
+  return table;
+}
+
+// Beyond U+FFFF the four bytes count the characters in order, from 90 30 81 30.
+std::string gb18030Of(char32_t point) {
+  if (point < 0x10000) return std::string(gb18030Table().at(point).text());
+  const char32_t number = point - 0x10000;
+  const auto byte = [](char32_t value) { return static_cast<char>(value); };
+  return {byte(0x90 + number / 12600), byte(0x30 + number / 1260 % 10),
+          byte(0x81 + number / 10 % 126), byte(0x30 + number % 10)};
 }
 
 }  // namespace
@@ -118,7 +145,7 @@ bool charsetOf(std::string_view contentType, Charset& found) {
 
 bool looksUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
-    const std::size_t length = sequenceLength(bytes);
+    const std::size_t length = variant::utf8Length(bytes);
     if (length != 1 && length != 3) return false;
     bytes.remove_prefix(length);
   }
@@ -158,7 +185,7 @@ std::string decodeUtf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
   while (!bytes.empty()) {
-    const std::size_t length = sequenceLength(bytes);
+    const std::size_t length = variant::utf8Length(bytes);
     text += length == 0 ? kReplacement : bytes.substr(0, length);
     bytes.remove_prefix(length == 0 ? 1 : length);
   }
@@ -168,11 +195,14 @@ std::string decodeUtf8(std::string_view bytes) {
 std::string encodeGb18030(std::string_view utf8) {
   std::string bytes;
   bytes.reserve(utf8.size());
-  Converter converter("GB18030", "UTF-8");
   while (!utf8.empty()) {
-    if (converter.run(utf8, bytes)) continue;
-    bytes += '?';
-    if (!utf8.empty()) utf8.remove_prefix(1);
+    const auto* end = std::find_if(utf8.begin(), utf8.end(), [](char c) { return c < 0; });
+    bytes.append(utf8.begin(), end);
+    utf8.remove_prefix(static_cast<std::size_t>(end - utf8.begin()));
+    if (utf8.empty()) break;
+    const bool valid = variant::utf8Length(utf8) > 0;
+    const char32_t point = variant::takeCodePoint(utf8);
+    bytes += valid ? gb18030Of(point) : "?";
   }
   return bytes;
 }

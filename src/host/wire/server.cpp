@@ -1,6 +1,7 @@
 #include "host/wire/server.h"
 
 #include <fmt/format.h>
+#include <malloc.h>
 
 #include <boost/asio/as_tuple.hpp>
 #include <boost/asio/co_spawn.hpp>
@@ -28,6 +29,13 @@ constexpr auto kTuple = asio::as_tuple(asio::use_awaitable);
 constexpr std::string_view kTooMany =
     "HTTP/1.1 503 Service Unavailable\r\nRetry-After: 2\r\nContent-Length: 0\r\nConnection: "
     "close\r\n\r\n";
+
+// A page's memory comes back with the next page: giving it to the system in between costs a request
+// more than its smaller statements.
+void keepFreedMemory() {
+  constexpr int kKeptBytes = 8 << 20;  // at the end of each thread's heap
+  mallopt(M_TRIM_THRESHOLD, kKeptBytes);
+}
 
 std::string freshRunId() {
   std::random_device source;
@@ -126,6 +134,7 @@ std::uint16_t WireServer::port() const {
 }
 
 void WireServer::start() {
+  keepFreedMemory();
   asio::co_spawn(core_->acceptor.get_executor(), core_->accept(), asio::detached);
   for (std::size_t i = 0; i < core_->options.limits.threads; ++i) {
     core_->threads.emplace_back([io = &core_->io] { io->run(); });
