@@ -1,25 +1,17 @@
 // A browser, a small site for it, and what a test gets: pages of its own, the messages shown, and
 // the errors thrown.
 
-import { execSync } from 'node:child_process';
 import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
 import { createServer } from 'node:http';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { build } from '../../build.mjs';
+import { runTests } from './suites.mjs';
 
 /** The head every page of the product begins with. */
 export const kHead =
   '<html><head><meta http-equiv="Content-Type" content="text/html; charset=gb2312">' +
   '<script type="text/javascript" src="/TarloScripts.Zembra?action=Zembra"></script>';
-
-export function findChromium() {
-  try {
-    return execSync('command -v chromium', { shell: '/bin/sh', encoding: 'utf8' }).trim();
-  } catch {
-    return undefined;
-  }
-}
 
 /** The start of a dialog's page, with its own way to close. */
 export function dialogHead(title) {
@@ -80,24 +72,13 @@ export async function runTest(browser, origin, action) {
 }
 
 /** Runs suites [{name, pages, tests}]; a test may return patterns of the page errors it expects. */
-export async function runSuites(suites, chromium, executablePath, report) {
+export async function runSuites(suites, chromium, executablePath) {
   const browser = await chromium.launch({ executablePath, args: ['--no-sandbox'] });
   const counts = { passed: 0, failed: 0 };
   for (const suite of suites) {
     const server = await serve(suite.pages);
     const origin = `http://127.0.0.1:${server.address().port}`;
-    for (const [name, action] of Object.entries(suite.tests)) {
-      try {
-        await runTest(browser, origin, action);
-        counts.passed++;
-        report(`ok      ${suite.name}: ${name}`);
-      } catch (error) {
-        counts.failed++;
-        report(
-          `FAILED  ${suite.name}: ${name}\n        ${String(error.stack).replace(/\n/g, '\n        ')}`,
-        );
-      }
-    }
+    await runTests(suite, counts, (action) => runTest(browser, origin, action));
     server.closeAllConnections();
     server.close();
   }

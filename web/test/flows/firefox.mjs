@@ -1,18 +1,9 @@
 // node firefox.mjs: a smoke test of the product in Firefox, driven by puppeteer.
 
 import assert from 'node:assert/strict';
-import { execSync } from 'node:child_process';
-import { existsSync } from 'node:fs';
+import { withBrowser } from '../browser/suites.mjs';
 import { kMenuEntry } from './product.mjs';
-import { kBinary, startServer } from './server.mjs';
-
-function findFirefox() {
-  try {
-    return execSync('command -v firefox-esr || command -v firefox', { shell: '/bin/sh', encoding: 'utf8' }).trim();
-  } catch {
-    return undefined;
-  }
-}
+import { startServer } from './server.mjs';
 
 async function zembra(page) {
   const frame = await (await page.waitForSelector('iframe[name=Zembra]')).contentFrame();
@@ -48,28 +39,18 @@ async function smoke(page, server) {
   assert.deepEqual(errors, []);
 }
 
-const executablePath = findFirefox();
-const puppeteer = await import('puppeteer-core').catch(() => undefined);
-if (!executablePath || !puppeteer) {
-  console.log(`skipped: ${executablePath ? 'puppeteer-core is not installed (npm ci)' : 'firefox is not installed'}`);
-  console.log('0 passed, 0 failed');
-} else if (!existsSync(kBinary)) {
-  console.log(`there is no ${kBinary}: build it, or name it in TARLO_BINARY`);
-  process.exitCode = 1;
-} else {
+await withBrowser('puppeteer-core', ['firefox-esr', 'firefox'], async ({ default: puppeteer }, executablePath) => {
   const server = await startServer();
   let browser;
-  let failure;
   try {
     browser = await puppeteer.launch({ browser: 'firefox', executablePath, headless: true });
     await smoke(await browser.newPage(), server);
+    return { passed: 1, failed: 0 };
   } catch (error) {
-    failure = error;
     console.log(`FAILED  ${error.stack}`);
+    return { passed: 0, failed: 1 };
   } finally {
     await browser?.close();
     await server.stop();
   }
-  console.log(failure ? '0 passed, 1 failed' : '1 passed, 0 failed');
-  process.exitCode = failure ? 1 : 0;
-}
+});

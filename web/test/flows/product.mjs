@@ -2,9 +2,11 @@
 
 export const kMenuEntry = '查询方案管理';
 
-/** Signs in by a new link and waits for the desktop. */
+/** Signs in and waits for the desktop. The flows of one run share the first one's session. */
 export async function signIn({ page, server }) {
-  await page.goto(server.signInLink());
+  if (server.cookies) await page.context().addCookies(server.cookies);
+  await page.goto(server.cookies ? server.origin : server.signInLink());
+  server.cookies ??= await page.context().cookies();
   await page.frameLocator('iframe[name=Zembra]').locator('h1').waitFor();
 }
 

@@ -1,7 +1,7 @@
 // The product under test: the binary, with a demo database and a port of its own.
 
 import { execFileSync, spawn } from 'node:child_process';
-import { mkdtempSync, rmSync } from 'node:fs';
+import { existsSync, mkdtempSync, rmSync } from 'node:fs';
 import { createServer } from 'node:net';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
@@ -32,6 +32,7 @@ async function waitUntilReady(origin, child) {
 
 /** Starts the server over a new demo database. `stop` ends it and removes what it wrote. */
 export async function startServer() {
+  if (!existsSync(kBinary)) throw new Error(`there is no ${kBinary}: build it, or name it in TARLO_BINARY`);
   const folder = mkdtempSync(join(tmpdir(), 'tarlo-flows-'));
   const database = `sqlite:${join(folder, 'demo.db')}`;
   const run = (args, input = '') =>

@@ -46,6 +46,7 @@ export const tests = {
   },
 
   async 'signing out ends the session in every tab, and a grid left open says so'({ page, context, server }) {
+    delete server.cookies;
     const frame = await signInToManager({ page, server });
     const other = await context.newPage();
     await other.goto(server.origin + '/');
@@ -56,6 +57,7 @@ export const tests = {
     assert.match(await frame.locator('[role=alert]').innerText(), /登录/);
     await page.reload();
     await page.locator(kSignIn).waitFor();
+    delete server.cookies;
   },
 
   async 'two tabs of one session page and sort apart'({ page, context, server }) {
