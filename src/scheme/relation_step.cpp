@@ -1,0 +1,165 @@
+#include "scheme/relation_step.h"
+
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/sibling_calls.h"
+#include "frame/step_page.h"
+#include "frame/template.h"
+#include "variant/array.h"
+#include "variant/compare.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using frame::callMethod;
+using frame::Template;
+using variant::spliced;
+
+constexpr std::string_view kRelations =
+    "select Zembra_ID,DDR_MainTableName,DDR_MainFieldName,DDR_RelationTableName,"
+    "DDR_RelationFieldName from Zembra_DataDict_Relation";
+
+// The first column of all rows, each behind the other with "," behind it; a failed statement gives
+// nothing.
+std::string ids(Page& page, const std::string& sql) {
+  ErrorState err;
+  const Variant rows = err.value([&] { return frame::execSQLRows(page, sql); });
+  std::string list;
+  if (!rows.isArray()) return list;
+  const Array& cells = rows.array();
+  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
+    list += spliced(cells.at(0, row)) + ",";
+  }
+  return list;
+}
+
+void cutComma(std::string& list) {
+  if (list.ends_with(',')) list.pop_back();
+}
+
+// Relations of every table that the main table touches. One between two of these comes twice.
+std::string neighbourRelations(Page& page, const std::string& table) {
+  const std::string neighbours =
+      ids(page,
+          "select DDR_MainTableID from Zembra_DataDict_Relation where DDR_RelationTableID=" +
+              table +
+              " union select DDR_RelationTableID from Zembra_DataDict_Relation where "
+              "DDR_MainTableID=" +
+              table);
+  std::string list;
+  for (const std::string_view piece : variant::split(neighbours, ",")) {
+    if (piece.empty()) continue;
+    const std::string neighbour(piece);
+    list += ids(page,
+                "select Zembra_ID from Zembra_DataDict_Relation where DDR_RelationTableID=" +
+                    neighbour +
+                    " union select Zembra_ID from Zembra_DataDict_Relation where "
+                    "DDR_MainTableID=" +
+                    neighbour);
+  }
+  cutComma(list);
+  return list.empty() ? "-1" : list;  // no relation has it: the statement selects nothing
+}
+
+std::string offered(Page& page) {
+  const std::string table = spliced(page.request.value("sTable"));
+  if (variant::equalsAsText(page.request.value("mul"), "1")) {
+    return std::string(kRelations) + " where Zembra_ID in (" + neighbourRelations(page, table) +
+           ")";
+  }
+  return std::string(kRelations) + " where DDR_MainTableID=" + table +
+         " or DDR_RelationTableID=" + table;
+}
+
+// What the page begins with.
+struct Selection {
+  std::string relations;  // ids, joined by ","
+  std::string rows;       // their rows in the list
+  std::string steps;      // the optional steps in use, joined by ","
+};
+
+std::string optionalSteps(const Array& scheme) {
+  const auto isUsed = [&](std::ptrdiff_t column) {
+    return !variant::trim(spliced(scheme.at(column, 0))).empty();
+  };
+  std::string steps;
+  if (isUsed(1)) steps += "1,";
+  if (isUsed(2)) steps += "2,";
+  if (isUsed(3)) steps += "5";
+  cutComma(steps);
+  return steps;
+}
+
+// The selection is made anew from the relations that are there: one that has left the dictionary
+// leaves the scheme.
+void selectRelations(Page& page, const std::string& stored, Selection& selection) {
+  static const Template line(embedded::scheme_pages::find("relation_step_row.html"));
+  const Variant rows =
+      frame::execSQLRows(page, std::string(kRelations) + " where Zembra_ID in (" +
+                                   (stored.empty() ? "0" : stored) + ")");
+  if (!rows.isArray()) return;
+  const Array& cells = rows.array();
+  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
+    const auto cell = [&](std::ptrdiff_t column) { return spliced(cells.at(column, row)); };
+    selection.relations += cell(0) + ",";
+    selection.rows += line.fill({{"id", cell(0)},
+                                 {"mainTable", cell(1)},
+                                 {"mainField", cell(2)},
+                                 {"relatedTable", cell(3)},
+                                 {"relatedField", cell(4)}});
+  }
+  cutComma(selection.relations);
+}
+
+Selection readSelection(Page& page) {
+  Selection selection;
+  if (!variant::equalsAsText(page.request.value("type"), "1")) return selection;
+  ErrorState err;
+  std::string stored;
+  err.run([&] {
+    const Variant rows = frame::execSQLRows(
+        page,
+        "select Query_MultiRelSel,Query_Vir,Query_Rel,Query_Static from Zembra_Query_Main where "
+        "Query_ID=" +
+            spliced(page.request.value("prikeyid")));
+    if (!rows.isArray()) return;
+    stored = variant::trim(spliced(rows.array().at(0, 0)));
+    selection.steps = optionalSteps(rows.array());
+  });
+  err.run([&] { selectRelations(page, stored, selection); });
+  return selection;
+}
+
+void writeGrid(Page& page) {
+  const auto grid = page.server.createObject("TarloTable.table");
+  frame::connectToPage(page, *grid);
+  grid->put("id", "SearchTable");
+  grid->put("SelectionStyle", 2);
+  grid->put("title", "主表|主表关联字段|关联表|关联表关联字段");
+  grid->put("sql", offered(page));
+  grid->put("Pagesize", 7);
+  grid->put("showMenu", false);
+  grid->put("showButton", false);
+  grid->put("onRowDoubleClick", "getRel()");
+  grid->put("orderBy", "Zembra_ModiDate DESC");
+  grid->put("MultiPage", "false");
+  grid->put("Width", "100%");
+  callMethod(*grid, "WriteTable");
+}
+
+}  // namespace
+
+void addSearchDlg1(Page& page) {
+  static const Template rest(embedded::scheme_pages::find("relation_step.html"));
+  const Selection selection = readSelection(page);
+  frame::writeStepHead(page);
+  writeGrid(page);
+  rest.write(page.response, {{"rows", selection.rows},
+                             {"steps", selection.steps},
+                             {"relations", selection.relations}});
+}
+
+}  // namespace tarlo::scheme

@@ -1,0 +1,169 @@
+#include "scheme/wizard_shell.h"
+
+#include <array>
+
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/sibling_calls.h"
+#include "frame/template.h"
+#include "metadata/introspection.h"
+#include "scheme/wizard_extras.h"
+#include "services/action_help.h"
+#include "services/data_sources.h"
+#include "variant/array.h"
+#include "variant/compare.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using frame::callMethod;
+using frame::Template;
+using variant::spliced;
+
+// Tables in development are offered too, as this system has always been shipped.
+constexpr bool kDebug = true;
+constexpr std::string_view kTableFilter =
+    kDebug ? "Zembra_Flag <> 0" : "Zembra_Flag <> 0 and DDT_Status <> 2 and DDT_Status <> 4";
+
+constexpr std::string_view kDirectories =
+    "select Zembra_ID,TD_Name from Zembra_Dict_TableDir where Zembra_Flag<>0";
+
+struct Step {
+  std::string_view title;
+  std::string_view content;  // "" for the first, whose content is made for each page
+  std::string_view next;
+  std::string_view back;  // "" for the dialog's own
+};
+constexpr std::array<Step, 7> kSteps = {{
+    {"选择数据库目录和数据库", "", "nextStep1()", ""},
+    {"双击选择数据库关联信息",
+     "<iframe name='s1iframe' src='about:blank' width='580' height='290' "
+     "frameborder=0px></iframe>",
+     "nextStep2()", ""},
+    {"设置计算字段",
+     "<iframe name='s2iframe' src='about:blank' width='580' height='290' frameborder=0px "
+     "scroll=no></iframe>",
+     "nextStep3();", ""},
+    {"设置过滤条件",
+     "<iframe name='s3iframe' src='about:blank' width='580' height='290' frameborder=0px "
+     "scroll=no></iframe>",
+     "nextStep4()", "goBack3()"},
+    {"设置统计函数",
+     "<iframe name='s4iframe' src='about:blank' width='580' height='290' "
+     "frameborder=0px></iframe>",
+     "nextStep5()", "goBack4()"},
+    {"预览查询方案",
+     "<iframe name='s5iframe' src='about:blank' width='580' height='290' "
+     "frameborder=0px></iframe>",
+     "nextStep6()", "goBack5()"},
+    {"设置保存",
+     "<iframe name='s6iframe' src='about:blank' width='580' height='290' "
+     "frameborder=0px></iframe>",
+     "SaveQuery()", ""},
+}};
+
+// What a scheme that is changed brings to the first step; empty for a new one.
+struct Preset {
+  bool isChange = false;
+  std::string id;
+  std::string table;
+  std::string directory;
+  bool isMultiLevel = false;
+};
+
+Variant firstCell(Page& page, const std::string& sql) {
+  const Variant rows = frame::execSQLRows(page, sql);
+  return rows.isArray() ? rows.array().at(0, 0) : Variant();
+}
+
+// A multi-level flag that is Null counts as set, since it is not "0".
+void readMultiLevel(Page& page, Preset& preset) {
+  const Variant rows = frame::execSQLRows(
+      page,
+      "select Query_Vir,Query_Rel,Query_Static,Query_Group,Query_MultiRel from Zembra_Query_Main "
+      "where Query_ID=" +
+          preset.id);
+  if (!rows.isArray()) return;
+  preset.isMultiLevel = variant::trim(spliced(rows.array().at(4, 0))) != "0";
+}
+
+Preset readPreset(Page& page) {
+  Preset preset;
+  preset.isChange = variant::equalsAsText(page.request.value("type"), "1");
+  if (!preset.isChange) return preset;
+  ErrorState err;
+  preset.id = spliced(page.request.value("prikeyid"));
+  err.run([&] {
+    preset.table = spliced(metadata::KeyField2TableID(page, Variant(preset.id), false));
+  });
+  err.run([&] {
+    preset.directory = spliced(firstCell(
+        page, "select DDT_DirID from Zembra_DataDict_Table where Zembra_ID=" + preset.table));
+  });
+  err.run([&] { readMultiLevel(page, preset); });
+  return preset;
+}
+
+std::string firstStep(Page& page, const Preset& preset) {
+  static const Template content(embedded::scheme_pages::find("wizard_first_step.html"));
+  const std::string directories = spliced(services::GetComboBoxXMLs(page, kDirectories));
+  const std::string scheme =
+      preset.isChange ? "<input type = hidden name = type value = \"1\">\r\n"
+                        "<input type = hidden name = prikeyid value = \"" +
+                            preset.id + "\">\r\n"
+                      : "";
+  const std::string presets = preset.isChange ? " beginvalue=\"" + preset.table +
+                                                    "\" selectvalue=\"" + preset.directory + "\""
+                                              : "";
+  constexpr std::string_view kChecked = " checked";
+  return content.fill({{"scheme", scheme},
+                       {"presets", presets},
+                       {"filter", kTableFilter},
+                       {"directories", directories},
+                       {"single", preset.isMultiLevel ? "" : kChecked},
+                       {"multi", preset.isMultiLevel ? kChecked : ""}});
+}
+
+std::string shellScript(Page& page, const Preset& preset) {
+  static const Template script(embedded::scheme_pages::find("wizard_shell.js"));
+  const std::string mode = preset.isChange ? "&type=1&prikeyid=" + preset.id : "";
+  return "<script>\r\n" + script.fill({{"mode", mode}}) + "</script>\r\n" +
+         wizardExtras(page, Variant(preset.id));
+}
+
+void setUpDialog(Page& page, Object& dialog, const Preset& preset) {
+  frame::connectToPage(page, dialog);
+  dialog.put("title", "查询方案自定义");
+  dialog.put("TotalStep", static_cast<int>(kSteps.size()));
+  dialog.put("addjs", shellScript(page, preset));
+  dialog.put("FormAction", "TarloQuery.Zembra");
+  const std::string_view action = preset.isChange ? "modiSearchDlg" : "addSearchDlg";
+  ErrorState err;
+  err.run([&] { dialog.put("HelpHtml", services::getActionHelp(page, action)); });
+  err.run([&] { dialog.put("HelpTitle", services::getActionHelpTitle(page, action)); });
+  dialog.put("addHTML",
+             "<iframe name='s0iframe' src='about:blank' style='border: 0px'></iframe>");
+}
+
+}  // namespace
+
+void addSearchDlg(Page& page) {
+  const Preset preset = readPreset(page);
+  const auto dialog = page.server.createObject("TarloDialog.WebDialog");
+  setUpDialog(page, *dialog, preset);
+  for (const Step& step : kSteps) {
+    const std::string content =
+        step.content.empty() ? firstStep(page, preset) : std::string(step.content);
+    callMethod(*dialog, "addStep", {step.title, content, step.next, step.back});
+  }
+  callMethod(*dialog, "writeDialog");
+}
+
+void modisearchdlg(Page& page) {
+  addSearchDlg(page);
+}
+
+}  // namespace tarlo::scheme
