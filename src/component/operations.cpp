@@ -15,8 +15,20 @@
 #include "metadata/introspection.h"
 #include "metadata/relation_table.h"
 #include "metadata/version_lookups.h"
+#include "scheme/computed_step.h"
+#include "scheme/filter_step.h"
 #include "scheme/manager_page.h"
 #include "scheme/module_links.h"
+#include "scheme/preview_page.h"
+#include "scheme/relation_step.h"
+#include "scheme/save_form.h"
+#include "scheme/save_scheme.h"
+#include "scheme/scheme_detail.h"
+#include "scheme/statistics_step.h"
+#include "scheme/wizard_shell.h"
+#include "services/action_help.h"
+#include "services/data_sources.h"
+#include "services/div_dialog.h"
 
 namespace tarlo::component {
 namespace {
@@ -76,6 +88,26 @@ constexpr auto kByFolder = std::to_array<Operation>({
     raising<scheme::ctrlSearch>("ctrlSearch", "scheme", ""),
     raising<scheme::isNotWorkflowChild>("isNotWorkflowChild", "scheme", ""),
     raising<scheme::showLinksq>("showLinksq", "scheme", "styleaa"),
+    resuming<scheme::addSearchDlg>("addSearchDlg", "scheme", ""),
+    raising<scheme::modisearchdlg>("modisearchdlg", "scheme", ""),
+    raising<scheme::addSearchDlg1>("addSearchDlg1", "scheme", ""),
+    raising<scheme::addSearchDlg2>("addSearchDlg2", "scheme", ""),
+    resuming<scheme::addSearchDlg3>("addSearchDlg3", "scheme", ""),
+    resuming<scheme::addSearchDlg4>("addSearchDlg4", "scheme", ""),
+    raising<scheme::addSearchDlg5>("addSearchDlg5", "scheme", ""),
+    resuming<scheme::previewSearchdlg>("previewSearchdlg", "scheme", ""),
+    resuming<scheme::addSearchDlg6>("addSearchDlg6", "scheme", ""),
+    resuming<scheme::addSearch>("addSearch", "scheme", ""),
+    resuming<scheme::showSearchDlg>("showSearchDlg", "scheme", ""),
+    resuming<scheme::delSearch>("delSearch", "scheme", ""),
+    resuming<scheme::querycheckselect>("querycheckselect", "scheme", ""),
+    raising<services::TarloCBODataSource>("TarloCBODataSource", "services", "sSQL,sPar"),
+    resuming<services::GetComboBoxXMLs>("GetComboBoxXMLs", "services", "sSQL"),
+    raising<services::GetRadioOrCheckBoxXML>("GetRadioOrCheckBoxXML", "services", "sSQL"),
+    raising<services::TarloDivDialog>("TarloDivDialog", "services",
+                                      "id,WinTitle,TopicTitle,WinWidth,WinHeight,WinBody,WinButon"),
+    raising<services::getActionHelp>("getActionHelp", "services", "sAction"),
+    raising<services::getActionHelpTitle>("getActionHelpTitle", "services", "sAction"),
 });
 
 constexpr auto kOperations = [] {

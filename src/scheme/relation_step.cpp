@@ -42,23 +42,21 @@ void cutComma(std::string& list) {
 
 // Relations of every table that the main table touches. One between two of these comes twice.
 std::string neighbourRelations(Page& page, const std::string& table) {
-  const std::string neighbours =
-      ids(page,
-          "select DDR_MainTableID from Zembra_DataDict_Relation where DDR_RelationTableID=" +
-              table +
-              " union select DDR_RelationTableID from Zembra_DataDict_Relation where "
-              "DDR_MainTableID=" +
-              table);
+  const std::string neighbours = ids(
+      page,
+      "select DDR_MainTableID from Zembra_DataDict_Relation where DDR_RelationTableID=" + table +
+          " union select DDR_RelationTableID from Zembra_DataDict_Relation where "
+          "DDR_MainTableID=" +
+          table);
   std::string list;
   for (const std::string_view piece : variant::split(neighbours, ",")) {
     if (piece.empty()) continue;
     const std::string neighbour(piece);
-    list += ids(page,
-                "select Zembra_ID from Zembra_DataDict_Relation where DDR_RelationTableID=" +
-                    neighbour +
-                    " union select Zembra_ID from Zembra_DataDict_Relation where "
-                    "DDR_MainTableID=" +
-                    neighbour);
+    list += ids(page, "select Zembra_ID from Zembra_DataDict_Relation where DDR_RelationTableID=" +
+                          neighbour +
+                          " union select Zembra_ID from Zembra_DataDict_Relation where "
+                          "DDR_MainTableID=" +
+                          neighbour);
   }
   cutComma(list);
   return list.empty() ? "-1" : list;  // no relation has it: the statement selects nothing
@@ -97,9 +95,8 @@ std::string optionalSteps(const Array& scheme) {
 // leaves the scheme.
 void selectRelations(Page& page, const std::string& stored, Selection& selection) {
   static const Template line(embedded::scheme_pages::find("relation_step_row.html"));
-  const Variant rows =
-      frame::execSQLRows(page, std::string(kRelations) + " where Zembra_ID in (" +
-                                   (stored.empty() ? "0" : stored) + ")");
+  const Variant rows = frame::execSQLRows(page, std::string(kRelations) + " where Zembra_ID in (" +
+                                                    (stored.empty() ? "0" : stored) + ")");
   if (!rows.isArray()) return;
   const Array& cells = rows.array();
   for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
@@ -157,9 +154,9 @@ void addSearchDlg1(Page& page) {
   const Selection selection = readSelection(page);
   frame::writeStepHead(page);
   writeGrid(page);
-  rest.write(page.response, {{"rows", selection.rows},
-                             {"steps", selection.steps},
-                             {"relations", selection.relations}});
+  rest.write(
+      page.response,
+      {{"rows", selection.rows}, {"steps", selection.steps}, {"relations", selection.relations}});
 }
 
 }  // namespace tarlo::scheme

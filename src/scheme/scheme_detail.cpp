@@ -45,9 +45,8 @@ void showSearchDlg(Page& page) {
 void delSearch(Page& page) {
   const std::string ids = spliced(page.request.value("ID"));
   ErrorState err;
-  for (const std::string_view target :
-       {"Zembra_Query_Main set Zembra_Flag = 0 where Query_ID",
-        "Zembra_Query_Field set Zembra_Flag = 0 where QF_NameID"}) {
+  for (const std::string_view target : {"Zembra_Query_Main set Zembra_Flag = 0 where Query_ID",
+                                        "Zembra_Query_Field set Zembra_Flag = 0 where QF_NameID"}) {
     Variant sql("update " + std::string(target) + " in (" + ids + ")");
     err.run([&] { frame::execSQLLogged(page, sql, frame::kCommandText); });
   }

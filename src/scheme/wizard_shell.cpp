@@ -4,6 +4,7 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/script_text.h"
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
 #include "metadata/introspection.h"
@@ -96,9 +97,8 @@ Preset readPreset(Page& page) {
   if (!preset.isChange) return preset;
   ErrorState err;
   preset.id = spliced(page.request.value("prikeyid"));
-  err.run([&] {
-    preset.table = spliced(metadata::KeyField2TableID(page, Variant(preset.id), false));
-  });
+  err.run(
+      [&] { preset.table = spliced(metadata::KeyField2TableID(page, Variant(preset.id), false)); });
   err.run([&] {
     preset.directory = spliced(firstCell(
         page, "select DDT_DirID from Zembra_DataDict_Table where Zembra_ID=" + preset.table));
@@ -110,11 +110,10 @@ Preset readPreset(Page& page) {
 std::string firstStep(Page& page, const Preset& preset) {
   static const Template content(embedded::scheme_pages::find("wizard_first_step.html"));
   const std::string directories = spliced(services::GetComboBoxXMLs(page, kDirectories));
-  const std::string scheme =
-      preset.isChange ? "<input type = hidden name = type value = \"1\">\r\n"
-                        "<input type = hidden name = prikeyid value = \"" +
-                            preset.id + "\">\r\n"
-                      : "";
+  const std::string scheme = preset.isChange ? "<input type = hidden name = type value = \"1\">\r\n"
+                                               "<input type = hidden name = prikeyid value = \"" +
+                                                   page.server.htmlEncode(preset.id) + "\">\r\n"
+                                             : "";
   const std::string presets = preset.isChange ? " beginvalue=\"" + preset.table +
                                                     "\" selectvalue=\"" + preset.directory + "\""
                                               : "";
@@ -129,7 +128,8 @@ std::string firstStep(Page& page, const Preset& preset) {
 
 std::string shellScript(Page& page, const Preset& preset) {
   static const Template script(embedded::scheme_pages::find("wizard_shell.js"));
-  const std::string mode = preset.isChange ? "&type=1&prikeyid=" + preset.id : "";
+  const std::string mode =
+      preset.isChange ? "&type=1&prikeyid=" + frame::scriptText(preset.id) : "";
   return "<script>\r\n" + script.fill({{"mode", mode}}) + "</script>\r\n" +
          wizardExtras(page, Variant(preset.id));
 }
@@ -144,8 +144,7 @@ void setUpDialog(Page& page, Object& dialog, const Preset& preset) {
   ErrorState err;
   err.run([&] { dialog.put("HelpHtml", services::getActionHelp(page, action)); });
   err.run([&] { dialog.put("HelpTitle", services::getActionHelpTitle(page, action)); });
-  dialog.put("addHTML",
-             "<iframe name='s0iframe' src='about:blank' style='border: 0px'></iframe>");
+  dialog.put("addHTML", "<iframe name='s0iframe' src='about:blank' style='border: 0px'></iframe>");
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 namespace tarlo::scheme {
 
-// Request: `type` 1 changes the scheme `prikeyid`, anything else makes a new one. Never raises: what
-// a failed statement should have given stays empty, and the page is written all the same.
+// Request: `type` 1 changes the scheme `prikeyid`, anything else makes a new one. Never raises:
+// what a failed statement should have given stays empty, and the page is written all the same.
 void addSearchDlg(Page& page);
 // The same page, from the same request.
 void modisearchdlg(Page& page);

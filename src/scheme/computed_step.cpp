@@ -1,0 +1,107 @@
+#include "scheme/computed_step.h"
+
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/script_text.h"
+#include "frame/step_page.h"
+#include "frame/template.h"
+#include "metadata/dictionary_lookups.h"
+#include "scheme/step_fields.h"
+#include "services/data_sources.h"
+#include "variant/array.h"
+#include "variant/compare.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using frame::Template;
+using variant::spliced;
+
+// Fields of every kind, key fields included. "*" tells those of a related table.
+std::string fieldStatement(Page& page, const std::string& table, const Variant& relations) {
+  const auto select = [](std::string_view mark, const std::string& id) {
+    return "select b.Zembra_ID," + std::string(mark) +
+           "a.DDT_CName+'.'+b.DDF_CName from Zembra_DataDict_Table as a,Zembra_DataDict_Field as b "
+           "where b.DDF_TableID = " +
+           id + " and b.Zembra_Flag <> 0 and a.Zembra_ID=b.DDF_TableID union ";
+  };
+  std::string statement;
+  for (const RelatedTable& related : relatedTables(page, table, relations)) {
+    statement += select("'*'+", related.table);
+  }
+  return statement + select("", table) + "select -1,'--选择字段--'";
+}
+
+// The list as it is shown, and as the script keeps it: every item with ";" behind it.
+struct Restored {
+  std::string rows;
+  std::string list;
+};
+
+void add(Restored& restored, std::string_view text) {
+  restored.rows += text;
+  restored.list += text;
+}
+
+// A reference becomes [table.field|id] again. One whose field is gone vanishes, with the text that
+// follows it up to the next one.
+void restorePiece(Page& page, std::string_view piece, Restored& restored) {
+  const auto parts = variant::split(piece, "]");
+  if (parts.size() < 2) return add(restored, piece);
+  const Variant field = metadata::getFieldName_Query(page, Variant(parts[0]));
+  if (!field.isArray()) return;
+  const Array& cells = field.array();
+  add(restored, "[" + spliced(cells.at(1, 0)) + "." + spliced(cells.at(3, 0)) + "|" +
+                    std::string(parts[0]) + "]" + std::string(parts[1]));
+}
+
+void restoreItem(Page& page, std::string_view item, Restored& restored) {
+  static const Template open(embedded::scheme_pages::find("computed_step_row.html"));
+  std::string row = open.fill();
+  while (row.ends_with('\n') || row.ends_with('\r')) row.pop_back();
+  restored.rows += row;
+  const std::size_t colon = item.find(':');
+  const std::size_t name = colon == std::string_view::npos ? 0 : colon + 1;
+  add(restored, item.substr(0, name));
+  for (const std::string_view piece : variant::split(item.substr(name), "[")) {
+    if (!piece.empty()) restorePiece(page, piece, restored);
+  }
+  restored.rows += "</tr></td>";
+  restored.list += ";";
+}
+
+Restored restore(Page& page) {
+  Restored restored;
+  if (!variant::equalsAsText(page.request.value("type"), "1")) return restored;
+  const Variant rows =
+      frame::execSQLRows(page, "select Query_Vir from Zembra_Query_Main where Query_ID=" +
+                                   spliced(page.request.value("prikeyid")));
+  if (!rows.isArray()) return restored;
+  const std::string stored(variant::trim(spliced(rows.array().at(0, 0))));
+  for (const std::string_view item : variant::split(stored, ";")) {
+    restoreItem(page, item, restored);
+  }
+  return restored;
+}
+
+}  // namespace
+
+void addSearchDlg2(Page& page) {
+  static const Template rest(embedded::scheme_pages::find("computed_step.html"));
+  const std::string table = spliced(page.request.value("sTable"));
+  const std::string statement = fieldStatement(page, table, page.request.value("multi"));
+  const std::string fields = spliced(services::GetComboBoxXMLs(page, Variant(statement)));
+  const Restored restored = restore(page);
+  const auto inScript = [](const std::string& text) { return variant::replace(text, "'", "\\'"); };
+  frame::writeStepHead(page);
+  rest.write(page.response, {{"fields", fields},
+                             {"rows", inScript(restored.rows)},
+                             {"list", inScript(restored.list)},
+                             {"step", frame::scriptText(spliced(page.request.value("gostep")))},
+                             {"table", frame::scriptText(table)}});
+}
+
+}  // namespace tarlo::scheme

@@ -1,0 +1,92 @@
+#include "scheme/filter_step.h"
+
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/script_text.h"
+#include "frame/step_page.h"
+#include "frame/template.h"
+#include "scheme/filter_fields.h"
+#include "scheme/step_fields.h"
+#include "variant/array.h"
+#include "variant/compare.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using frame::Template;
+using variant::spliced;
+
+// The parts of a stored condition; those of an empty row are "".
+struct Condition {
+  std::string field;
+  std::string comparison;
+  std::string value;
+  std::string logic;
+};
+
+// A value goes into its attribute as it stands: one with a double quote ends the attribute.
+std::string rowMarkup(const std::string& fields, const Condition& condition) {
+  static const Template row(embedded::scheme_pages::find("filter_step_row.html"));
+  const auto preset = [](const std::string& value) {
+    return value.empty() ? std::string() : " selectvalue=\"" + value + "\"";
+  };
+  return row.fill({{"fields", fields},
+                   {"field", preset(condition.field)},
+                   {"comparison", preset(condition.comparison)},
+                   {"value", condition.value},
+                   {"logic", preset(condition.logic)}});
+}
+
+Condition conditionOf(std::string_view text) {
+  const auto parts = variant::split(text, ",");
+  const auto part = [&](std::size_t i) {
+    return i < parts.size() ? std::string(parts[i]) : std::string();
+  };
+  return {part(0), part(1), part(2), part(3)};
+}
+
+struct Rows {
+  std::string markup;
+  std::string counting;  // script that sets the number of rows
+};
+
+Rows restoredRows(Page& page, const std::string& fields) {
+  ErrorState err;
+  const Variant found = err.value([&] {
+    return frame::execSQLRows(
+        page, "select Query_rel from Zembra_Query_Main where Zembra_Flag <> 0 and Query_ID=" +
+                  spliced(page.request.value("prikeyid")));
+  });
+  if (!found.isArray()) return {};
+  const std::string stored(variant::trim(spliced(found.array().at(0, 0))));
+  if (stored.empty()) return {rowMarkup(fields, {}), "selectIndex=1;\r\n"};
+  Rows rows;
+  for (const std::string_view text : variant::split(stored, "|||")) {
+    rows.markup += rowMarkup(fields, conditionOf(text));
+    rows.counting += "selectIndex++;\r\n";
+  }
+  return rows;
+}
+
+}  // namespace
+
+void addSearchDlg3(Page& page) {
+  static const Template rest(embedded::scheme_pages::find("filter_step.html"));
+  const std::string posted = unescaped(spliced(page.request.value("virtual")));
+  const std::string fields = filterFields(page, spliced(page.request.value("sTable")),
+                                          page.request.value("Multi"), computedNames(posted));
+  const bool isChange = variant::equalsAsText(page.request.value("type"), "1");
+  const Rows rows =
+      isChange ? restoredRows(page, fields) : Rows{rowMarkup(fields, {}), "selectIndex = 1;\r\n"};
+  frame::writeStepHead(page);
+  rest.write(page.response, {{"rows", rows.markup},
+                             {"counting", rows.counting},
+                             {"row", frame::scriptText(rowMarkup(fields, {}))},
+                             {"step", frame::scriptText(spliced(page.request.value("gostep")))},
+                             {"table", frame::scriptText(spliced(page.request.value("sTable")))}});
+}
+
+}  // namespace tarlo::scheme

@@ -1,0 +1,33 @@
+#include "scheme/posted_definition.h"
+
+#include "scheme/reduction.h"
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using variant::spliced;
+
+constexpr std::string_view kSeparator = "|||";
+
+std::string trimmed(Page& page, std::string_view key) {
+  return std::string(variant::trim(spliced(page.request.value(key))));
+}
+
+}  // namespace
+
+compile::Definition postedDefinition(Page& page) {
+  compile::Definition definition;
+  definition.sTable = spliced(page.request.value("TableName"));
+  definition.computed = reducedComputed(spliced(page.request.value("step1Virtual")));
+  definition.filter = spliced(page.request.value("step2Rel"));
+  std::string statistics = trimmed(page, "step3Stats");
+  if (statistics.ends_with(kSeparator)) statistics.resize(statistics.size() - kSeparator.size());
+  definition.stats = statistics;
+  definition.group = trimmed(page, "step3Groupby");
+  definition.rel = spliced(page.request.value("step0Multi"));
+  return definition;
+}
+
+}  // namespace tarlo::scheme

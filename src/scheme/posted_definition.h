@@ -1,0 +1,14 @@
+#pragma once
+// A scheme's definition as the wizard posts it, read alike by the preview and the save.
+
+#include <string>
+
+#include "compile/definition.h"
+#include "frame/page.h"
+
+namespace tarlo::scheme {
+
+// The posted values, the computed fields reduced to their stored form.
+compile::Definition postedDefinition(Page& page);
+
+}  // namespace tarlo::scheme

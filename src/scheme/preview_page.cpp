@@ -1,0 +1,61 @@
+#include "scheme/preview_page.h"
+
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/step_page.h"
+#include "frame/template.h"
+#include "scheme/posted_definition.h"
+#include "scheme/preview_extras.h"
+#include "scheme/title_table.h"
+#include "scheme/wizard_extras.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using frame::Template;
+using variant::spliced;
+
+}  // namespace
+
+std::vector<std::string> titlesInList(std::string_view statement) {
+  constexpr std::size_t kSelect = 7;  // "select "
+  const std::size_t from = statement.find(" from ");
+  const std::string_view head = statement.substr(0, from);
+  const std::string_view list = head.size() > kSelect ? head.substr(kSelect) : std::string_view();
+  std::vector<std::string> titles;
+  for (const std::string_view item : variant::split(list, ",")) {
+    const auto parts = variant::split(item, " as ");
+    if (parts.size() < 2) continue;
+    std::string_view title = variant::trim(parts.back());
+    if (title.size() > 1 && title.front() == '[') title = title.substr(1, title.size() - 2);
+    titles.emplace_back(title);
+  }
+  return titles;
+}
+
+void previewSearchdlg(Page& page) {
+  static const Template fields(embedded::scheme_pages::find("preview_fields.html"));
+  static const Template refused(embedded::scheme_pages::find("preview_refused.html"));
+  ErrorState err;
+  compile::Definition definition;
+  err.run([&] { definition = postedDefinition(page); });
+  frame::writeStepHead(page);
+  Variant statement;
+  err.run([&] { statement = compile::compileDefinition(page, definition); });
+  err.clear();
+  err.run([&] { frame::execSQL(page, statement, frame::kCommandText); });
+  const std::string text = spliced(statement);
+  if (err.failed()) {
+    refused.write(page.response);
+    if (hasExtras(page)) page.response.write(refusalReason(page, definition, text));
+  } else {
+    fields.write(page.response, {{"rows", titleRows(titlesInList(text))}});
+    if (hasExtras(page)) page.response.write(firstRows(page, text));
+  }
+  page.response.write("</body>\r\n</html>\r\n");
+}
+
+}  // namespace tarlo::scheme

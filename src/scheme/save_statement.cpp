@@ -1,0 +1,77 @@
+#include "scheme/save_statement.h"
+
+#include <string_view>
+#include <vector>
+
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using variant::spliced;
+
+std::string doubled(std::string_view text) {
+  return variant::replace(text, "'", "''");
+}
+
+std::string updateStatement(const SchemeRow& row, bool hasStatistics) {
+  const compile::Definition& definition = row.definition;
+  std::string sql = "update Zembra_Query_Main set Query_Name='" + row.name;
+  const auto set = [&](std::string_view column, std::string_view value) {
+    sql.append("',").append(column).append("='").append(value);
+  };
+  set("Query_Desc", row.description);
+  set("Query_Fields", doubled(row.statement));
+  set("Query_HasStatic", hasStatistics ? "1" : "0");
+  set("Query_Prikey", row.keyField);
+  set("Query_System", row.kind);
+  set("Query_Dic", row.directory);
+  set("Zembra_ModiUser", row.user);
+  set("Zembra_ModiDate", row.now);
+  set("Query_MainTBID", spliced(definition.sTable));
+  set("Query_Vir", doubled(spliced(definition.computed)));
+  set("Query_Rel", doubled(spliced(definition.filter)));
+  set("Query_Static", doubled(spliced(definition.stats)));
+  set("Query_Group", spliced(definition.group));
+  if (!hasStatistics) {
+    sql.append("',Query_MultiRel=").append(row.isMultiLevel);
+    sql.append(",Query_MultiRelSel='").append(spliced(definition.rel));
+  }
+  return sql.append("' where Query_ID=").append(row.id);
+}
+
+std::string insertStatement(const SchemeRow& row, bool hasStatistics) {
+  const compile::Definition& definition = row.definition;
+  std::string sql =
+      "insert into Zembra_Query_Main(Query_Name,Query_Desc,Query_Fields,Zembra_WriteDate,"
+      "Query_Prikey,Query_System,Query_Dic,Zembra_User,Query_MainTBID,Query_Vir,Query_Rel,"
+      "Query_Static,Query_Group,";
+  sql += hasStatistics ? "Query_HasStatic)" : "Query_MultiRel,Query_MultiRelSel)";
+  sql.append(" values('").append(row.name);
+  const std::vector<std::string> values = {row.description,
+                                           doubled(row.statement),
+                                           row.now,
+                                           row.keyField,
+                                           row.kind,
+                                           row.directory,
+                                           row.user,
+                                           spliced(definition.sTable),
+                                           doubled(spliced(definition.computed)),
+                                           doubled(spliced(definition.filter)),
+                                           doubled(spliced(definition.stats)),
+                                           doubled(spliced(definition.group))};
+  for (const std::string& value : values) sql.append("','").append(value);
+  if (hasStatistics) return sql.append("','1')");
+  sql.append("',").append(row.isMultiLevel).append(",'");
+  return sql.append(spliced(definition.rel)).append("')");
+}
+
+}  // namespace
+
+std::string saveStatement(const SchemeRow& row) {
+  const bool hasStatistics = !spliced(row.definition.stats).empty();
+  return row.isChange ? updateStatement(row, hasStatistics) : insertStatement(row, hasStatistics);
+}
+
+}  // namespace tarlo::scheme

@@ -1,0 +1,163 @@
+#include "scheme/statistics_step.h"
+
+#include <array>
+#include <cmath>
+
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/script_text.h"
+#include "frame/step_page.h"
+#include "frame/template.h"
+#include "metadata/dictionary_lookups.h"
+#include "scheme/step_fields.h"
+#include "services/data_sources.h"
+#include "variant/array.h"
+#include "variant/compare.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using frame::Template;
+using variant::spliced;
+
+constexpr std::string_view kOrdinaryKinds = "(NOT (DDF_Type IN (1 , 10 , 11 , 12 , 13 , 14)))";
+constexpr std::array<std::string_view, 6> kFunctions = {"最大值", "最小值", "平均值",
+                                                        "总和",   "记录数", "本身"};
+
+// A related table that is reached twice comes twice and is not told apart: the union leaves one.
+// A computed field's name goes in as it stands; one with a quote leaves the list empty.
+std::string fieldStatement(Page& page, const std::string& table,
+                           const std::vector<std::string>& computed) {
+  std::string statement;
+  for (const RelatedTable& related : relatedTables(page, table, page.request.value("multi"))) {
+    statement += "select Zembra_ID,'*'+DDF_CName from Zembra_DataDict_Field where DDF_TableID = " +
+                 related.table + " and Zembra_Flag <> 0 and " + std::string(kOrdinaryKinds) +
+                 " union ";
+  }
+  statement += "select Zembra_ID,DDF_CName from Zembra_DataDict_Field where DDF_TableID in (" +
+               table + ") and " + std::string(kOrdinaryKinds) + " and Zembra_Flag <> 0";
+  for (std::size_t k = 0; k < computed.size(); ++k) {
+    statement += " union select -" + std::to_string(k + 1) + ",'" + computed[k] + "'";
+  }
+  return statement;
+}
+
+// What a stored scheme brings.
+struct Stored {
+  std::string grouping;
+  std::string statistics;
+  std::string computed;
+};
+
+Stored readStored(Page& page) {
+  ErrorState err;
+  const Variant rows = err.value([&] {
+    return frame::execSQLRows(page,
+                              "select Query_Group,Query_Static,Query_Vir from Zembra_Query_Main "
+                              "where  Zembra_Flag <> 0 and query_ID=" +
+                                  spliced(page.request.value("prikeyid")));
+  });
+  if (!rows.isArray()) return {};
+  const auto cell = [&](std::ptrdiff_t column) {
+    return std::string(variant::trim(spliced(rows.array().at(column, 0))));
+  };
+  return {cell(0), cell(1), cell(2)};
+}
+
+// "1.table.field_" of a stored item; "" when its field or computed field is not there any more.
+std::string itemName(Page& page, std::size_t index, std::string_view token,
+                     std::string_view computed) {
+  ErrorState err;
+  double number = 0;
+  err.run([&] { number = variant::toDouble(Variant(token)); });
+  const std::string position = std::to_string(index + 1) + ".";
+  if (number < 0) {
+    const auto names = computedNames(computed);
+    const auto n = static_cast<std::size_t>(std::abs(number));
+    return n == 0 || n > names.size() ? "" : position + names[n - 1] + "_";
+  }
+  const Variant field = metadata::getFieldName_Query(page, Variant(token));
+  if (!field.isArray()) return "";
+  return position + spliced(field.array().at(1, 0)) + "." + spliced(field.array().at(3, 0)) + "_";
+}
+
+std::string functionLine(std::string_view code) {
+  for (std::size_t i = 0; i < kFunctions.size(); ++i) {
+    if (code == std::to_string(i + 1)) return std::string(kFunctions[i]) + "<br>";
+  }
+  return "";
+}
+
+std::string escaped(const std::string& text) {
+  return variant::replace(text, "'", "\\\\\\'");
+}
+
+std::string statisticsScript(Page& page, const Stored& stored) {
+  if (stored.statistics.empty()) return "";
+  const auto items = variant::split(stored.statistics, "|||");
+  std::string lines;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const auto parts = variant::split(items[i], ",");
+    const std::string_view token = parts.empty() ? std::string_view() : parts[0];
+    lines += itemName(page, i, token, stored.computed);
+    if (parts.size() > 1) lines += functionLine(parts[1]);
+  }
+  return "StatsRecord='" + escaped(stored.statistics) + "|||';\r\nViewRecord='" + escaped(lines) +
+         "';\r\ndocument.all(\"Result\").insertAdjacentHTML('BeforeEnd', ViewRecord );\r\ncount "
+         "= " +
+         std::to_string(items.size() + 1) + ";\r\n";
+}
+
+// The whole grouping stands behind each equals sign. With several fields the browser reads a comma
+// expression: the first is assigned, the rest has no effect, and the lines below add it.
+std::string groupingScript(std::string grouping) {
+  if (grouping.ends_with(',')) grouping.pop_back();
+  if (grouping.empty()) return "";
+  std::string script = "    document.all(\"groupby\").selectvalue=" + grouping +
+                       ";\r\n    document.all(\"groupby\").value=" + grouping + ";\r\n";
+  const auto fields = variant::split(grouping, ",");
+  for (std::size_t i = 1; i < fields.size(); ++i) {
+    script += "    appgroup();\r\n    document.all(\"groupby\")[" + std::to_string(i) +
+              "].selectvalue=" + std::string(fields[i]) + ";\r\n";
+  }
+  return script;
+}
+
+std::string withoutLineEnds(const std::string& text) {
+  return variant::replace(text, "\r\n", "");
+}
+
+}  // namespace
+
+void addSearchDlg4(Page& page) {
+  static const Template controls(embedded::scheme_pages::find("statistics_step.html"));
+  static const Template script(embedded::scheme_pages::find("statistics_step.js"));
+  const std::string table(variant::trim(spliced(page.request.value("sTable"))));
+  std::string posted = spliced(page.request.value("virtual"));
+  const std::string step = spliced(page.request.value("gostep"));
+  if (step == "6") posted = unescaped(posted);
+  const std::string statement = fieldStatement(page, table, computedNames(posted));
+  const auto source = [&](const std::string& sql) {
+    return spliced(services::GetComboBoxXMLs(page, Variant(sql)));
+  };
+  const std::string groups = source(statement + " union select -1000,'--不分组--'");
+  const Stored stored =
+      variant::equalsAsText(page.request.value("type"), "1") ? readStored(page) : Stored();
+  frame::writeStepHead(page);
+  controls.write(page.response, {{"fields", source(statement)}, {"groups", groups}});
+  page.response.write("<script>\r\n" +
+                      withoutLineEnds(script.fill({{"groups", variant::replace(groups, "'", "\\'")},
+                                                   {"step", frame::scriptText(step)},
+                                                   {"table", frame::scriptText(table)}})) +
+                      "\r\n" + statisticsScript(page, stored) + groupingScript(stored.grouping) +
+                      "</script>\r\n</body>\r\n</html>\r\n");
+}
+
+void addSearchDlg5(Page& page) {
+  frame::writeStepOpening(page);
+}
+
+}  // namespace tarlo::scheme
