@@ -7,6 +7,7 @@
 #include "siblings/grid_markup.h"
 #include "siblings/grid_rows.h"
 #include "siblings/grid_state.h"
+#include "siblings/json_answer.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 #include "variant/text.h"
@@ -17,13 +18,6 @@ namespace {
 constexpr int kBadRequest = 400;
 constexpr int kGone = 410;
 constexpr int kFailed = 500;
-
-// As bytes: JSON is UTF-8 whatever code page the pages are sent in.
-void sendJson(Page& page, const std::string& json) {
-  page.response.setHeader("Content-Type", "application/json; charset=utf-8");
-  page.response.setHeader("Cache-Control", "no-store");
-  page.response.binaryWrite(json);
-}
 
 std::string textOf(Page& page, std::string_view name) {
   return variant::spliced(page.request.value(name));

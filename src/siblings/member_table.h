@@ -56,6 +56,28 @@ Variant callMember(Component& component, std::span<const Method<Component>> rows
   return (component.*row.run)(arguments);
 }
 
+// An object whose class names its members in `Members::properties()` and `Members::methods()`.
+template <class Component>
+class MemberObject : public Object {
+ public:
+  // A method without arguments reads like a property in the pages' language.
+  Variant get(std::string_view name, std::span<Variant> arguments = {}) override {
+    for (const auto& property : Component::Members::properties()) {
+      if (variant::equalsNoCase(property.name, name)) return property.get(self());
+    }
+    return call(name, arguments);
+  }
+  void put(std::string_view name, const Variant& value) override {
+    findMember(Component::Members::properties(), name).put(self(), value);
+  }
+  Variant call(std::string_view name, std::span<Variant> arguments) override {
+    return callMember(self(), Component::Members::methods(), name, arguments);
+  }
+
+ private:
+  Component& self() { return static_cast<Component&>(*this); }
+};
+
 // The page that the objects of a page context belong to, whatever their number and order; nothing
 // when none is one.
 inline Page* pageOf(std::span<const Variant> arguments) {
@@ -66,6 +88,13 @@ inline Page* pageOf(std::span<const Variant> arguments) {
     }
   }
   return nullptr;
+}
+
+// The same, for ASPConnect: error 91 when none is one.
+inline Page* connectedPage(std::span<const Variant> arguments) {
+  Page* page = pageOf(arguments);
+  if (page == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
+  return page;
 }
 
 }  // namespace tarlo::siblings

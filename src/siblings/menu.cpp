@@ -42,22 +42,6 @@ struct Menu::Members {
   }
 };
 
-// A method without arguments reads like a property in the pages' language.
-Variant Menu::get(std::string_view name, std::span<Variant> arguments) {
-  for (const auto& property : Members::properties()) {
-    if (variant::equalsNoCase(property.name, name)) return property.get(*this);
-  }
-  return call(name, arguments);
-}
-
-void Menu::put(std::string_view name, const Variant& value) {
-  findMember(Members::properties(), name).put(*this, value);
-}
-
-Variant Menu::call(std::string_view name, std::span<Variant> arguments) {
-  return callMember(*this, Members::methods(), name, arguments);
-}
-
 Menu::Entry Menu::entryOf(std::span<Variant> arguments) {
   using variant::spliced;
   return {spliced(arguments[0]), spliced(arguments[1]), spliced(arguments[2]),

@@ -5,24 +5,20 @@
 #include <string>
 #include <vector>
 
-#include "variant/object.h"
+#include "siblings/member_table.h"
 
 namespace tarlo::siblings {
 
-class Menu : public Object {
+// `title` is markup and stands in the menu as it is; `Left` is the bar's distance from the left in
+// pixels. `Top`, where pull-downs once opened, is kept and not used: they open under their entry.
+// AddMenu0 and AddSubMenu take caption, href, target, sub-menu: AddMenu0 names the pull-down that
+// opens, AddSubMenu the one that the entry belongs to. Caption and href empty: a separator.
+// WriteMenu gives the markup.
+class Menu : public MemberObject<Menu> {
  public:
-  // `title` is markup and stands in the menu as it is; `Left` is the bar's distance from the left
-  // in pixels. `Top`, where pull-downs once opened, is kept and not used: they open under their
-  // entry.
-  Variant get(std::string_view name, std::span<Variant> arguments = {}) override;
-  void put(std::string_view name, const Variant& value) override;
-  // AddMenu0 and AddSubMenu take caption, href, target, sub-menu: AddMenu0 names the pull-down that
-  // opens, AddSubMenu the one that the entry belongs to. Caption and href empty: a separator.
-  // WriteMenu gives the markup.
-  Variant call(std::string_view name, std::span<Variant> arguments) override;
+  struct Members;
 
  private:
-  struct Members;
   struct Entry {
     std::string caption;
     std::string href;

@@ -1,8 +1,11 @@
 #include "siblings/siblings.h"
 
+#include "siblings/cascade_operations.h"
 #include "siblings/grid_operations.h"
 #include "siblings/menu.h"
+#include "siblings/single_dialog.h"
 #include "siblings/table.h"
+#include "siblings/web_dialog.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -10,11 +13,14 @@ namespace {
 constexpr ProgId kProgIds[] = {
     {"TarloTable.table", makeTable},
     {"Tarlo.menu", makeMenu},
+    {"TarloDialog.WebDialog", makeWebDialog},
+    {"TarloDialog.SingleDialog", makeSingleDialog},
 };
 
 constexpr PageOperation kPageOperations[] = {
     {"TarloTable", "rows", sendGridRows},
     {"TarloTable", "csv", sendGridCsv},
+    {"TarloRelation", "options", sendCascadeOptions},
 };
 
 }  // namespace

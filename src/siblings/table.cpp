@@ -95,25 +95,8 @@ struct Table::Members {
   }
 };
 
-// A method without arguments reads like a property in the pages' language.
-Variant Table::get(std::string_view name, std::span<Variant> arguments) {
-  for (const auto& property : Members::properties()) {
-    if (variant::equalsNoCase(property.name, name)) return property.get(*this);
-  }
-  return call(name, arguments);
-}
-
-void Table::put(std::string_view name, const Variant& value) {
-  findMember(Members::properties(), name).put(*this, value);
-}
-
-Variant Table::call(std::string_view name, std::span<Variant> arguments) {
-  return callMember(*this, Members::methods(), name, arguments);
-}
-
 Variant Table::connect(std::span<Variant> arguments) {
-  page_ = pageOf(arguments);
-  if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
+  page_ = connectedPage(arguments);
   return {};
 }
 

@@ -5,23 +5,18 @@
 
 #include "frame/page.h"
 #include "siblings/grid_definition.h"
-#include "variant/object.h"
+#include "siblings/member_table.h"
 
 namespace tarlo::siblings {
 
-class Table : public Object {
+// Every property can be read back. Flags are Booleans or texts. A grid that is drawn before
+// ASPConnect raises error 91, one without an id or whose id is no script name error 5. A refused
+// statement raises nothing: the grid then says so in the place of its rows.
+class Table : public MemberObject<Table> {
  public:
-  // Every property can be read back. Flags are Booleans or texts.
-  Variant get(std::string_view name, std::span<Variant> arguments = {}) override;
-  void put(std::string_view name, const Variant& value) override;
-  // A grid that is drawn before ASPConnect raises error 91, one without an id or whose id is no
-  // script name error 5. A refused statement raises nothing: the grid then says so in the place of
-  // its rows.
-  Variant call(std::string_view name, std::span<Variant> arguments) override;
-
- private:
   struct Members;
 
+ private:
   Variant connect(std::span<Variant> arguments);
   Variant addSubMenuTitle(std::span<Variant> arguments);
   Variant addSubMenu(std::span<Variant> arguments);

@@ -165,6 +165,14 @@ export function install(window, library) {
   // loaded anew.
   library.openDialog = (caller, url, width, height) =>
     openOverlay(window, caller, url, width, height);
+  // A dialog's page that needs more room than its caller asked for, as far as there is any.
+  library.fitDialog = (page, size) => {
+    const dialog = library.dialogs.find(({ frame }) => frame.contentWindow === page);
+    if (!dialog) return;
+    const room = { width: window.innerWidth, height: window.innerHeight };
+    const { width, height } = dialogSize(size.width, size.height, room);
+    Object.assign(dialog.frame.style, { width: width + 'px', height: height + 'px' });
+  };
   define(window, {
     showWebDialog(url, width, height) {
       const host = hostWindow(window);

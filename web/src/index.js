@@ -13,11 +13,13 @@ import * as styles from './styles.js';
 import * as pane from './pane.js';
 import * as menu from './menu.js';
 import * as grid from './grid.js';
+import * as widgets from './widgets/install.js';
+import * as wizard from './wizard.js';
 
 const kModules = [
   ...[dom, aliases, css], // the document
   ...[messages, dialogs, delegates, hidden], // windows and frames
-  ...[styles, pane, menu, grid], // what pages show
+  ...[styles, pane, menu, grid, widgets, wizard], // what pages show
 ];
 
 // A page may load the library twice.
