@@ -11,6 +11,7 @@
 
 #include "database/script.h"
 #include "embedded_schema.h"
+#include "frame/data.h"
 #include "frame/local_page.h"
 #include "siblings/grid_rows.h"
 
@@ -73,7 +74,7 @@ siblings::GridState& grid() {
     definition.sql = kSql;
     definition.orderBy = " a.Zembra_WriteDate DESC";
     definition.captions = {"查询方案", "目录", "类别", "方案说明", "创建时间"};
-    auto connection = siblings::borrowFor(page());
+    auto connection = frame::borrowConnection(page());
     return std::make_unique<siblings::GridState>(
         definition, std::make_shared<siblings::PreparedGrid>(definition, connection->catalogue()));
   }();

@@ -9,15 +9,15 @@
 
 #include "app/command.h"
 #include "app/database_option.h"
-#include "app/display_width.h"
 #include "app/exit_code.h"
 #include "app/progress.h"
 #include "app/refusal.h"
 #include "app/rows_output.h"
 #include "app/scheme_report.h"
-#include "app/statement_parts.h"
 #include "app/terminal.h"
+#include "compile/statement_parts.h"
 #include "frame/local_page.h"
+#include "variant/display_width.h"
 #include "variant/error_state.h"
 
 namespace tarlo::app {
@@ -106,7 +106,7 @@ class Compiler {
   }
 
   static std::string titleOf(const Scheme& scheme) {
-    return fmt::format("scheme {} {}{}", scheme.id, visible(scheme.name),
+    return fmt::format("scheme {} {}{}", scheme.id, variant::visible(scheme.name),
                        scheme.deleted ? " (deleted)" : "");
   }
 
@@ -122,7 +122,7 @@ class Compiler {
       console_.out << compiled.statement << "\n\n";
       return;
     }
-    console_.out << laidOut(compiled.statement, width_) << '\n';
+    console_.out << compile::laidOut(compiled.statement, width_) << '\n';
     showRows(title, compiled.statement);
     console_.out << '\n';
   }
@@ -149,7 +149,8 @@ class Compiler {
     if (report.finding != Finding::Equal) exitCode_ = kDifferent;
     const std::vector<std::string> lines = describe(report);
     console_.out << titleOf(scheme) << ": " << lines.front() << '\n';
-    for (std::size_t i = 1; i < lines.size(); ++i) console_.out << visible(lines[i]) << '\n';
+    for (std::size_t i = 1; i < lines.size(); ++i)
+      console_.out << variant::visible(lines[i]) << '\n';
   }
 
   void summarise() {

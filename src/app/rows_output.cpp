@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "app/csv.h"
-#include "app/display_width.h"
+#include "variant/display_width.h"
 #include "app/json_value.h"
 #include "variant/convert.h"
 
@@ -75,7 +75,7 @@ std::size_t writeCsv(std::ostream& out, database::Recordset& rows, std::size_t m
 
 Cell cellOf(const Variant& value) {
   if (value.isNull()) return {"NULL", false};
-  return {visible(variant::toText(value)), value.isNumber()};
+  return {variant::visible(variant::toText(value)), value.isNumber()};
 }
 
 std::size_t writeRows(std::ostream& out, database::Recordset& rows, RowFormat format,

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "app/statement_parts.h"
+#include "compile/statement_parts.h"
 
 namespace tarlo::app {
 namespace {
@@ -71,17 +71,17 @@ void diffItems(std::string_view keyword, const Items& before, const Items& after
 }  // namespace
 
 StatementDiff diffStatements(std::string_view before, std::string_view after) {
-  const std::vector<Clause> old = splitStatement(before);
-  std::vector<Clause> fresh = splitStatement(after);
+  const std::vector<compile::Clause> old = compile::splitStatement(before);
+  std::vector<compile::Clause> fresh = compile::splitStatement(after);
   StatementDiff diff;
-  for (const Clause& clause : old) {
-    const auto same = std::find_if(fresh.begin(), fresh.end(), [&](const Clause& other) {
+  for (const compile::Clause& clause : old) {
+    const auto same = std::find_if(fresh.begin(), fresh.end(), [&](const compile::Clause& other) {
       return other.keyword == clause.keyword;
     });
     diffItems(clause.keyword, clause.items, same == fresh.end() ? Items{} : same->items, diff);
     if (same != fresh.end()) fresh.erase(same);
   }
-  for (const Clause& clause : fresh) diffItems(clause.keyword, {}, clause.items, diff);
+  for (const compile::Clause& clause : fresh) diffItems(clause.keyword, {}, clause.items, diff);
   return diff;
 }
 

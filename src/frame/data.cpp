@@ -8,11 +8,6 @@ namespace {
 
 constexpr std::string_view kIdentityField = "NeoID";
 
-database::Lease borrow(Page& page) {
-  const std::string name = variant::spliced(page.application.get("strConn"));
-  return page.databases.find(name).borrow();
-}
-
 // The statement's text without a copy where the variant holds text; `buffer` keeps any other.
 std::string_view commandText(const Variant& sql, std::string& buffer) {
   if (sql.isText()) return sql.text();
@@ -33,19 +28,24 @@ Variant runCommand(database::Connection& connection, const Variant& sql, int com
 
 }  // namespace
 
+database::Lease borrowConnection(Page& page) {
+  const std::string name = variant::spliced(page.application.get("strConn"));
+  return page.databases.find(name).borrow();
+}
+
 Variant execSQLRows(Page& page, const Variant& sql) {
   std::string buffer;
-  database::Lease connection = borrow(page);
+  database::Lease connection = borrowConnection(page);
   return connection->open(commandText(sql, buffer))->getRows();
 }
 
 Variant execSQL(Page& page, const Variant& sql, int commandType) {
-  database::Lease connection = borrow(page);
+  database::Lease connection = borrowConnection(page);
   return runCommand(*connection, sql, commandType);
 }
 
 Variant execSQLLogged(Page& page, Variant& sql, int commandType) {
-  database::Lease connection = borrow(page);
+  database::Lease connection = borrowConnection(page);
   Variant result = runCommand(*connection, sql, commandType);
   writeOperateLog(page, *connection, sql);
   return result;
@@ -53,7 +53,7 @@ Variant execSQLLogged(Page& page, Variant& sql, int commandType) {
 
 Variant getSQLFieldNames(Page& page, const Variant& sql) {
   std::string buffer;
-  database::Lease connection = borrow(page);
+  database::Lease connection = borrowConnection(page);
   const auto recordset = connection->open(commandText(sql, buffer));
   const std::size_t count = recordset->fieldCount();
   Array names({static_cast<std::ptrdiff_t>(count)});

@@ -1,5 +1,5 @@
 #pragma once
-// The data procedures: the only road from an operation to the database. One call is one borrowed
+// The data procedures: the road from an operation to the database. One call is one borrowed
 // connection and one statement, committed by itself. The connection string is read from
 // Application("strConn") at every call. All raise DatabaseError; none of them handles anything. An
 // Empty or Null statement is an empty one, and refused by the database. A command type other than
@@ -12,6 +12,10 @@ namespace tarlo::frame {
 
 inline constexpr int kCommandText =
     1;  // ADO's adCmdText: what every caller passes as the command type
+
+// A connection to the page's database, for what the procedures below do not offer: reading a few
+// rows of many, the catalogue. Give it back soon.
+database::Lease borrowConnection(Page& page);
 
 // The rows as (column, row), both from 0, or Empty when there are none.
 Variant execSQLRows(Page& page, const Variant& sql);

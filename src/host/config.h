@@ -18,6 +18,7 @@ struct Config {
   std::string listen = "127.0.0.1:8080";
   std::string database = "sqlite:data/tarlo.db";
   std::string charset = "gb2312";
+  bool designerExtras = true;
   std::string virtualWebKeyWord;
   std::string startPage = "/";
   std::map<std::string, std::string> application;  // further Application values

@@ -41,6 +41,11 @@ const ConfigKey kKeys[] = {
      "The site's own address; requests that come from elsewhere are refused. Empty accepts every "
      "request that has a "
      "referring address."},
+    {"pages", "designer_extras", &C::designerExtras,
+     "In the wizard: the statement and its first rows in the preview, the reason of a refusal, and "
+     "a "
+     "note when somebody else has changed the scheme. Off: the platform's own pages and nothing "
+     "else."},
     {"pages", "start_page", &C::startPage, "Where a sign-in leads."},
 
     {"session", "idle_minutes", &C::sessionIdle,

@@ -1,13 +1,71 @@
 #include "scheme/preview_extras.h"
 
-namespace tarlo::scheme {
+#include "compile/statement_parts.h"
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/template.h"
+#include "scheme/diagnosis.h"
+#include "variant/convert.h"
+#include "variant/display_width.h"
+#include "variant/error_state.h"
 
-std::string firstRows(Page&, const std::string&) {
-  return "";
+namespace tarlo::scheme {
+namespace {
+
+using frame::Template;
+
+constexpr int kShownRows = 10;
+constexpr std::size_t kStatementColumns = 90;
+constexpr std::size_t kCellColumns = 40;
+
+std::string cellMarkup(Page& page, const Variant& value) {
+  if (value.isNull()) return "<td class=\"tarlo-null\">NULL</td>";
+  const std::string text = variant::visible(variant::spliced(value));
+  const std::string shown = variant::cutTo(text, kCellColumns);
+  const std::string title = shown == text ? "" : " title=\"" + page.server.htmlEncode(text) + "\"";
+  return "<td" + title + ">" + page.server.htmlEncode(shown) + "</td>";
 }
 
-std::string refusalReason(Page&, const compile::Definition&, const std::string&) {
-  return "";
+// The table of the first rows, or "" when there are none.
+std::string rowsMarkup(Page& page, const std::string& statement) {
+  database::Lease connection = frame::borrowConnection(page);
+  const auto rows = connection->open(statement);
+  if (rows->atEnd()) return "";
+  std::string table = "<table class=\"tarlo-rows\"><thead><tr>";
+  for (std::size_t i = 0; i < rows->fieldCount(); ++i) {
+    table += "<th>" + page.server.htmlEncode(rows->fieldName(i)) + "</th>";
+  }
+  table += "</tr></thead><tbody>";
+  for (int row = 0; row < kShownRows && !rows->atEnd(); ++row, rows->moveNext()) {
+    table += "<tr>";
+    for (std::size_t i = 0; i < rows->fieldCount(); ++i) table += cellMarkup(page, rows->value(i));
+    table += "</tr>";
+  }
+  return table + "</tbody></table>";
+}
+
+}  // namespace
+
+std::string firstRows(Page& page, const std::string& statement) {
+  static const Template extras(embedded::scheme_pages::find("preview_extras.html"));
+  ErrorState err;
+  std::string rows;
+  err.run([&] { rows = rowsMarkup(page, statement); });
+  if (rows.empty()) rows = err.failed() ? "<p>前十条记录暂时无法读取。</p>" : "<p>没有记录。</p>";
+  const std::string text = compile::laidOut(statement, kStatementColumns);
+  return extras.fill({{"statement", page.server.htmlEncode(text)}, {"rows", rows}});
+}
+
+std::string refusalReason(Page& page, const compile::Definition& definition,
+                          const std::string& statement) {
+  static const Template reason(embedded::scheme_pages::find("preview_reason.html"));
+  ErrorState err;
+  Diagnosis found;
+  err.run([&] { found = diagnose(page, definition, statement); });
+  if (found.reason.empty()) return "";
+  const std::string where =
+      found.where.empty() ? "" : "<b>" + page.server.htmlEncode(found.where) + "</b>：";
+  return reason.fill({{"where", where}, {"reason", page.server.htmlEncode(found.reason)}});
 }
 
 }  // namespace tarlo::scheme

@@ -1,16 +1,77 @@
 #include "scheme/wizard_extras.h"
 
+#include <fmt/format.h>
+
+#include <cstdint>
+
+#include "embedded_scheme_pages.h"
+#include "frame/data.h"
+#include "frame/script_text.h"
+#include "frame/template.h"
+#include "variant/array.h"
+#include "variant/compare.h"
 #include "variant/convert.h"
+#include "variant/error_state.h"
 
 namespace tarlo::scheme {
+namespace {
+
+using frame::Template;
+using variant::spliced;
+
+// FNV-1a, 64 bits: tells two texts apart, guards nothing.
+std::uint64_t hashOf(std::string_view text) {
+  std::uint64_t hash = 0xcbf29ce484222325;
+  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+  return hash;
+}
+
+std::string nameOf(Page& page, const Variant& user) {
+  if (variant::equalsAsText(user, spliced(page.session.get("usrid")))) return "您在另一个窗口";
+  if (!variant::isNumeric(user)) return "其他用户";
+  const Variant rows =
+      frame::execSQLRows(page, "select User_Name from Zembra_User where User_ID=" + spliced(user));
+  return rows.isArray() ? spliced(rows.array().at(0, 0)) : "其他用户";
+}
+
+}  // namespace
 
 bool hasExtras(Page& page) {
   const Variant setting = page.application.get("designerExtras");
   return setting.isEmpty() || variant::toBoolean(setting);
 }
 
-std::string wizardExtras(Page&, const Variant&) {
-  return "";
+SchemeState schemeState(Page& page, const Variant& prikeyid) {
+  if (!variant::isNumeric(prikeyid)) return {};
+  const Variant rows = frame::execSQLRows(
+      page,
+      "select Zembra_ModiUser,Zembra_ModiDate,Zembra_Flag,Query_Name,Query_Desc,Query_Fields,"
+      "Query_Vir,Query_Rel,Query_Static,Query_Group,Query_MultiRelSel from Zembra_Query_Main where "
+      "Query_ID=" +
+          spliced(prikeyid));
+  if (!rows.isArray()) return {};
+  const Array& cells = rows.array();
+  std::string all;
+  for (std::ptrdiff_t column = 0; column <= cells.upperBound(1); ++column) {
+    all.append(spliced(cells.at(column, 0))).append(1, '\0');
+  }
+  return {fmt::format("{:016x}", hashOf(all)),
+          nameOf(page, cells.at(0, 0)) + "已于 " + spliced(cells.at(1, 0)) + " 修改过此方案"};
+}
+
+std::string wizardExtras(Page& page, const Variant& prikeyid) {
+  static const Template script(embedded::scheme_pages::find("wizard_extras.js"));
+  ErrorState err;
+  std::string text;
+  err.run([&] {
+    if (!hasExtras(page)) return;
+    const SchemeState state = schemeState(page, prikeyid);
+    if (state.stamp.empty()) return;
+    text = "<script>\r\n" +
+           script.fill({{"id", frame::scriptText(spliced(prikeyid))}, {"stamp", state.stamp}}) +
+           "</script>\r\n";
+  });
+  return text;
 }
 
 }  // namespace tarlo::scheme

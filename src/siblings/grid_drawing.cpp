@@ -16,7 +16,7 @@ namespace {
 std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grids,
                                             const GridDefinition& grid) {
   if (auto prepared = grids.preparedFor(grid)) return prepared;
-  database::Lease connection = borrowFor(page);
+  database::Lease connection = frame::borrowConnection(page);
   return std::make_shared<PreparedGrid>(grid, connection->catalogue());
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "frame/data.h"
 #include "siblings/csv_field.h"
 #include "siblings/grid_markup.h"
 #include "siblings/grid_rows.h"
@@ -103,7 +104,7 @@ void sendGridCsv(Page& page) {
   std::optional<database::Lease> connection;
   std::unique_ptr<database::Recordset> rows;
   err.run([&] {
-    connection.emplace(borrowFor(page));
+    connection.emplace(frame::borrowConnection(page));
     rows = (*connection)->open(grid->prepared->statement.all(request.filter, request.sort));
   });
   if (err.failed()) return sendJson(page, errorJson(kFailed, messageOf(err.number())));

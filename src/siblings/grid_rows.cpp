@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "database/error.h"
+#include "frame/data.h"
 #include "variant/convert.h"
 
 namespace tarlo::siblings {
@@ -39,10 +40,6 @@ bool GridRequest::isPlain() const {
          std::ranges::all_of(filter.conditions, isNone);
 }
 
-database::Lease borrowFor(Page& page) {
-  return page.databases.find(variant::spliced(page.application.get("strConn"))).borrow();
-}
-
 std::string shownText(const Variant& value) {
   std::string text = variant::spliced(value);
   constexpr std::string_view kMidnight = " 00:00:00";
@@ -56,7 +53,7 @@ GridRows readRows(Page& page, GridState& grid, const GridRequest& request) {
   const PreparedGrid& prepared = *grid.prepared;
   const std::int64_t size = definition.rowsPerPage();
   const std::size_t shown = definition.captions.size();
-  database::Lease connection = borrowFor(page);
+  database::Lease connection = frame::borrowConnection(page);
   GridRows result;
   result.page = definition.multiPage ? std::max<std::int64_t>(1, request.page) : 1;
   const bool isFirst = request.isPlain();

@@ -30,9 +30,6 @@ struct GridRows {
   std::vector<GridRow> rows;
 };
 
-// A connection to the page's database.
-database::Lease borrowFor(Page& page);
-
 // A value as the grid shows it: Null as "", a date without the time of midnight.
 std::string shownText(const Variant& value);
 

@@ -3,6 +3,7 @@
 #include "siblings/cascade_operations.h"
 #include "siblings/grid_operations.h"
 #include "siblings/menu.h"
+#include "siblings/scheme_state.h"
 #include "siblings/single_dialog.h"
 #include "siblings/table.h"
 #include "siblings/web_dialog.h"
@@ -21,6 +22,7 @@ constexpr PageOperation kPageOperations[] = {
     {"TarloTable", "rows", sendGridRows},
     {"TarloTable", "csv", sendGridCsv},
     {"TarloRelation", "options", sendCascadeOptions},
+    {"TarloDialog", "schemeState", sendSchemeState},
 };
 
 }  // namespace

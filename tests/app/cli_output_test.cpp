@@ -3,12 +3,12 @@
 #include <sstream>
 
 #include "app/csv.h"
-#include "app/display_width.h"
+#include "variant/display_width.h"
 #include "app/json_value.h"
 #include "app/nearest.h"
 #include "app/refusal.h"
 #include "app/statement_diff.h"
-#include "app/statement_parts.h"
+#include "compile/statement_parts.h"
 #include "app/table.h"
 #include "variant/array.h"
 
@@ -38,8 +38,8 @@ TEST(DisplayWidth, ShowsWhatWouldHideOrMoveTheCursor) {
       {"\xF5\x80\x80\x80", "\\xf5\\x80\\x80\\x80", 16},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(visible(row.text), row.shown);
-    EXPECT_EQ(displayWidth(visible(row.text)), row.width) << row.shown;
+    EXPECT_EQ(variant::visible(row.text), row.shown);
+    EXPECT_EQ(variant::displayWidth(variant::visible(row.text)), row.width) << row.shown;
   }
 }
 
@@ -59,8 +59,8 @@ TEST(TableTest, KeepsToItsWidth) {
   table.finish();
   EXPECT_EQ(out.str(), "名称      n\n--------  -\n客户名称  5\n");
   EXPECT_EQ(table.columnsShown(), 2u);
-  EXPECT_EQ(cutTo("客户名称", 8), "客户名称");
-  EXPECT_EQ(cutTo("客户名称", 6), "客户…");
+  EXPECT_EQ(variant::cutTo("客户名称", 8), "客户名称");
+  EXPECT_EQ(variant::cutTo("客户名称", 6), "客户…");
 }
 
 TEST(TableTest, WritesRowsAsTheyComeOnceItHasMeasured) {
@@ -168,7 +168,7 @@ TEST(RefusalTest, ReadsThePositionOffTheFront) {
 }
 
 TEST(StatementDiffTest, PartsAtClausesOutsideBracketsAndQuotes) {
-  const auto clauses = splitStatement(
+  const auto clauses = compile::splitStatement(
       "select ISNULL([a,b].[from],'x, where') as [and],[c] from [T],U where [a]=1 and [b] in "
       "(select x from y where p and q) group by [c],[d]");
   ASSERT_EQ(clauses.size(), 4u);
@@ -180,10 +180,10 @@ TEST(StatementDiffTest, PartsAtClausesOutsideBracketsAndQuotes) {
 }
 
 TEST(StatementParts, LaysOutWithoutChangingTheStatement) {
-  EXPECT_EQ(laidOut("select [a],[b],[c] from [T],U where [a]=1 and [b]=2", 15),
+  EXPECT_EQ(compile::laidOut("select [a],[b],[c] from [T],U where [a]=1 and [b]=2", 15),
             "select [a],\n  [b], [c]\nfrom [T], U\nwhere [a]=1 and\n  [b]=2\n");
   // What cannot be put together again stays as it is.
-  EXPECT_EQ(laidOut("select ,a FROM T", 5), "select ,a FROM T\n");
+  EXPECT_EQ(compile::laidOut("select ,a FROM T", 5), "select ,a FROM T\n");
 }
 
 TEST(StatementDiffTest, ComparesVeryLongClausesByCount) {

@@ -38,6 +38,7 @@ frame::ValueMap applicationValues(const Config& config) {
   for (const auto& [name, value] : config.application) values[name] = value;
   values["virtualWebKeyWord"] = config.virtualWebKeyWord;
   values["strConn"] = config.database;
+  values["designerExtras"] = config.designerExtras;
   return values;
 }
 

@@ -1,4 +1,4 @@
-#include "app/display_width.h"
+#include "variant/display_width.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 
 #include "variant/utf8.h"
 
-namespace tarlo::app {
+namespace tarlo::variant {
 namespace {
 
 struct Range {
@@ -75,10 +75,10 @@ void appendVisible(std::string& out, const CodePoint& point) {
 }  // namespace
 
 CodePoint nextCodePoint(std::string_view text) {
-  const std::size_t length = variant::utf8Length(text);
+  const std::size_t length = utf8Length(text);
   if (length == 0) return {static_cast<unsigned char>(text.front()), text.substr(0, 1), false};
   std::string_view rest = text;
-  return {variant::takeCodePoint(rest), text.substr(0, length), true};
+  return {takeCodePoint(rest), text.substr(0, length), true};
 }
 
 int columnsOf(char32_t c) {
@@ -123,4 +123,4 @@ std::string visible(std::string_view text) {
   return out;
 }
 
-}  // namespace tarlo::app
+}  // namespace tarlo::variant

@@ -1,13 +1,13 @@
-#include "app/statement_parts.h"
+#include "compile/statement_parts.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 
-#include "app/display_width.h"
+#include "variant/display_width.h"
 #include "variant/text.h"
 
-namespace tarlo::app {
+namespace tarlo::compile {
 namespace {
 
 constexpr std::array<std::string_view, 7> kClauses = {"select",   "from",   "where", "group by",
@@ -99,9 +99,10 @@ void layOutClause(std::string& out, const Clause& clause, std::size_t width) {
   const std::string_view separator = clause.keyword == "where" ? " and" : ",";
   std::string line = clause.keyword;
   for (std::size_t i = 0; i < clause.items.size(); ++i) {
-    std::string item = visible(clause.items[i]);
+    std::string item = variant::visible(clause.items[i]);
     if (i + 1 < clause.items.size()) item += separator;
-    if (line.size() > kIndent.size() && displayWidth(line) + 1 + displayWidth(item) > width) {
+    if (line.size() > kIndent.size() &&
+        variant::displayWidth(line) + 1 + variant::displayWidth(item) > width) {
       out += line + '\n';
       line = kIndent;
       line += item;
@@ -125,4 +126,4 @@ std::string laidOut(std::string_view statement, std::size_t width) {
   return withoutBlanks(out) == withoutBlanks(statement) ? out : std::string(statement) + '\n';
 }
 
-}  // namespace tarlo::app
+}  // namespace tarlo::compile

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tarlo::app {
+namespace tarlo::compile {
 
 struct Clause {
   std::string keyword;             // "select", "from", "where", ...; "" for text that is no clause
@@ -23,4 +23,4 @@ std::vector<Clause> splitStatement(std::string_view statement);
 // is, since what is shown must be what would run.
 std::string laidOut(std::string_view statement, std::size_t width);
 
-}  // namespace tarlo::app
+}  // namespace tarlo::compile
