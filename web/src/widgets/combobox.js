@@ -30,7 +30,7 @@ export class Combobox extends Widget {
     const isFilter = element.getAttribute('editable') === 'filter';
     this.box = isFilter ? this.makeFilter() : this.makeSelect();
     const width = pixelsOf(element.getAttribute('width'));
-    if (width) this.box.style.width = width + 'px';
+    if (width) this.box.style.minWidth = width + 'px'; // long labels take more
     const top = pixelsOf(element.getAttribute('margintop'));
     if (top) this.host.style.marginTop = top + 'px';
     this.box.disabled = this.isDisabled;

@@ -5,7 +5,7 @@ export const kStyle = `
 :host{display:inline-block;vertical-align:middle}
 *{box-sizing:border-box;font:inherit}
 select,input[type=text]{min-height:28px;padding:3px 6px;border:1px solid #8794a3;border-radius:4px;
-background:var(--t-surface,#fff);color:var(--t-text,#1c2430);max-width:100%}
+background:var(--t-surface,#fff);color:var(--t-text,#1c2430);max-width:320px}
 select:hover,input[type=text]:hover{border-color:#5f6b79}
 :focus-visible{outline:2px solid var(--t-focus,#2f8be0);outline-offset:-1px}
 :disabled{background:var(--t-bg,#f2f6fa);color:var(--t-muted,#5a6675)}
