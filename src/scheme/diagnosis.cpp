@@ -23,6 +23,7 @@ using variant::spliced;
 
 constexpr int kMostTrials = 40;
 constexpr auto kMostTime = std::chrono::seconds(3);
+constexpr auto kMostTrialTime = std::chrono::seconds(1);
 
 // A definition with one part only, and what the designer calls that part.
 struct Trial {
@@ -38,7 +39,7 @@ std::vector<std::string_view> items(const Variant& list, std::string_view separa
 // A condition without its word of logic, which would ask for a further one.
 std::string alone(std::string_view condition) {
   const auto parts = variant::split(condition, ",");
-  if (parts.size() < 4) return std::string(condition);
+  if (parts.size() != 4) return std::string(condition);
   return std::string(parts[0]) + "," + std::string(parts[1]) + "," + std::string(parts[2]) + ",-1";
 }
 
@@ -89,6 +90,7 @@ StatementCheck check(Page& page, const Definition& part, bool isRun) {
   err.run([&] { statement = spliced(compile::compileDefinition(page, part)); });
   if (err.failed()) return {Fault::Syntax, 0};
   database::Lease connection = frame::borrowConnection(page);
+  connection->setCommandTimeout(kMostTrialTime);
   return isRun ? database::checkRun(*connection, statement)
                : database::checkText(*connection, statement);
 }

@@ -21,7 +21,7 @@ std::string_view sentenceFor(Fault fault) {
     case Fault::Name:
       return "用到了不存在或含义不明的字段或函数。";
     case Fault::Kind:
-      return "数据类型不符：文字、数字和日期不能这样混用。";
+      return "数据类型不符（文字、数字和日期不能这样混用），或者除数为零。";
     case Fault::Rule:
       return "有统计时，没有用统计函数的项目都应列入分组。";
     case Fault::Unsupported:

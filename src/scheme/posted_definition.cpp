@@ -17,10 +17,12 @@ std::string trimmed(Page& page, std::string_view key) {
 
 }  // namespace
 
-compile::Definition postedDefinition(Page& page) {
+compile::Definition postedDefinition(Page& page, Blanks aroundComputed) {
   compile::Definition definition;
   definition.sTable = spliced(page.request.value("TableName"));
-  definition.computed = reducedComputed(spliced(page.request.value("step1Virtual")));
+  definition.computed = reducedComputed(aroundComputed == Blanks::Trimmed
+                                            ? trimmed(page, "step1Virtual")
+                                            : spliced(page.request.value("step1Virtual")));
   definition.filter = spliced(page.request.value("step2Rel"));
   std::string statistics = trimmed(page, "step3Stats");
   if (statistics.ends_with(kSeparator)) statistics.resize(statistics.size() - kSeparator.size());

@@ -8,7 +8,10 @@
 
 namespace tarlo::scheme {
 
+// Blanks around the computed fields go at the preview only.
+enum class Blanks { Kept, Trimmed };
+
 // The posted values, the computed fields reduced to their stored form.
-compile::Definition postedDefinition(Page& page);
+compile::Definition postedDefinition(Page& page, Blanks aroundComputed);
 
 }  // namespace tarlo::scheme

@@ -1,5 +1,7 @@
 #include "scheme/preview_extras.h"
 
+#include <chrono>
+
 #include "compile/statement_parts.h"
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
@@ -15,6 +17,7 @@ namespace {
 using frame::Template;
 
 constexpr int kShownRows = 10;
+constexpr auto kMostTime = std::chrono::seconds(5);
 constexpr std::size_t kStatementColumns = 90;
 constexpr std::size_t kCellColumns = 40;
 
@@ -29,6 +32,7 @@ std::string cellMarkup(Page& page, const Variant& value) {
 // The table of the first rows, or "" when there are none.
 std::string rowsMarkup(Page& page, const std::string& statement) {
   database::Lease connection = frame::borrowConnection(page);
+  connection->setCommandTimeout(kMostTime);
   const auto rows = connection->open(statement);
   if (rows->atEnd()) return "";
   std::string table = "<table class=\"tarlo-rows\"><thead><tr>";
@@ -36,10 +40,12 @@ std::string rowsMarkup(Page& page, const std::string& statement) {
     table += "<th>" + page.server.htmlEncode(rows->fieldName(i)) + "</th>";
   }
   table += "</tr></thead><tbody>";
-  for (int row = 0; row < kShownRows && !rows->atEnd(); ++row, rows->moveNext()) {
+  for (int row = 1; !rows->atEnd(); ++row) {
     table += "<tr>";
     for (std::size_t i = 0; i < rows->fieldCount(); ++i) table += cellMarkup(page, rows->value(i));
     table += "</tr>";
+    if (row == kShownRows) break;  // before the engine looks for a further one
+    rows->moveNext();
   }
   return table + "</tbody></table>";
 }

@@ -41,7 +41,7 @@ void previewSearchdlg(Page& page) {
   static const Template refused(embedded::scheme_pages::find("preview_refused.html"));
   ErrorState err;
   compile::Definition definition;
-  err.run([&] { definition = postedDefinition(page); });
+  err.run([&] { definition = postedDefinition(page, Blanks::Trimmed); });
   frame::writeStepHead(page);
   Variant statement;
   err.run([&] { statement = compile::compileDefinition(page, definition); });

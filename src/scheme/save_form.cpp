@@ -2,8 +2,10 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/script_text.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
+#include "metadata/introspection.h"
 #include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -55,15 +57,21 @@ std::string_view kindTag(const std::string& kind) {
 void addSearchDlg6(Page& page) {
   static const Template form(embedded::scheme_pages::find("save_form.html"));
   const Stored stored = readStored(page);
-  const std::string preset =
-      stored.directory.empty() ? "" : " selectvalue=\"" + stored.directory + "\"";
+  const std::string step = spliced(page.request.value("gostep"));
+  ErrorState err;
+  std::string table;
+  err.run([&] {
+    table = spliced(metadata::KeyField2TableID(page, page.request.value("prikeyid"), false));
+  });
   frame::writeStepHead(page);
   form.write(page.response,
              {{"name", variant::replace(stored.name, "'", "&#39;")},
               {"kind", kindTag(stored.kind)},
-              {"preset", preset},
+              {"directory", stored.directory},
               {"directories", spliced(services::GetComboBoxXMLs(page, kDirectories))},
-              {"description", stored.description}});
+              {"description", stored.description},
+              {"step", frame::scriptText(step)},
+              {"table", frame::scriptText(table)}});
 }
 
 }  // namespace tarlo::scheme

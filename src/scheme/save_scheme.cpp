@@ -41,7 +41,7 @@ SchemeRow postedRow(Page& page) {
   row.directory = value("step4Dic");
   row.user = spliced(page.session.get("usrid"));
   row.isMultiLevel = value("Mulrelation");
-  row.definition = postedDefinition(page);
+  row.definition = postedDefinition(page, Blanks::Kept);
   return row;
 }
 

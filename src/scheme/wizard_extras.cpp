@@ -42,11 +42,12 @@ bool hasExtras(Page& page) {
 }
 
 SchemeState schemeState(Page& page, const Variant& prikeyid) {
-  if (!variant::isNumeric(prikeyid)) return {};
+  if (!hasExtras(page) || !variant::isNumeric(prikeyid)) return {};
   const Variant rows = frame::execSQLRows(
       page,
       "select Zembra_ModiUser,Zembra_ModiDate,Zembra_Flag,Query_Name,Query_Desc,Query_Fields,"
-      "Query_Vir,Query_Rel,Query_Static,Query_Group,Query_MultiRelSel from Zembra_Query_Main where "
+      "Query_Vir,Query_Rel,Query_Static,Query_Group,Query_MultiRelSel,Query_MultiRel,Query_Dic,"
+      "Query_System,Query_MainTBID from Zembra_Query_Main where "
       "Query_ID=" +
           spliced(prikeyid));
   if (!rows.isArray()) return {};
@@ -55,8 +56,11 @@ SchemeState schemeState(Page& page, const Variant& prikeyid) {
   for (std::ptrdiff_t column = 0; column <= cells.upperBound(1); ++column) {
     all.append(spliced(cells.at(column, 0))).append(1, '\0');
   }
+  const bool isDeleted = variant::equalsAsText(cells.at(2, 0), "0");
   return {fmt::format("{:016x}", hashOf(all)),
-          nameOf(page, cells.at(0, 0)) + "已于 " + spliced(cells.at(1, 0)) + " 修改过此方案"};
+          isDeleted
+              ? "此方案已被删除"
+              : nameOf(page, cells.at(0, 0)) + "已于 " + spliced(cells.at(1, 0)) + " 修改过此方案"};
 }
 
 std::string wizardExtras(Page& page, const Variant& prikeyid) {
@@ -64,7 +68,6 @@ std::string wizardExtras(Page& page, const Variant& prikeyid) {
   ErrorState err;
   std::string text;
   err.run([&] {
-    if (!hasExtras(page)) return;
     const SchemeState state = schemeState(page, prikeyid);
     if (state.stamp.empty()) return;
     text = "<script>\r\n" +

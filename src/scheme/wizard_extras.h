@@ -12,7 +12,8 @@ bool hasExtras(Page& page);
 
 // What a scheme's row says of its last change.
 struct SchemeState {
-  std::string stamp;   // differs after every change; "" for a scheme that is not there
+  std::string stamp;  // differs after every change; "" for a scheme that is not there, and with the
+                      // extras off
   std::string change;  // who and when, as a sentence without its full stop
 };
 // Raises DatabaseError.

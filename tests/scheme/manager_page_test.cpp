@@ -1,14 +1,11 @@
-// The list page and its frame against whole pages. TARLO_REWRITE_GOLDEN=1 writes the expectations
-// anew.
+// The list page and its frame against whole pages.
 #include "scheme/manager_page.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <map>
-#include <sstream>
 
+#include "golden_page.h"
 #include "page_support.h"
 #include "scheme/page_frame.h"
 #include "variant/runtime_error.h"
@@ -16,17 +13,7 @@
 namespace tarlo::scheme {
 namespace {
 
-// Golden files hold the page as it goes out, line ends included.
-void expectGolden(const std::string& name, const std::string& page) {
-  const std::string path = std::string(TARLO_TEST_DATA "/golden/") + name;
-  if (std::getenv("TARLO_REWRITE_GOLDEN") != nullptr) {
-    std::ofstream(path, std::ios::binary) << page;
-  }
-  std::ifstream file(path, std::ios::binary);
-  std::stringstream expected;
-  expected << file.rdbuf();
-  EXPECT_EQ(page, expected.str()) << name;
-}
+using tarlo::testing::expectGolden;
 
 bool everyLineEndIsCrLf(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {

@@ -87,6 +87,14 @@ class RecordingObject : public Object {
   Variant title_;
 };
 
+// What the step writes into the page.
+template <class Step>
+std::string writtenInto(const frame::LocalPage& page, Step&& step) {
+  const std::size_t before = page.written().size();
+  step();
+  return page.written().substr(before);
+}
+
 class PageDatabase {
  public:
   PageDatabase()
@@ -111,9 +119,7 @@ class PageDatabase {
   // What the step writes.
   template <class Step>
   std::string writtenBy(Step&& step) {
-    const std::size_t before = page_.written().size();
-    step();
-    return page_.written().substr(before);
+    return writtenInto(page_, std::forward<Step>(step));
   }
 
  private:

@@ -86,6 +86,21 @@ class DictionaryDatabase {
 
   Page& page() { return page_.page(); }
   void execute(std::string_view sql) { frame::execSQL(page(), Variant(sql)); }
+  void ask(std::string_view key, const Variant& value) {
+    page_.request()[std::string(key)] = value;
+  }
+  // What the step writes into the page.
+  template <class Step>
+  std::string written(Step&& step) {
+    const std::size_t before = page_.written().size();
+    step();
+    return page_.written().substr(before);
+  }
+  void createTables(std::string_view script) {
+    database::Lease connection = frame::borrowConnection(page());
+    connection->allowDdl(true);
+    database::runScript(*connection, script);
+  }
   // Adds a live field of an ordinary kind.
   void addField(int id, int table, std::string_view name, std::string_view display) {
     execute(

@@ -1,0 +1,86 @@
+#include "scheme/relation_step.h"
+
+#include <gtest/gtest.h>
+
+#include "golden_page.h"
+#include "wizard_support.h"
+
+namespace tarlo::scheme {
+namespace {
+
+using tarlo::testing::between;
+using tarlo::testing::holds;
+using tarlo::testing::WizardDatabase;
+
+std::string step(WizardDatabase& data) {
+  return data.writtenBy([&] { addSearchDlg1(data.page()); });
+}
+
+TEST(RelationStep, OffersTheRelationsOfTheTableOrOfItsNeighbours) {
+  struct Row {
+    std::string table;
+    std::string mul;
+    std::string condition;
+  };
+  const Row rows[] = {
+      {"10", "0", "where DDR_MainTableID=10 or DDR_RelationTableID=10"},
+      {"10", "", "where DDR_MainTableID=10 or DDR_RelationTableID=10"},
+      // The neighbour of Orders is Customer, whose relations are these.
+      {"10", "1", "where Zembra_ID in (5,6,7)"},
+      // Both neighbours of Customer have one relation with it and nothing else.
+      {"11", "1", "where Zembra_ID in (5,6,7)"},
+      {"99", "1", "where Zembra_ID in (-1)"},
+  };
+  for (const Row& row : rows) {
+    WizardDatabase data;
+    data.ask("sTable", row.table);
+    data.ask("mul", row.mul);
+    const std::string sql = between(step(data), "where ", ">\r\n");
+    EXPECT_EQ(sql, row.condition) << row.table << " " << row.mul;
+  }
+}
+
+TEST(RelationStep, ARelationBetweenTwoNeighboursComesTwice) {
+  WizardDatabase data;
+  data.execute(
+      "insert into Zembra_DataDict_Relation (DDR_MainTableID,DDR_MainFieldID,"
+      "DDR_RelationTableID,DDR_RelationFieldID) values (10,103,12,120)");
+  data.ask("sTable", "10");
+  data.ask("mul", "1");
+  EXPECT_TRUE(holds(step(data), "in (5,6,7,7,8)"));
+}
+
+TEST(RelationStep, RestoresWhatIsStillThere) {
+  WizardDatabase data;
+  data.execute(
+      "update Zembra_DataDict_Relation set DDR_MainTableName='Order',DDR_MainFieldName='Cust',"
+      "DDR_RelationTableName='Client',DDR_RelationFieldName='Key'");
+  data.ask("sTable", "10");
+  data.ask("type", "1");
+  data.ask("prikeyid", data.addScheme("s", "Query_MultiRelSel,Query_Rel,Query_Static",
+                                      "' 5,77,7 ','101,1,1,-1','101,4'"));
+  tarlo::testing::expectGolden("relation_step.html", step(data));
+}
+
+TEST(RelationStep, TheStepsInUseAreChecked) {
+  struct Row {
+    std::string values;  // computed, filter, statistics
+    std::string checked;
+  };
+  const Row rows[] = {{"'N:1','',''", "1"},
+                      {"'','101,1,1,-1','101,4'", "2,5"},
+                      {"'N:1',' ',null", "1"},
+                      {"'N:1','101,1,1,-1','101,4'", "1,2,5"},
+                      {"null,null,null", ""}};
+  for (const Row& row : rows) {
+    WizardDatabase data;
+    data.ask("type", "1");
+    data.ask("prikeyid", data.addScheme("s", "Query_Vir,Query_Rel,Query_Static", row.values));
+    const std::string page = step(data);
+    EXPECT_TRUE(holds(page, "defaultValue=\"" + row.checked + "\"")) << row.values;
+    EXPECT_TRUE(holds(page, "var MulRel='';")) << row.values;
+  }
+}
+
+}  // namespace
+}  // namespace tarlo::scheme
