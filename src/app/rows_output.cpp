@@ -3,9 +3,9 @@
 #include <fmt/format.h>
 
 #include "app/csv.h"
-#include "variant/display_width.h"
 #include "app/json_value.h"
 #include "variant/convert.h"
+#include "variant/display_width.h"
 
 namespace tarlo::app {
 namespace {

@@ -3,14 +3,14 @@
 #include <sstream>
 
 #include "app/csv.h"
-#include "variant/display_width.h"
 #include "app/json_value.h"
 #include "app/nearest.h"
 #include "app/refusal.h"
 #include "app/statement_diff.h"
-#include "compile/statement_parts.h"
 #include "app/table.h"
+#include "compile/statement_parts.h"
 #include "variant/array.h"
+#include "variant/display_width.h"
 
 namespace tarlo::app {
 namespace {

@@ -117,8 +117,7 @@ TEST(SaveScheme, WritesANewSchemeWithoutStatistics) {
                       "Query_MultiRel,Query_MultiRelSel,Query_HasStatic,Zembra_User,Zembra_Flag "
                       "from Zembra_Query_Main"),
             "it's,d'oh,100,1,1,10,N:[101];O:'2',101,1,1,-1,,102,0,5,0,1,1");
-  EXPECT_TRUE(holds(data.rows("select Query_Fields from Zembra_Query_Main"),
-                    "'2' as [O]"));
+  EXPECT_TRUE(holds(data.rows("select Query_Fields from Zembra_Query_Main"), "'2' as [O]"));
 }
 
 TEST(SaveScheme, StatisticsLeaveTheStoredRelationsAlone) {

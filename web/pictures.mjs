@@ -1,0 +1,73 @@
+// node pictures.mjs OUT: the guide's pictures, taken from the running product. TARLO_BINARY names the binary.
+
+import { join } from 'node:path';
+import { withBrowser } from './test/browser/suites.mjs';
+import { startServer } from './test/flows/server.mjs';
+import {
+  addComputed, addStatistic, chooseRelations, chooseTable, fillCondition, goNext, openNew,
+} from './test/flows/wizard_steps.mjs';
+
+const kSize = { width: 1280, height: 800 };
+const out = process.argv[2] ?? '.';
+
+async function takeAll(test) {
+  const { page } = test;
+  const take = async (name) => {
+    await page.waitForTimeout(300); // fonts and focus
+    await page.locator('dialog[open]').screenshot({ path: join(out, `guide_${name}.png`) });
+  };
+  const { wizard } = await openNew(test);
+  await chooseTable(wizard, '产品', '产品');
+  await take('table');
+  await goNext(wizard);
+  await chooseRelations(wizard, ['构造虚拟字段', '构造过滤条件', '使用统计函数'], 2);
+  await take('relations');
+  await goNext(wizard);
+  await addComputed(wizard, '毛利', '[产品.标准售价|2105]-[产品.标准成本|2106]');
+  await wizard.step(2).locator('#expresion').fill('[产品.标准售价|2105]*1.13');
+  await wizard.step(2).locator('#expresionname').fill('含税价');
+  await take('computed');
+  await wizard.step(2).locator('input[value=保存]').click();
+  await goNext(wizard);
+  await fillCondition(wizard, 0, '毛利', '大于', '0', 'And');
+  await fillCondition(wizard, 1, '产品名称', 'Not Like', '样品');
+  await take('filter');
+  await goNext(wizard);
+  await addStatistic(wizard, '毛利', '平均值');
+  await addStatistic(wizard, '类别', '本身');
+  await wizard.step(4).locator('#groupby select').selectOption({ label: '类别' });
+  await take('statistics');
+  await goNext(wizard);
+  await take('preview');
+  await goNext(wizard);
+  await wizard.step(6).locator('#Query_Name').fill('各类别平均毛利');
+  await take('save');
+}
+
+async function takeRefusal(test) {
+  const { wizard } = await openNew(test);
+  await chooseTable(wizard, '产品', '产品');
+  await goNext(wizard);
+  await chooseRelations(wizard, ['构造虚拟字段']);
+  await goNext(wizard);
+  await addComputed(wizard, '毛利', '[产品.标准售价|2105]-成本()');
+  await goNext(wizard);
+  await wizard.step(5).locator('summary').click();
+  await test.page.locator('dialog[open]').screenshot({ path: join(out, 'guide_refused.png') });
+}
+
+await withBrowser('playwright-core', ['chromium'], async ({ chromium }, executablePath) => {
+  const server = await startServer();
+  const browser = await chromium.launch({ executablePath, args: ['--no-sandbox'] });
+  try {
+    for (const take of [takeAll, takeRefusal]) {
+      const context = await browser.newContext({ viewport: kSize });
+      await take({ page: await context.newPage(), context, server });
+      await context.close();
+    }
+    return { passed: 2, failed: 0 };
+  } finally {
+    await browser.close();
+    await server.stop();
+  }
+});
