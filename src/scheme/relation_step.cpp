@@ -1,5 +1,7 @@
 #include "scheme/relation_step.h"
 
+#include <fmt/format.h>
+
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
@@ -40,23 +42,22 @@ void cutComma(std::string& list) {
   if (list.ends_with(',')) list.pop_back();
 }
 
+// A column of the relations that lead to the table, and one of those that start from it.
+std::string touching(std::string_view leadingTo, std::string_view startingFrom,
+                     std::string_view table) {
+  return fmt::format(
+      "select {} from Zembra_DataDict_Relation where DDR_RelationTableID={}"
+      " union select {} from Zembra_DataDict_Relation where DDR_MainTableID={}",
+      leadingTo, table, startingFrom, table);
+}
+
 // Relations of every table that the main table touches. One between two of these comes twice.
 std::string neighbourRelations(Page& page, const std::string& table) {
-  const std::string neighbours = ids(
-      page,
-      "select DDR_MainTableID from Zembra_DataDict_Relation where DDR_RelationTableID=" + table +
-          " union select DDR_RelationTableID from Zembra_DataDict_Relation where "
-          "DDR_MainTableID=" +
-          table);
+  const std::string neighbours =
+      ids(page, touching("DDR_MainTableID", "DDR_RelationTableID", table));
   std::string list;
   for (const std::string_view piece : variant::split(neighbours, ",")) {
-    if (piece.empty()) continue;
-    const std::string neighbour(piece);
-    list += ids(page, "select Zembra_ID from Zembra_DataDict_Relation where DDR_RelationTableID=" +
-                          neighbour +
-                          " union select Zembra_ID from Zembra_DataDict_Relation where "
-                          "DDR_MainTableID=" +
-                          neighbour);
+    if (!piece.empty()) list += ids(page, touching("Zembra_ID", "Zembra_ID", piece));
   }
   cutComma(list);
   return list.empty() ? "-1" : list;  // no relation has it: the statement selects nothing

@@ -20,27 +20,26 @@ int pixelsOf(const Variant& value) {
              : 0;
 }
 
+template <Variant Menu::*kValue>
+constexpr Property<Menu> value(std::string_view name) {
+  return {name, [](const Menu& menu) { return menu.*kValue; },
+          [](Menu& menu, const Variant& value) { menu.*kValue = value; }};
+}
+
 }  // namespace
 
-struct Menu::Members {
-  template <Variant Menu::*kValue>
-  static constexpr Property<Menu> value(std::string_view name) {
-    return {name, [](const Menu& menu) { return menu.*kValue; },
-            [](Menu& menu, const Variant& value) { menu.*kValue = value; }};
-  }
-  static std::span<const Property<Menu>> properties() {
-    static constexpr Property<Menu> kRows[] = {
-        value<&Menu::title_>("title"), value<&Menu::left_>("Left"), value<&Menu::top_>("Top")};
-    return kRows;
-  }
+std::span<const Property<Menu>> Menu::Members::properties() {
+  static constexpr Property<Menu> kRows[] = {
+      value<&Menu::title_>("title"), value<&Menu::left_>("Left"), value<&Menu::top_>("Top")};
+  return kRows;
+}
 
-  static std::span<const Method<Menu>> methods() {
-    static constexpr Method<Menu> kRows[] = {{"AddMenu0", 4, &Menu::addMenu0},
-                                             {"AddSubMenu", 4, &Menu::addSubMenu},
-                                             {"WriteMenu", 0, &Menu::writeMenu}};
-    return kRows;
-  }
-};
+std::span<const Method<Menu>> Menu::Members::methods() {
+  static constexpr Method<Menu> kRows[] = {{"AddMenu0", 4, &Menu::addMenu0},
+                                           {"AddSubMenu", 4, &Menu::addSubMenu},
+                                           {"WriteMenu", 0, &Menu::writeMenu}};
+  return kRows;
+}
 
 Menu::Entry Menu::entryOf(std::span<Variant> arguments) {
   using variant::spliced;

@@ -16,7 +16,10 @@ namespace tarlo::siblings {
 // WriteMenu gives the markup.
 class Menu : public MemberObject<Menu> {
  public:
-  struct Members;
+  struct Members {
+    static std::span<const Property<Menu>> properties();
+    static std::span<const Method<Menu>> methods();
+  };
 
  private:
   struct Entry {

@@ -20,32 +20,32 @@ bool isColour(std::string_view text) {
   });
 }
 
+template <std::string SingleDialog::*kText>
+constexpr Property<SingleDialog> text(std::string_view name) {
+  return {name, [](const SingleDialog& dialog) { return Variant(dialog.*kText); },
+          [](SingleDialog& dialog, const Variant& value) { dialog.*kText = spliced(value); }};
+}
+
 }  // namespace
 
-struct SingleDialog::Members {
-  template <std::string SingleDialog::*kText>
-  static constexpr Property<SingleDialog> text(std::string_view name) {
-    return {name, [](const SingleDialog& dialog) { return Variant(dialog.*kText); },
-            [](SingleDialog& dialog, const Variant& value) { dialog.*kText = spliced(value); }};
-  }
-  static std::span<const Property<SingleDialog>> properties() {
-    static constexpr Property<SingleDialog> kRows[] = {
-        text<&SingleDialog::title_>("title"),
-        text<&SingleDialog::body_>("bodyHtml"),
-        text<&SingleDialog::script_>("addjs"),
-        text<&SingleDialog::colour_>("bgcolor"),
-        {"ViewType", [](const SingleDialog& dialog) { return dialog.viewType_; },
-         [](SingleDialog& dialog, const Variant& value) { dialog.viewType_ = value; }},
-    };
-    return kRows;
-  }
-  static std::span<const Method<SingleDialog>> methods() {
-    static constexpr Method<SingleDialog> kRows[] = {
-        {"ASPConnect", kAnyNumber, &SingleDialog::connect},
-        {"writeDialog", 0, &SingleDialog::writeDialog}};
-    return kRows;
-  }
-};
+std::span<const Property<SingleDialog>> SingleDialog::Members::properties() {
+  static constexpr Property<SingleDialog> kRows[] = {
+      text<&SingleDialog::title_>("title"),
+      text<&SingleDialog::body_>("bodyHtml"),
+      text<&SingleDialog::script_>("addjs"),
+      text<&SingleDialog::colour_>("bgcolor"),
+      {"ViewType", [](const SingleDialog& dialog) { return dialog.viewType_; },
+       [](SingleDialog& dialog, const Variant& value) { dialog.viewType_ = value; }},
+  };
+  return kRows;
+}
+
+std::span<const Method<SingleDialog>> SingleDialog::Members::methods() {
+  static constexpr Method<SingleDialog> kRows[] = {
+      {"ASPConnect", kAnyNumber, &SingleDialog::connect},
+      {"writeDialog", 0, &SingleDialog::writeDialog}};
+  return kRows;
+}
 
 Variant SingleDialog::connect(std::span<Variant> arguments) {
   page_ = connectedPage(arguments);

@@ -13,7 +13,10 @@ namespace tarlo::siblings {
 // raises error 91.
 class SingleDialog : public MemberObject<SingleDialog> {
  public:
-  struct Members;
+  struct Members {
+    static std::span<const Property<SingleDialog>> properties();
+    static std::span<const Method<SingleDialog>> methods();
+  };
 
  private:
   Variant connect(std::span<Variant> arguments);

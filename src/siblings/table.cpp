@@ -43,57 +43,53 @@ std::string widthOf(std::string_view text) {
 
 }  // namespace
 
-struct Table::Members {
-  template <bool GridDefinition::*kFlag>
-  static constexpr Property<Table> flag(std::string_view name) {
-    return {name, [](const Table& table) { return Variant(table.grid_.*kFlag); },
-            [](Table& table, const Variant& value) { table.grid_.*kFlag = toFlag(value); }};
-  }
-  template <std::string GridDefinition::*kText>
-  static constexpr Property<Table> text(std::string_view name) {
-    return {name, [](const Table& table) { return Variant(table.grid_.*kText); },
-            [](Table& table, const Variant& value) { table.grid_.*kText = spliced(value); }};
-  }
+template <bool GridDefinition::*kFlag>
+constexpr Property<Table> Table::Members::flag(std::string_view name) {
+  return {name, [](const Table& table) { return Variant(table.grid_.*kFlag); },
+          [](Table& table, const Variant& value) { table.grid_.*kFlag = toFlag(value); }};
+}
 
-  static std::span<const Property<Table>> properties() {
-    static constexpr Property<Table> kRows[] = {
-        text<&GridDefinition::id>("id"),
-        text<&GridDefinition::sql>("sql"),
-        text<&GridDefinition::orderBy>("orderBy"),
-        text<&GridDefinition::onRowDoubleClick>("onRowDoubleClick"),
-        text<&GridDefinition::onRowSelect>("onRowSelect"),
-        flag<&GridDefinition::showButton>("showButton"),
-        flag<&GridDefinition::showMenu>("showMenu"),
-        flag<&GridDefinition::search>("Search"),
-        flag<&GridDefinition::multiPage>("MultiPage"),
-        {"title", [](const Table& table) { return Variant(titleOf(table.grid_)); },
-         [](Table& table, const Variant& value) {
-           table.grid_.captions = captionsOf(spliced(value));
-         }},
-        {"Width", [](const Table& table) { return Variant(table.grid_.width); },
-         [](Table& table, const Variant& value) { table.grid_.width = widthOf(spliced(value)); }},
-        {"SelectionStyle", [](const Table& table) { return Variant(table.grid_.selectionStyle); },
-         [](Table& table, const Variant& value) { table.grid_.selectionStyle = toInt32(value); }},
-        {"Pagesize", [](const Table& table) { return Variant(table.grid_.pageSize); },
-         [](Table& table, const Variant& value) {
-           table.grid_.pageSize = std::clamp(toInt32(value), 1, kMostPageSize);
-         }},
-    };
-    return kRows;
-  }
+template <std::string GridDefinition::*kText>
+constexpr Property<Table> Table::Members::text(std::string_view name) {
+  return {name, [](const Table& table) { return Variant(table.grid_.*kText); },
+          [](Table& table, const Variant& value) { table.grid_.*kText = spliced(value); }};
+}
 
-  static std::span<const Method<Table>> methods() {
-    static constexpr Method<Table> kRows[] = {
-        {"ASPConnect", kAnyNumber, &Table::connect},
-        {"AddSubMenuTitle", 2, &Table::addSubMenuTitle},
-        {"AddSubMenu", 3, &Table::addSubMenu},
-        {"addActions", 4, &Table::addActions},
-        {"WriteTable", 0, &Table::writeTable},
-        {"getTableHtml", 0, &Table::getTableHtml},
-    };
-    return kRows;
-  }
-};
+std::span<const Property<Table>> Table::Members::properties() {
+  static constexpr Property<Table> kRows[] = {
+      text<&GridDefinition::id>("id"),
+      text<&GridDefinition::sql>("sql"),
+      text<&GridDefinition::orderBy>("orderBy"),
+      text<&GridDefinition::onRowDoubleClick>("onRowDoubleClick"),
+      text<&GridDefinition::onRowSelect>("onRowSelect"),
+      flag<&GridDefinition::showButton>("showButton"),
+      flag<&GridDefinition::showMenu>("showMenu"),
+      flag<&GridDefinition::search>("Search"),
+      flag<&GridDefinition::multiPage>("MultiPage"),
+      {"title", [](const Table& table) { return Variant(titleOf(table.grid_)); },
+       [](Table& table, const Variant& value) {
+         table.grid_.captions = captionsOf(spliced(value));
+       }},
+      {"Width", [](const Table& table) { return Variant(table.grid_.width); },
+       [](Table& table, const Variant& value) { table.grid_.width = widthOf(spliced(value)); }},
+      {"SelectionStyle", [](const Table& table) { return Variant(table.grid_.selectionStyle); },
+       [](Table& table, const Variant& value) { table.grid_.selectionStyle = toInt32(value); }},
+      {"Pagesize", [](const Table& table) { return Variant(table.grid_.pageSize); },
+       [](Table& table, const Variant& value) {
+         table.grid_.pageSize = std::clamp(toInt32(value), 1, kMostPageSize);
+       }},
+  };
+  return kRows;
+}
+
+std::span<const Method<Table>> Table::Members::methods() {
+  static constexpr Method<Table> kRows[] = {
+      {"ASPConnect", kAnyNumber, &Table::connect}, {"AddSubMenuTitle", 2, &Table::addSubMenuTitle},
+      {"AddSubMenu", 3, &Table::addSubMenu},       {"addActions", 4, &Table::addActions},
+      {"WriteTable", 0, &Table::writeTable},       {"getTableHtml", 0, &Table::getTableHtml},
+  };
+  return kRows;
+}
 
 Variant Table::connect(std::span<Variant> arguments) {
   page_ = connectedPage(arguments);

@@ -14,7 +14,14 @@ namespace tarlo::siblings {
 // statement raises nothing: the grid then says so in the place of its rows.
 class Table : public MemberObject<Table> {
  public:
-  struct Members;
+  struct Members {
+    template <bool GridDefinition::*kFlag>
+    static constexpr Property<Table> flag(std::string_view name);
+    template <std::string GridDefinition::*kText>
+    static constexpr Property<Table> text(std::string_view name);
+    static std::span<const Property<Table>> properties();
+    static std::span<const Method<Table>> methods();
+  };
 
  private:
   Variant connect(std::span<Variant> arguments);

@@ -11,36 +11,36 @@ namespace {
 using frame::Template;
 using variant::spliced;
 
+template <std::string WebDialog::*kText>
+constexpr Property<WebDialog> text(std::string_view name) {
+  return {name, [](const WebDialog& dialog) { return Variant(dialog.*kText); },
+          [](WebDialog& dialog, const Variant& value) { dialog.*kText = spliced(value); }};
+}
+
 }  // namespace
 
-struct WebDialog::Members {
-  template <std::string WebDialog::*kText>
-  static constexpr Property<WebDialog> text(std::string_view name) {
-    return {name, [](const WebDialog& dialog) { return Variant(dialog.*kText); },
-            [](WebDialog& dialog, const Variant& value) { dialog.*kText = spliced(value); }};
-  }
-  static std::span<const Property<WebDialog>> properties() {
-    static constexpr Property<WebDialog> kRows[] = {
-        text<&WebDialog::title_>("title"),
-        text<&WebDialog::script_>("addjs"),
-        text<&WebDialog::formAction_>("FormAction"),
-        text<&WebDialog::helpHtml_>("HelpHtml"),
-        text<&WebDialog::helpTitle_>("HelpTitle"),
-        text<&WebDialog::html_>("addHTML"),
-        {"TotalStep", [](const WebDialog& dialog) { return Variant(dialog.totalStep_); },
-         [](WebDialog& dialog, const Variant& value) {
-           dialog.totalStep_ = variant::toInt32(value);
-         }},
-    };
-    return kRows;
-  }
-  static std::span<const Method<WebDialog>> methods() {
-    static constexpr Method<WebDialog> kRows[] = {{"ASPConnect", kAnyNumber, &WebDialog::connect},
-                                                  {"addStep", 4, &WebDialog::addStep},
-                                                  {"writeDialog", 0, &WebDialog::writeDialog}};
-    return kRows;
-  }
-};
+std::span<const Property<WebDialog>> WebDialog::Members::properties() {
+  static constexpr Property<WebDialog> kRows[] = {
+      text<&WebDialog::title_>("title"),
+      text<&WebDialog::script_>("addjs"),
+      text<&WebDialog::formAction_>("FormAction"),
+      text<&WebDialog::helpHtml_>("HelpHtml"),
+      text<&WebDialog::helpTitle_>("HelpTitle"),
+      text<&WebDialog::html_>("addHTML"),
+      {"TotalStep", [](const WebDialog& dialog) { return Variant(dialog.totalStep_); },
+       [](WebDialog& dialog, const Variant& value) {
+         dialog.totalStep_ = variant::toInt32(value);
+       }},
+  };
+  return kRows;
+}
+
+std::span<const Method<WebDialog>> WebDialog::Members::methods() {
+  static constexpr Method<WebDialog> kRows[] = {{"ASPConnect", kAnyNumber, &WebDialog::connect},
+                                                {"addStep", 4, &WebDialog::addStep},
+                                                {"writeDialog", 0, &WebDialog::writeDialog}};
+  return kRows;
+}
 
 Variant WebDialog::connect(std::span<Variant> arguments) {
   page_ = connectedPage(arguments);

@@ -18,7 +18,10 @@ namespace tarlo::siblings {
 // ASPConnect raises error 91.
 class WebDialog : public MemberObject<WebDialog> {
  public:
-  struct Members;
+  struct Members {
+    static std::span<const Property<WebDialog>> properties();
+    static std::span<const Method<WebDialog>> methods();
+  };
 
  private:
   struct Step {
