@@ -72,4 +72,10 @@ consteval Operation resuming(std::string_view name, std::string_view folder,
   return bind<kFunction>(name, folder, ErrorMode::ResumeNext, argumentNames);
 }
 
+// A page operation that also gives a value to callers of its own kind; as a page it writes nothing.
+consteval Operation asPage(Operation operation) {
+  operation.kind = OperationKind::Page;
+  return operation;
+}
+
 }  // namespace tarlo::component

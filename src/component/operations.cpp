@@ -8,12 +8,23 @@
 #include "compile/field_list.h"
 #include "compile/filter.h"
 #include "compile/grouping.h"
+#include "compile/propagation.h"
 #include "compile/statistics.h"
 #include "component/binding.h"
+#include "control/cascade_page.h"
+#include "control/field_wizard.h"
+#include "control/manager_page.h"
+#include "control/preview_control.h"
+#include "control/save_control.h"
+#include "control/show_control.h"
+#include "control/wizard_frames.h"
 #include "frame/helpers.h"
+#include "metadata/control_fields.h"
+#include "metadata/control_statements.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
 #include "metadata/relation_table.h"
+#include "metadata/scheme_copy.h"
 #include "metadata/version_lookups.h"
 #include "scheme/computed_step.h"
 #include "scheme/filter_step.h"
@@ -29,6 +40,9 @@
 #include "services/action_help.h"
 #include "services/data_sources.h"
 #include "services/div_dialog.h"
+#include "services/file_transfer.h"
+#include "services/mail.h"
+#include "services/table_introspection.h"
 
 namespace tarlo::component {
 namespace {
@@ -85,6 +99,22 @@ constexpr auto kByFolder = std::to_array<Operation>({
     resuming<metadata::KeyField2TableID>("KeyField2TableID", "metadata", "queryid,isInstance"),
     resuming<metadata::getTableListTitle>("getTableListTitle", "metadata", "controlid,isInstance"),
     raising<metadata::SQL2Fields>("SQL2Fields", "metadata", "SQLstr"),
+    raising<metadata::getControlSQL1>("getControlSQL1", "metadata", "controlid,isInstance"),
+    resuming<metadata::getControlSQL>("getControlSQL", "metadata", "controlid,i,isInstance"),
+    resuming<metadata::Control2Field>("Control2Field", "metadata", "controlid,isInstance"),
+    resuming<metadata::Control2Fieldid>("Control2Fieldid", "metadata", "controlid,isInstance"),
+    resuming<metadata::getQueryKeyField>("getQueryKeyField", "metadata", "queryid,isInstance"),
+    raising<metadata::GetQuerySelRel>("GetQuerySelRel", "metadata", "queryid,isInstance"),
+    raising<metadata::getQueryFields>("getQueryFields", "metadata",
+                                      "queryid,tablename,controlType,isInstance"),
+    resuming<metadata::getQueryField>("getQueryField", "metadata", "sql"),
+    resuming<metadata::getCalFieldOrder>("getCalFieldOrder", "metadata", "controlid,isInstance"),
+    resuming<metadata::getVirtualFields>("getVirtualFields", "metadata", "queryid,isInstance"),
+    raising<metadata::CopyQuery>("CopyQuery", "metadata", "queryid"),
+    raising<metadata::getAllQueryid>("getAllQueryid", "metadata", "tableid"),
+    raising<metadata::DecTableinUse>("DecTableinUse", "metadata", "tableid"),
+    // It belongs to these by its subject; it compiles, so its code lies one step up.
+    resuming<compile::UpdateQuery>("UpdateQuery", "metadata", "tableid"),
     raising<scheme::ctrlSearch>("ctrlSearch", "scheme", ""),
     raising<scheme::isNotWorkflowChild>("isNotWorkflowChild", "scheme", ""),
     raising<scheme::showLinksq>("showLinksq", "scheme", "styleaa"),
@@ -101,6 +131,33 @@ constexpr auto kByFolder = std::to_array<Operation>({
     resuming<scheme::showSearchDlg>("showSearchDlg", "scheme", ""),
     resuming<scheme::delSearch>("delSearch", "scheme", ""),
     resuming<scheme::querycheckselect>("querycheckselect", "scheme", ""),
+    raising<control::ctrlSearch_Usrfield>("ctrlSearch_Usrfield", "control", ""),
+    resuming<control::delSearch_UsrField>("delSearch_UsrField", "control", ""),
+    raising<control::addSearchDlg_UsrField>("addSearchDlg_UsrField", "control", ""),
+    raising<control::addSearchDlg_UsrField1>("addSearchDlg_UsrField1", "control", ""),
+    raising<control::addSearchDlg_UsrField1_1>("addSearchDlg_UsrField1_1", "control", ""),
+    raising<control::addSearchDlg_UsrField1_2>("addSearchDlg_UsrField1_2", "control", ""),
+    raising<control::addSearchDlg_UsrField2>("addSearchDlg_UsrField2", "control", ""),
+    resuming<control::addSearchDlg_UsrField2_1>("addSearchDlg_UsrField2_1", "control", "id"),
+    raising<control::addSearchDlg_UsrField2_2>("addSearchDlg_UsrField2_2", "control", "id"),
+    raising<control::addSearchDlg_UsrField2_3>("addSearchDlg_UsrField2_3", "control", "id"),
+    resuming<control::addSearchDlg_UsrField3>("addSearchDlg_UsrField3", "control", ""),
+    raising<control::savesearch_UsrField>("savesearch_UsrField", "control", ""),
+    resuming<control::savesearch_UsrField1>("savesearch_UsrField1", "control", ""),
+    resuming<control::savesearch_UsrField2>("savesearch_UsrField2", "control", ""),
+    resuming<control::savesearch_UsrField3>("savesearch_UsrField3", "control", ""),
+    raising<control::previewSearchdlg_UsrField>("previewSearchdlg_UsrField", "control", ""),
+    resuming<control::previewSearchdlg_UsrField1>("previewSearchdlg_UsrField1", "control", ""),
+    resuming<control::previewSearchdlg_UsrField2>("previewSearchdlg_UsrField2", "control", ""),
+    raising<control::previewSearchdlg_UsrField3>("previewSearchdlg_UsrField3", "control", ""),
+    resuming<control::showSearchpreview_UsrField>("showSearchpreview_UsrField", "control", ""),
+    resuming<control::showSearchDlg_UsrField>("showSearchDlg_UsrField", "control", ""),
+    resuming<control::showSearchDlg_UsrField1>("showSearchDlg_UsrField1", "control", ""),
+    resuming<control::showSearchDlg_UsrField2>("showSearchDlg_UsrField2", "control", ""),
+    asPage(resuming<control::showSearchDlg_UsrField3>("showSearchDlg_UsrField3", "control", "")),
+    raising<control::ctrlSearch_Sysfield>("ctrlSearch_Sysfield", "control", ""),
+    resuming<control::delSearch_sysField>("delSearch_sysField", "control", ""),
+    raising<control::getQueryTable>("getQueryTable", "control", ""),
     raising<services::TarloCBODataSource>("TarloCBODataSource", "services", "sSQL,sPar"),
     resuming<services::GetComboBoxXMLs>("GetComboBoxXMLs", "services", "sSQL"),
     raising<services::GetRadioOrCheckBoxXML>("GetRadioOrCheckBoxXML", "services", "sSQL"),
@@ -108,6 +165,18 @@ constexpr auto kByFolder = std::to_array<Operation>({
                                       "id,WinTitle,TopicTitle,WinWidth,WinHeight,WinBody,WinButon"),
     raising<services::getActionHelp>("getActionHelp", "services", "sAction"),
     raising<services::getActionHelpTitle>("getActionHelpTitle", "services", "sAction"),
+    raising<services::getUserTableName>("getUserTableName", "services", "sDatabase,showAll"),
+    raising<services::getUserFieldName>("getUserFieldName", "services", "sTableName"),
+    raising<services::getTableIDField>("getTableIDField", "services", "sTableName"),
+    raising<services::getTableIDValue>("getTableIDValue", "services", "sTableName"),
+    raising<services::getFieldIDValue>("getFieldIDValue", "services", "sTableName,sFieldName"),
+    raising<services::getPolicyInfo>("getPolicyInfo", "services", "strName"),
+    // The page head's own question, under the name that other components know.
+    raising<scheme::getModuleWorkflow>("isWorkFlowModul", "services", ""),
+    raising<services::SendPayment>("SendPayment", "services", "toName,Subject_,Body_"),
+    raising<services::SendPassWordEmail>("SendPassWordEmail", "services",
+                                         "toName,Subject_S,Body_S"),
+    raising<services::TransferFile>("TransferFile", "services", "pathandfilename,filename"),
 });
 
 constexpr auto kOperations = [] {

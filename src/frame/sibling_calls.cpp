@@ -18,4 +18,10 @@ void connectToPage(Page& page, Object& object) {
   callMethod(object, "ASPConnect", {context, context, context, context, context});
 }
 
+std::string gridViewScript(std::string_view condition, std::string_view caption) {
+  std::string script = "SearchTable.gotoView(\\\"";
+  script.append(condition).append("\\\",\\\"").append(caption);
+  return script.append("\\\")");
+}
+
 }  // namespace tarlo::frame

@@ -3,6 +3,7 @@
 // page context handed over.
 
 #include <initializer_list>
+#include <string>
 #include <string_view>
 
 #include "frame/page.h"
@@ -17,5 +18,9 @@ Variant callMethod(Object& object, std::string_view name,
 // Calls ASPConnect with Response, Session, Server, Application and Request, in this order. The
 // object may keep them for as long as the page lasts.
 void connectToPage(Page& page, Object& object);
+
+// A script that shows the rows of a condition in the page's grid, under a caption. The grid puts it
+// into a double-quoted script string, so its own double quotes come with a backslash.
+std::string gridViewScript(std::string_view condition, std::string_view caption);
 
 }  // namespace tarlo::frame

@@ -35,6 +35,17 @@ struct Config {
   std::chrono::milliseconds signInWindow{10 * 60'000};
   std::chrono::milliseconds linkLife{10 * 60'000};
 
+  std::string mailServer;  // "" = none
+  std::string mailUser;
+  std::string mailPassword;
+  Milliseconds mailTime{30'000};
+  std::string mailSender;
+  std::string mailTelephone;
+  std::string mailComplaintsTelephone;
+  std::string mailCompany;
+
+  std::string transferFolder;  // "" = no file is sent
+
   std::string trustedHeader;                  // "" = off
   std::vector<std::string> trustedAddresses;  // of the proxies that may send it
 

@@ -66,6 +66,22 @@ const ConfigKey kKeys[] = {
     {"sign_in", "trusted_addresses", &C::trustedAddresses,
      "Addresses of the proxies that may send it."},
 
+    {"mail", "server", &C::mailServer,
+     "smtp://HOST:PORT or smtps://HOST:PORT. Empty: no mail is sent."},
+    {"mail", "user", &C::mailUser,
+     "User of the mail server; empty for a server that asks for none."},
+    {"mail", "password", &C::mailPassword,
+     "Its password. It is sent over an encrypted connection only."},
+    {"mail", "seconds", &C::mailTime, "Longest time for one message.", 1, 600},
+    {"mail", "sender", &C::mailSender, "Sender of payment messages."},
+    {"mail", "telephone", &C::mailTelephone, "Telephone number in payment messages."},
+    {"mail", "complaints_telephone", &C::mailComplaintsTelephone,
+     "Telephone number for complaints in payment messages."},
+    {"mail", "company", &C::mailCompany, "Company name in payment messages."},
+
+    {"files", "transfer_folder", &C::transferFolder,
+     "Files below this folder may be sent to browsers by TransferFile. Empty: none."},
+
     {"log", "file", &C::logFile, "Log file; empty is standard error."},
     {"log", "level", &C::logLevel, "debug, info, warning or error."},
     {"log", "access_file", &C::accessLog,

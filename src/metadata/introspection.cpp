@@ -3,6 +3,7 @@
 #include "frame/data.h"
 #include "metadata/select_list.h"
 #include "metadata/statement_text.h"
+#include "metadata/versioned_rows.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
@@ -15,13 +16,6 @@ namespace {
 using variant::spliced;
 
 constexpr int kTableControl = 3;  // QF_FieldType of a control that shows a table
-
-// One statement with two sources: the frozen version and what is current.
-Variant versionedRows(Page& page, const Variant& isInstance, std::string_view versionStatement,
-                      std::string_view currentStatement, const Variant& id) {
-  const bool isVersion = variant::equals(isInstance, true);
-  return rowsOrNull(page, joined({isVersion ? versionStatement : currentStatement, spliced(id)}));
-}
 
 // Null when there is no row.
 Variant storedStatement(Page& page, const Variant& queryid, const Variant& isInstance) {
@@ -80,12 +74,7 @@ Variant KeyField2TableID(Page& page, const Variant& queryid, const Variant& isIn
 Variant getTableListTitle(Page& page, const Variant& controlid, const Variant& isInstance) {
   ErrorState errors;
   Variant rows;
-  errors.run([&] {
-    rows = versionedRows(
-        page, isInstance,
-        "select QF_CField,QF_FieldType from Zembra_Query_Field_Ver2 where Zembra_ID=",
-        "select QF_CField,QF_FieldType from Zembra_Query_Field where QF_ID=", controlid);
-  });
+  errors.run([&] { rows = controlRow(page, controlid, isInstance, "QF_CField,QF_FieldType"); });
   if (!rows.isArray()) return -1;
   if (!variant::equals(rows.array().at(1, 0), kTableControl)) return -2;
   return errors.value([&] {

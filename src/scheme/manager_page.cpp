@@ -30,11 +30,9 @@ constexpr std::string_view kDirectories =
 constexpr std::string_view kKindViews = "view1";
 constexpr std::string_view kDirectoryViews = "view2";
 
-// A script that shows the rows of a condition. The grid puts it into a double-quoted script string,
-// so its own double quotes come with a backslash.
 std::string viewScript(std::string_view condition, std::string_view name) {
-  return "SearchTable.gotoView(\\\" " + std::string(condition) + " \\\",\\\"视图:<b>[" +
-         std::string(name) + "]</b>\\\")";
+  return frame::gridViewScript(" " + std::string(condition) + " ",
+                               "视图:<b>[" + std::string(name) + "]</b>");
 }
 
 std::shared_ptr<Object> makeGrid(Page& page) {

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "frame/member_table.h"
 #include "siblings/markup.h"
-#include "siblings/member_table.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -21,23 +21,23 @@ int pixelsOf(const Variant& value) {
 }
 
 template <Variant Menu::*kValue>
-constexpr Property<Menu> value(std::string_view name) {
+constexpr frame::Property<Menu> value(std::string_view name) {
   return {name, [](const Menu& menu) { return menu.*kValue; },
           [](Menu& menu, const Variant& value) { menu.*kValue = value; }};
 }
 
 }  // namespace
 
-std::span<const Property<Menu>> Menu::Members::properties() {
-  static constexpr Property<Menu> kRows[] = {
+std::span<const frame::Property<Menu>> Menu::Members::properties() {
+  static constexpr frame::Property<Menu> kRows[] = {
       value<&Menu::title_>("title"), value<&Menu::left_>("Left"), value<&Menu::top_>("Top")};
   return kRows;
 }
 
-std::span<const Method<Menu>> Menu::Members::methods() {
-  static constexpr Method<Menu> kRows[] = {{"AddMenu0", 4, &Menu::addMenu0},
-                                           {"AddSubMenu", 4, &Menu::addSubMenu},
-                                           {"WriteMenu", 0, &Menu::writeMenu}};
+std::span<const frame::Method<Menu>> Menu::Members::methods() {
+  static constexpr frame::Method<Menu> kRows[] = {{"AddMenu0", 4, &Menu::addMenu0},
+                                                  {"AddSubMenu", 4, &Menu::addSubMenu},
+                                                  {"WriteMenu", 0, &Menu::writeMenu}};
   return kRows;
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "siblings/member_table.h"
+#include "frame/member_table.h"
 
 namespace tarlo::siblings {
 
@@ -14,11 +14,11 @@ namespace tarlo::siblings {
 // AddMenu0 and AddSubMenu take caption, href, target, sub-menu: AddMenu0 names the pull-down that
 // opens, AddSubMenu the one that the entry belongs to. Caption and href empty: a separator.
 // WriteMenu gives the markup.
-class Menu : public MemberObject<Menu> {
+class Menu : public frame::MemberObject<Menu> {
  public:
   struct Members {
-    static std::span<const Property<Menu>> properties();
-    static std::span<const Method<Menu>> methods();
+    static std::span<const frame::Property<Menu>> properties();
+    static std::span<const frame::Method<Menu>> methods();
   };
 
  private:

@@ -21,15 +21,15 @@ bool isColour(std::string_view text) {
 }
 
 template <std::string SingleDialog::*kText>
-constexpr Property<SingleDialog> text(std::string_view name) {
+constexpr frame::Property<SingleDialog> text(std::string_view name) {
   return {name, [](const SingleDialog& dialog) { return Variant(dialog.*kText); },
           [](SingleDialog& dialog, const Variant& value) { dialog.*kText = spliced(value); }};
 }
 
 }  // namespace
 
-std::span<const Property<SingleDialog>> SingleDialog::Members::properties() {
-  static constexpr Property<SingleDialog> kRows[] = {
+std::span<const frame::Property<SingleDialog>> SingleDialog::Members::properties() {
+  static constexpr frame::Property<SingleDialog> kRows[] = {
       text<&SingleDialog::title_>("title"),
       text<&SingleDialog::body_>("bodyHtml"),
       text<&SingleDialog::script_>("addjs"),
@@ -40,15 +40,15 @@ std::span<const Property<SingleDialog>> SingleDialog::Members::properties() {
   return kRows;
 }
 
-std::span<const Method<SingleDialog>> SingleDialog::Members::methods() {
-  static constexpr Method<SingleDialog> kRows[] = {
-      {"ASPConnect", kAnyNumber, &SingleDialog::connect},
+std::span<const frame::Method<SingleDialog>> SingleDialog::Members::methods() {
+  static constexpr frame::Method<SingleDialog> kRows[] = {
+      {"ASPConnect", frame::kAnyNumber, &SingleDialog::connect},
       {"writeDialog", 0, &SingleDialog::writeDialog}};
   return kRows;
 }
 
 Variant SingleDialog::connect(std::span<Variant> arguments) {
-  page_ = connectedPage(arguments);
+  page_ = frame::connectedPage(arguments);
   return {};
 }
 

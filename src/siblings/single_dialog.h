@@ -4,18 +4,18 @@
 #include <memory>
 #include <string>
 
-#include "siblings/member_table.h"
+#include "frame/member_table.h"
 
 namespace tarlo::siblings {
 
 // Properties: title, bodyHtml and addjs (markup, written as they are), bgcolor (a colour name or
 // #rrggbb; others are dropped), ViewType (kept for reading back). writeDialog before ASPConnect
 // raises error 91.
-class SingleDialog : public MemberObject<SingleDialog> {
+class SingleDialog : public frame::MemberObject<SingleDialog> {
  public:
   struct Members {
-    static std::span<const Property<SingleDialog>> properties();
-    static std::span<const Method<SingleDialog>> methods();
+    static std::span<const frame::Property<SingleDialog>> properties();
+    static std::span<const frame::Method<SingleDialog>> methods();
   };
 
  private:

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "frame/member_table.h"
 #include "siblings/grid_drawing.h"
-#include "siblings/member_table.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -44,19 +44,19 @@ std::string widthOf(std::string_view text) {
 }  // namespace
 
 template <bool GridDefinition::*kFlag>
-constexpr Property<Table> Table::Members::flag(std::string_view name) {
+constexpr frame::Property<Table> Table::Members::flag(std::string_view name) {
   return {name, [](const Table& table) { return Variant(table.grid_.*kFlag); },
-          [](Table& table, const Variant& value) { table.grid_.*kFlag = toFlag(value); }};
+          [](Table& table, const Variant& value) { table.grid_.*kFlag = frame::toFlag(value); }};
 }
 
 template <std::string GridDefinition::*kText>
-constexpr Property<Table> Table::Members::text(std::string_view name) {
+constexpr frame::Property<Table> Table::Members::text(std::string_view name) {
   return {name, [](const Table& table) { return Variant(table.grid_.*kText); },
           [](Table& table, const Variant& value) { table.grid_.*kText = spliced(value); }};
 }
 
-std::span<const Property<Table>> Table::Members::properties() {
-  static constexpr Property<Table> kRows[] = {
+std::span<const frame::Property<Table>> Table::Members::properties() {
+  static constexpr frame::Property<Table> kRows[] = {
       text<&GridDefinition::id>("id"),
       text<&GridDefinition::sql>("sql"),
       text<&GridDefinition::orderBy>("orderBy"),
@@ -82,17 +82,20 @@ std::span<const Property<Table>> Table::Members::properties() {
   return kRows;
 }
 
-std::span<const Method<Table>> Table::Members::methods() {
-  static constexpr Method<Table> kRows[] = {
-      {"ASPConnect", kAnyNumber, &Table::connect}, {"AddSubMenuTitle", 2, &Table::addSubMenuTitle},
-      {"AddSubMenu", 3, &Table::addSubMenu},       {"addActions", 4, &Table::addActions},
-      {"WriteTable", 0, &Table::writeTable},       {"getTableHtml", 0, &Table::getTableHtml},
+std::span<const frame::Method<Table>> Table::Members::methods() {
+  static constexpr frame::Method<Table> kRows[] = {
+      {"ASPConnect", frame::kAnyNumber, &Table::connect},
+      {"AddSubMenuTitle", 2, &Table::addSubMenuTitle},
+      {"AddSubMenu", 3, &Table::addSubMenu},
+      {"addActions", 4, &Table::addActions},
+      {"WriteTable", 0, &Table::writeTable},
+      {"getTableHtml", 0, &Table::getTableHtml},
   };
   return kRows;
 }
 
 Variant Table::connect(std::span<Variant> arguments) {
-  page_ = connectedPage(arguments);
+  page_ = frame::connectedPage(arguments);
   return {};
 }
 

@@ -3,24 +3,24 @@
 
 #include <memory>
 
+#include "frame/member_table.h"
 #include "frame/page.h"
 #include "siblings/grid_definition.h"
-#include "siblings/member_table.h"
 
 namespace tarlo::siblings {
 
 // Every property can be read back. Flags are Booleans or texts. A grid that is drawn before
 // ASPConnect raises error 91, one without an id or whose id is no script name error 5. A refused
 // statement raises nothing: the grid then says so in the place of its rows.
-class Table : public MemberObject<Table> {
+class Table : public frame::MemberObject<Table> {
  public:
   struct Members {
     template <bool GridDefinition::*kFlag>
-    static constexpr Property<Table> flag(std::string_view name);
+    static constexpr frame::Property<Table> flag(std::string_view name);
     template <std::string GridDefinition::*kText>
-    static constexpr Property<Table> text(std::string_view name);
-    static std::span<const Property<Table>> properties();
-    static std::span<const Method<Table>> methods();
+    static constexpr frame::Property<Table> text(std::string_view name);
+    static std::span<const frame::Property<Table>> properties();
+    static std::span<const frame::Method<Table>> methods();
   };
 
  private:

@@ -12,15 +12,15 @@ using frame::Template;
 using variant::spliced;
 
 template <std::string WebDialog::*kText>
-constexpr Property<WebDialog> text(std::string_view name) {
+constexpr frame::Property<WebDialog> text(std::string_view name) {
   return {name, [](const WebDialog& dialog) { return Variant(dialog.*kText); },
           [](WebDialog& dialog, const Variant& value) { dialog.*kText = spliced(value); }};
 }
 
 }  // namespace
 
-std::span<const Property<WebDialog>> WebDialog::Members::properties() {
-  static constexpr Property<WebDialog> kRows[] = {
+std::span<const frame::Property<WebDialog>> WebDialog::Members::properties() {
+  static constexpr frame::Property<WebDialog> kRows[] = {
       text<&WebDialog::title_>("title"),
       text<&WebDialog::script_>("addjs"),
       text<&WebDialog::formAction_>("FormAction"),
@@ -35,15 +35,16 @@ std::span<const Property<WebDialog>> WebDialog::Members::properties() {
   return kRows;
 }
 
-std::span<const Method<WebDialog>> WebDialog::Members::methods() {
-  static constexpr Method<WebDialog> kRows[] = {{"ASPConnect", kAnyNumber, &WebDialog::connect},
-                                                {"addStep", 4, &WebDialog::addStep},
-                                                {"writeDialog", 0, &WebDialog::writeDialog}};
+std::span<const frame::Method<WebDialog>> WebDialog::Members::methods() {
+  static constexpr frame::Method<WebDialog> kRows[] = {
+      {"ASPConnect", frame::kAnyNumber, &WebDialog::connect},
+      {"addStep", 4, &WebDialog::addStep},
+      {"writeDialog", 0, &WebDialog::writeDialog}};
   return kRows;
 }
 
 Variant WebDialog::connect(std::span<Variant> arguments) {
-  page_ = connectedPage(arguments);
+  page_ = frame::connectedPage(arguments);
   return {};
 }
 
@@ -76,6 +77,11 @@ std::string WebDialog::scriptsMarkup() const {
   return "[" + list + "]";
 }
 
+std::string WebDialog::scriptElements() const {
+  if (script_.empty() || script_.starts_with('<')) return script_;
+  return "<script>\r\n" + script_ + "\r\n</script>";
+}
+
 Variant WebDialog::writeDialog(std::span<Variant>) {
   static const Template dialog(embedded::siblings_pages::find("web_dialog.html"));
   if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
@@ -86,7 +92,7 @@ Variant WebDialog::writeDialog(std::span<Variant>) {
                                  {"helpTitle", helpTitle_},
                                  {"help", helpHtml_},
                                  {"html", html_},
-                                 {"script", script_},
+                                 {"script", scriptElements()},
                                  {"scripts", scriptsMarkup()}});
   return {};
 }

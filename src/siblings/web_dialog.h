@@ -5,22 +5,22 @@
 #include <string>
 #include <vector>
 
-#include "siblings/member_table.h"
+#include "frame/member_table.h"
 
 namespace tarlo::siblings {
 
-// Properties: title, TotalStep, addjs (script elements, written behind the steps), FormAction,
-// HelpHtml, HelpTitle, addHTML. addStep takes title, content, next script and back script, an empty
-// script being the dialog's own step. Contents, addjs, addHTML and the help are markup and stand in
-// the page as they are. The page gives scripts the form `TarloDialog`, the button `btnNext`, the
-// hidden frames `pophidden` and `hidden`, switchStep(), moveStep(n), and calls doFirstStep() once
-// where the page has one; behind the last step it closes with the result 1. writeDialog before
-// ASPConnect raises error 91.
-class WebDialog : public MemberObject<WebDialog> {
+// Properties: title, TotalStep, addjs (script text, or script elements when it begins with one;
+// written behind the steps), FormAction, HelpHtml, HelpTitle, addHTML. addStep takes title,
+// content, next script and back script, an empty script being the dialog's own step. Contents,
+// addjs, addHTML and the help are markup and stand in the page as they are. The page gives scripts
+// the form `TarloDialog`, the button `btnNext`, the hidden frames `pophidden` and `hidden`,
+// switchStep(), moveStep(n), and calls doFirstStep() once where the page has one; behind the last
+// step it closes with the result 1. writeDialog before ASPConnect raises error 91.
+class WebDialog : public frame::MemberObject<WebDialog> {
  public:
   struct Members {
-    static std::span<const Property<WebDialog>> properties();
-    static std::span<const Method<WebDialog>> methods();
+    static std::span<const frame::Property<WebDialog>> properties();
+    static std::span<const frame::Method<WebDialog>> methods();
   };
 
  private:
@@ -36,6 +36,7 @@ class WebDialog : public MemberObject<WebDialog> {
   Variant writeDialog(std::span<Variant> arguments);
   std::string stepsMarkup() const;
   std::string scriptsMarkup() const;
+  std::string scriptElements() const;
 
   Page* page_ = nullptr;
   std::string title_;

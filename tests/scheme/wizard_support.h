@@ -1,102 +1,21 @@
 #pragma once
-// The platform's own tables with the small business of support/dictionary.h in them, and a page
-// whose dialogs and grids write what is done with them.
-
-#include <fstream>
-#include <sstream>
-#include <string>
+// A platform database whose dialogs and grids write what is done with them into the page.
 
 #include "page_support.h"
-#include "support/dictionary.h"
+#include "support/platform_database.h"
 
 namespace tarlo::testing {
 
-class WizardDatabase {
+class WizardDatabase : public PlatformDatabase {
  public:
-  WizardDatabase()
-      : connectionString_("sqlite:" + (folder_.path() / "wizard.db").string()),
-        page_(databases_, connectionString_) {
-    database::OpenOptions options;
-    options.create = true;
-    const auto database = database::openDatabase(connectionString_, options);
-    auto connection = database->borrow();
-    connection->allowDdl(true);
-    for (const char* name :
-         {"10_schemes.sql", "20_dictionary.sql", "30_organisation.sql", "50_services.sql"}) {
-      std::ifstream file(std::string(TARLO_TEST_DATA) + "/../../schema/tables/" + name);
-      std::stringstream text;
-      text << file.rdbuf();
-      database::runScript(*connection, text.str());
-    }
-    database::runScript(*connection, kBusinessTables);
-    database::runScript(*connection, numbered(kDictionaryRows));
-    connection->execute("update Zembra_DataDict_Table set DDT_DirID=7");
-    connection->execute("insert into Zembra_Dict_TableDir (TD_Name) values ('Sales')");
-    page_.session()["usrid"] = 1;
-    page_.session()["usrICID"] = 101;
-    page_.application()["designerExtras"] = false;
+  WizardDatabase() {
     for (const auto& [progId, name] :
          {std::pair{"TarloTable.table", "grid"}, std::pair{"TarloDialog.WebDialog", "dialog"},
           std::pair{"TarloDialog.SingleDialog", "dialog"}}) {
-      page_.registerObject(
+      local().registerObject(
           progId, [this, name] { return std::make_shared<RecordingObject>(page(), name); });
     }
   }
-
-  Page& page() { return page_.page(); }
-  void ask(std::string_view key, const Variant& value) {
-    page_.request()[std::string(key)] = value;
-  }
-  void setApplication(const std::string& key, const Variant& value) {
-    page_.application()[key] = value;
-  }
-  void execute(std::string_view sql) { frame::execSQL(page(), Variant(sql)); }
-  std::string rows(std::string_view sql) {
-    return textOf(frame::execSQLRows(page(), Variant(sql)));
-  }
-  // A scheme over Orders (table 10) with these definition strings; gives its id.
-  std::string addScheme(const std::string& name, const std::string& columns,
-                        const std::string& values) {
-    execute("insert into Zembra_Query_Main (Query_Name,Query_MainTBID,Query_Prikey," + columns +
-            ") values ('" + name + "',10,'100'," + values + ")");
-    return rows("select max(Query_ID) from Zembra_Query_Main");
-  }
-  const std::string& written() const { return page_.written(); }
-  template <class Step>
-  std::string writtenBy(Step&& step) {
-    return writtenInto(page_, std::forward<Step>(step));
-  }
-
- private:
-  // The rows bring their own numbers, which the platform's tables give themselves otherwise.
-  static std::string numbered(std::string_view script) {
-    std::string text;
-    for (const std::string_view batch : variant::split(script, "GO\n")) {
-      const std::size_t at = batch.find("insert into ");
-      if (at == std::string_view::npos) continue;
-      const std::string table(batch.substr(at + 12, batch.find(' ', at + 12) - at - 12));
-      text += "SET IDENTITY_INSERT " + table + " ON\nGO\n" + std::string(batch) +
-              "\nGO\nSET IDENTITY_INSERT " + table + " OFF\nGO\n";
-    }
-    return text;
-  }
-
-  TemporaryFolder folder_;
-  std::string connectionString_;
-  database::Registry databases_;
-  frame::LocalPage page_;
 };
-
-inline bool holds(std::string_view text, std::string_view part) {
-  return text.find(part) != std::string_view::npos;
-}
-
-// The text between two marks, the first of them included; "" when one is missing.
-inline std::string between(const std::string& text, std::string_view from, std::string_view to) {
-  const std::size_t begin = text.find(from);
-  if (begin == std::string::npos) return "";
-  const std::size_t end = text.find(to, begin + from.size());
-  return end == std::string::npos ? "" : text.substr(begin, end - begin);
-}
 
 }  // namespace tarlo::testing

@@ -7,6 +7,8 @@
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
 #include "host/site/sign_in_pages.h"
+#include "services/file_system.h"
+#include "services/new_mail.h"
 #include "siblings/siblings.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
@@ -39,11 +41,22 @@ frame::ValueMap applicationValues(const Config& config) {
   values["virtualWebKeyWord"] = config.virtualWebKeyWord;
   values["strConn"] = config.database;
   values["designerExtras"] = config.designerExtras;
+  values["mailSender"] = config.mailSender;
+  values["mailTelephone"] = config.mailTelephone;
+  values["mailComplaintsTelephone"] = config.mailComplaintsTelephone;
+  values["mailCompany"] = config.mailCompany;
   return values;
 }
 
-ObjectFactories siblingObjects() {
+ObjectFactories pageObjects(const Config& config) {
   ObjectFactories factories;
+  const services::MailServer mail{
+      config.mailServer, config.mailUser, config.mailPassword,
+      std::chrono::duration_cast<std::chrono::seconds>(config.mailTime)};
+  factories["CDONTS.NewMail"] = [mail] { return services::makeNewMail(mail); };
+  factories["Scripting.FileSystemObject"] = [folder = config.transferFolder] {
+    return services::makeFileSystem(folder);
+  };
   for (const auto& progId : siblings::progIds()) factories[std::string(progId.name)] = progId.make;
   return factories;
 }
@@ -67,7 +80,7 @@ Site::Site(const Config& config, database::Registry& databases, StaticFiles file
       log_(std::move(log)),
       files_(std::move(files)),
       sessions_(config.sessionIdle, config.sessions),
-      objects_(siblingObjects()),
+      objects_(pageObjects(config)),
       server_(objects_, charsetIn(config)),
       application_(applicationValues(config)),
       signIn_(config, databases, log_),

@@ -10,7 +10,7 @@
 #include "variant/runtime_error.h"
 #include "variant/text.h"
 
-namespace tarlo::siblings {
+namespace tarlo::frame {
 
 // An optional member of a component: pages set flags as Booleans and as the texts "true" and
 // "false".
@@ -83,7 +83,7 @@ class MemberObject : public Object {
 inline Page* pageOf(std::span<const Variant> arguments) {
   for (const Variant& argument : arguments) {
     if (!argument.isObject()) continue;
-    if (const auto* context = dynamic_cast<frame::ContextObject*>(argument.object().get())) {
+    if (const auto* context = dynamic_cast<ContextObject*>(argument.object().get())) {
       return &context->page();
     }
   }
@@ -97,4 +97,4 @@ inline Page* connectedPage(std::span<const Variant> arguments) {
   return page;
 }
 
-}  // namespace tarlo::siblings
+}  // namespace tarlo::frame

@@ -1,0 +1,68 @@
+#include "control/control_definition.h"
+
+#include "control/control_statement.h"
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::control {
+namespace {
+
+std::string posted(Page& page, std::string_view key) {
+  return variant::spliced(page.request.value(key));
+}
+
+// "table.field" as posted; what is missing is "".
+struct Caption {
+  std::string table;
+  std::string field;
+};
+
+Caption captionOf(const std::vector<std::string_view>& captions, std::size_t index) {
+  if (index >= captions.size()) return {};
+  const auto parts = variant::split(captions[index], ".");
+  if (parts.size() < 2) return {};
+  return {std::string(parts[0]), std::string(parts[1])};
+}
+
+}  // namespace
+
+ControlColumns postedColumns(Page& page) {
+  return {posted(page, "realField"), posted(page, "viewField")};
+}
+
+void describeColumns(Page& page, const ControlColumns& columns, ControlRow& row) {
+  const std::string list = variant::replace(posted(page, "CField"), "'", "''");
+  const auto captions = variant::split(list, ",");
+  const Caption value = captionOf(captions, 0);
+  const Caption text = captionOf(captions, 1);
+  const std::string first = tablePart(columns.value);
+  const std::string second = tablePart(columns.text);
+  const bool isOneTable = first == second;
+  row.captions = value.field + "," + text.field;
+  row.tables = isOneTable ? second : first + "." + second;
+  row.tableCaptions = isOneTable ? value.table : value.table + "," + text.table;
+}
+
+std::string postedLevels(Page& page, std::string_view condition) {
+  const std::string relating = posted(page, "relField1");
+  const std::string values = posted(page, "relField2");
+  const std::string texts = posted(page, "relField3");
+  const auto first = variant::split(relating, ",");
+  const auto second = variant::split(values, ",");
+  const auto third = variant::split(texts, ",");
+  std::string levels;
+  for (std::size_t i = 0; i < first.size() && i < second.size() && i < third.size(); ++i) {
+    if (!levels.empty()) levels += ";";
+    levels.append(tablePart(first[i])).append(",").append(first[i]).append(",");
+    levels.append(second[i]).append(",").append(third[i]);
+    if (!condition.empty()) levels.append(",").append(condition);
+  }
+  return levels;
+}
+
+std::string postedTitles(Page& page) {
+  const std::string titles = variant::replace(posted(page, "TitleField"), ",", "|");
+  return variant::replace(titles, "<", "");
+}
+
+}  // namespace tarlo::control

@@ -1,0 +1,75 @@
+#include "control/control_store.h"
+
+#include "control/control_filter.h"
+#include "frame/data.h"
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::control {
+namespace {
+
+// What ends the row's values. Lists have always named their class, cascades and drop-downs of
+// users leave it to the column's default.
+std::string_view closing(const ControlRow& row) {
+  const bool isTemplate = row.controlClass == ControlClass::Template;
+  switch (row.kind) {
+    case ControlKind::DropDown:
+      return isTemplate ? ",1,1)" : ",1)";
+    case ControlKind::Cascade:
+      return isTemplate ? ",2,1)" : ",2)";
+    case ControlKind::List:
+      return " , 3 , 0 )";
+  }
+  return {};
+}
+
+bool namesClass(const ControlRow& row) {
+  return row.kind == ControlKind::List || row.controlClass == ControlClass::Template;
+}
+
+}  // namespace
+
+std::string insertStatement(const ControlRow& row) {
+  std::string sql =
+      "insert Zembra_Query_Field(QF_Name,QF_NameID,QF_Field,QF_CField,QF_Table,QF_CTable,"
+      "QF_Relation,QF_Desc,QF_FieldType";
+  sql.append(namesClass(row) ? ",QF_System) values('" : ") values('");
+  sql.append(row.name).append("',").append(row.scheme).append(",'").append(row.columns);
+  for (const std::string* text :
+       {&row.captions, &row.tables, &row.tableCaptions, &row.definition, &row.remark}) {
+    sql.append("','").append(*text);
+  }
+  return sql.append("'").append(closing(row));
+}
+
+bool isNameTaken(Page& page, const ControlRow& row) {
+  std::string sql = "select QF_Name from Zembra_Query_Field where QF_Name = '" + row.name +
+                    "' and QF_NameID = " + row.scheme;
+  if (row.kind != ControlKind::Cascade) {
+    sql += " and Zembra_Flag <> 0";
+    if (row.controlClass == ControlClass::Template) sql += " and QF_System=1";
+  }
+  return frame::execSQLRows(page, sql).isArray();
+}
+
+void readNameAndRemark(Page& page, ControlRow& row) {
+  const auto doubled = [&](std::string_view key) {
+    return variant::replace(variant::spliced(page.request.value(key)), "'", "''");
+  };
+  row.name = doubled("QF_Name");
+  row.remark = doubled("QF_Desc");
+}
+
+bool hasName(const ControlRow& row) {
+  return !variant::trim(row.name).empty();
+}
+
+bool runs(Page& page, ErrorState& err, std::string& sql) {
+  err.clear();
+  Variant statement(sql);
+  err.run([&] { frame::execSQLLogged(page, statement, frame::kCommandText); });
+  sql = variant::spliced(statement);
+  return !err.failed();
+}
+
+}  // namespace tarlo::control

@@ -1,0 +1,118 @@
+#include "control/preview_control.h"
+
+#include "control/control_answers.h"
+#include "control/control_definition.h"
+#include "control/control_filter.h"
+#include "control/control_statement.h"
+#include "control/list_grid.h"
+#include "control/scheme_columns.h"
+#include "embedded_control_pages.h"
+#include "frame/data.h"
+#include "frame/dialog_frame.h"
+#include "frame/step_page.h"
+#include "frame/template.h"
+#include "metadata/introspection.h"
+#include "services/data_sources.h"
+#include "services/option_list.h"
+#include "variant/array.h"
+#include "variant/compare.h"
+#include "variant/convert.h"
+
+namespace tarlo::control {
+namespace {
+
+using frame::Template;
+using variant::spliced;
+
+constexpr std::string_view kRefusedDropDown =
+    "<script>parent.sAlert('得到的查询语句有错误，无法预览！\\n"
+    "请检查方案主表关联字段是否正确选择！');</script>";
+
+// Rows of value and text as a combo box's data.
+std::string optionsOf(const Variant& rows) {
+  services::OptionList options;
+  if (!rows.isArray()) return {};
+  const Array& cells = rows.array();
+  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
+    options.add(spliced(cells.at(1, row)), spliced(cells.at(0, row)));
+  }
+  return std::string(options.joined());
+}
+
+}  // namespace
+
+void previewSearchdlg_UsrField(Page& page) {
+  const Variant kind = page.request.value("fieldtype");
+  if (variant::equalsAsText(kind, "1")) previewSearchdlg_UsrField1(page);
+  if (variant::equalsAsText(kind, "2")) previewSearchdlg_UsrField2(page);
+  if (variant::equalsAsText(kind, "3")) previewSearchdlg_UsrField3(page);
+}
+
+void previewSearchdlg_UsrField1(Page& page) {
+  static const Template preview(embedded::control_pages::find("drop_down_preview.html"));
+  const ControlColumns columns = postedColumns(page);
+  const std::string filter =
+      compileControlFilter(spliced(page.request.value("filter")), FilterUse::PreviewUserControl);
+  const std::string sql = oneTableStatement(columns.value, columns.text, filter);
+  ErrorState err;
+  std::string tested = sql;
+  if (!runs(page, err, tested)) return page.response.write(kRefusedDropDown);
+  const Variant rows = err.value([&] { return frame::execSQLRows(page, sql); });
+  preview.write(page.response, {{"data", optionsOf(rows)}});
+}
+
+void previewSearchdlg_UsrField2(Page& page) {
+  static const Template preview(embedded::control_pages::find("cascade_preview.html"));
+  const ControlColumns columns = postedColumns(page);
+  const std::string scheme = spliced(page.request.value("id"));
+  std::string sql = twoTableStatement(page, scheme, columns.value, columns.text);
+  const bool isGrouped = sql.find(" group by ") != std::string::npos;
+  sql = withCondition(sql, isGrouped ? "[].Zembra_Flag <> 0" : "[]. Zembra_Flag <> 0");
+  ErrorState err;
+  if (runs(page, err, sql)) {
+    preview.write(page.response,
+                  {{"levels", postedLevels(page, "")},
+                   {"options", spliced(services::GetComboBoxXMLs(page, Variant(sql)))}});
+  } else {
+    page.response.write(kNotPreviewable);
+  }
+  frame::writeDialogBodyEnd(page);
+  page.response.write(
+      "<div align=\"right\"><input type=\"button\" class=\"btnX\" value=\"关闭\" "
+      "onclick=\"window.close()\"></div>\r\n");
+  frame::writeDialogFoot(page);
+}
+
+void previewSearchdlg_UsrField3(Page& page) {
+  const std::string scheme = spliced(page.request.value("id"));
+  const SchemeColumns columns(page, scheme);
+  std::string sql = "select 1 as tempidcolumn_V1";
+  for (const std::string& number : chosenColumns(spliced(page.request.value("viewfield")))) {
+    sql += columns.selectItem(number);
+  }
+  sql += fromPart(metadata::getQuerySQL(page, Variant(scheme), false));
+  sql = withCondition(sql, "1 = 0");
+  ErrorState err;
+  std::string tested = sql;
+  if (!runs(page, err, tested)) {
+    page.response.write("<script>" + std::string(kNotSaveable) + "</script>");
+    return;
+  }
+  page.session.put("query_sql", Variant(sql));
+  page.session.put("query_title", Variant(postedTitles(page)));
+  page.response.write("<script>parent.step4_privew();</script>");
+}
+
+void showSearchpreview_UsrField(Page& page) {
+  static const Template preview(embedded::control_pages::find("list_preview.html"));
+  const std::string sql = spliced(page.session.get("query_sql"));
+  const std::string titles = spliced(page.session.get("query_title"));
+  page.session.put("query_sql", "");
+  page.session.put("query_title", "");
+  frame::writeStepHead(page);
+  ErrorState err;
+  const Variant grid = err.value([&] { return listGrid(page, sql, titles, "98%"); });
+  preview.write(page.response, {{"grid", spliced(grid)}});
+}
+
+}  // namespace tarlo::control

@@ -1,0 +1,43 @@
+#include "frame/dialog_frame.h"
+
+#include <string>
+
+#include "embedded_frame_pages.h"
+#include "frame/response_settings.h"
+#include "frame/template.h"
+
+namespace tarlo::frame {
+namespace {
+
+// What a browser appends to a dialog's title is pushed out of sight.
+std::string titlePadding() {
+  constexpr std::string_view kBlank = "&nbsp;";
+  constexpr int kCount = 300;
+  std::string padding;
+  padding.reserve(kCount * kBlank.size());
+  for (int i = 0; i < kCount; ++i) padding += kBlank;
+  return padding;
+}
+
+}  // namespace
+
+void writeDialogHead(Page& page, std::string_view title, DialogBody body) {
+  static const Template head(embedded::frame_pages::find("dialog_head.html"));
+  static const std::string padding = titlePadding();
+  writeResponseSettings(page.response);
+  head.write(page.response, {{"title", title},
+                             {"padding", padding},
+                             {"background", body == DialogBody::White ? "#FFFFFF" : ""}});
+}
+
+void writeDialogBodyEnd(Page& page) {
+  static const Template end(embedded::frame_pages::find("dialog_body_end.html"));
+  end.write(page.response);
+}
+
+void writeDialogFoot(Page& page) {
+  static const Template foot(embedded::frame_pages::find("dialog_foot.html"));
+  foot.write(page.response);
+}
+
+}  // namespace tarlo::frame
