@@ -14,7 +14,6 @@ std::shared_ptr<Object> choiceGrid(Page& page, std::string_view title, const std
   grid->put("sql", sql);
   grid->put("Pagesize", pageSize);
   grid->put("showMenu", false);
-  grid->put("showButton", false);
   return grid;
 }
 

@@ -12,8 +12,8 @@ namespace tarlo::control {
 Variant listGrid(Page& page, const std::string& sql, const std::string& titles,
                  std::string_view width);
 
-// A grid of a wizard's frame, to choose one row from: id "SearchTable", no menu and no buttons,
-// set up but for what the caller sets.
+// A grid of a wizard's frame, to choose one row from: id "SearchTable", no menu, set up but for
+// what the caller sets.
 std::shared_ptr<Object> choiceGrid(Page& page, std::string_view title, const std::string& sql,
                                    int pageSize);
 

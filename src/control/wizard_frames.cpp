@@ -52,6 +52,7 @@ void addSearchDlg_UsrField1_1(Page& page) {
   frame::writeStepHead(page);
   const auto grid =
       choiceGrid(page, "查询方案|方案说明|创建时间", userSchemes(page.request.value("field1")), 13);
+  grid->put("showButton", false);
   grid->put("orderBy", "a.Zembra_ModiDate DESC");
   grid->put("MultiPage", "true");
   grid->put("Width", "100%");

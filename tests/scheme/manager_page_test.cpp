@@ -5,8 +5,8 @@
 
 #include <map>
 
-#include "golden_page.h"
-#include "page_support.h"
+#include "support/golden_page.h"
+#include "support/page_support.h"
 #include "scheme/page_frame.h"
 #include "variant/runtime_error.h"
 

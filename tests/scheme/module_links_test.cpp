@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "page_support.h"
+#include "support/page_support.h"
 #include "variant/runtime_error.h"
 
 namespace tarlo::scheme {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "golden_page.h"
-#include "wizard_support.h"
+#include "support/golden_page.h"
+#include "support/wizard_support.h"
 
 namespace tarlo::scheme {
 namespace {

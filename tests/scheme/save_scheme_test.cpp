@@ -4,12 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include "golden_page.h"
+#include "support/golden_page.h"
 #include "scheme/preview_page.h"
 #include "scheme/reduction.h"
 #include "scheme/save_form.h"
 #include "scheme/save_statement.h"
-#include "wizard_support.h"
+#include "support/wizard_support.h"
 
 namespace tarlo::scheme {
 namespace {

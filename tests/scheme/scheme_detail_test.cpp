@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "scheme/title_table.h"
-#include "wizard_support.h"
+#include "support/wizard_support.h"
 
 namespace tarlo::scheme {
 namespace {

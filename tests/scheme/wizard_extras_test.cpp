@@ -7,7 +7,7 @@
 #include "scheme/diagnosis.h"
 #include "scheme/preview_page.h"
 #include "variant/error_state.h"
-#include "wizard_support.h"
+#include "support/wizard_support.h"
 
 namespace tarlo::scheme {
 namespace {

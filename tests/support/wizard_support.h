@@ -1,7 +1,7 @@
 #pragma once
 // A platform database whose dialogs and grids write what is done with them into the page.
 
-#include "page_support.h"
+#include "support/page_support.h"
 #include "support/platform_database.h"
 
 namespace tarlo::testing {

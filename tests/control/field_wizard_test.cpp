@@ -1,0 +1,112 @@
+#include "control/field_wizard.h"
+
+#include <gtest/gtest.h>
+
+#include "control/cascade_page.h"
+#include "control/manager_page.h"
+#include "control/wizard_frames.h"
+#include "control_data.h"
+#include "support/golden_page.h"
+
+namespace tarlo::control {
+namespace {
+
+using tarlo::testing::ControlDatabase;
+using tarlo::testing::errorOf;
+using tarlo::testing::expectGolden;
+using tarlo::testing::holds;
+
+std::string step(ControlDatabase& data, int kind, const std::string& scheme) {
+  data.ask("fieldtype", std::to_string(kind));
+  data.ask("queryid", scheme);
+  return data.writtenBy([&] { addSearchDlg_UsrField2(data.page()); });
+}
+
+TEST(FieldWizard, TheDialogAndItsFrames) {
+  ControlDatabase data;
+  expectGolden("field_wizard.html", data.writtenBy([&] { addSearchDlg_UsrField(data.page()); }));
+  expectGolden("empty_frame.html", data.writtenBy([&] { getQueryTable(data.page()); }));
+  expectGolden("frame_wrapper.html", data.writtenBy([&] { addSearchDlg_UsrField1(data.page()); }));
+  const auto list = [&] { addSearchDlg_UsrField1_1(data.page()); };
+  data.ask("field1", "1");
+  expectGolden("user_schemes.html", data.writtenBy(list));
+  data.ask("field1", "3");  // a list takes schemes with statistics
+  EXPECT_FALSE(holds(data.writtenBy(list), "Query_HasStatic"));
+}
+
+TEST(FieldWizard, SchemesAsADropDown) {
+  ControlDatabase data;
+  data.addOrders();
+  data.addCounts();
+  data.execute("update Zembra_Query_Main set Query_Dic=1,Query_Name=' ' + Query_Name + '''s '");
+  data.ask("contrltype", "1");
+  EXPECT_TRUE(holds(data.writtenBy([&] { addSearchDlg_UsrField1_2(data.page()); }),
+                    "请选查询方案...<<<<<<-1>>>>>>orders\\'s<<<<<<1\\\""));
+}
+
+TEST(FieldWizard, ADropDownsFieldsFollowTheRelatingField) {
+  ControlDatabase data;
+  const std::string scheme = data.addOrders();
+  expectGolden("drop_down_step.html", step(data, 1, scheme));
+  data.ask("relfield", "102");
+  const std::string related = step(data, 1, scheme);
+  EXPECT_TRUE(holds(related, "SelectValue=\\\"102\\\""));
+  EXPECT_TRUE(holds(related,
+                    "data=\\\"Client.Key<<<<<<[Customer].[ID]>>>>>>Client.Town<<<<<<"
+                    "[Customer].[City]\\\""));
+  // Without relations the main table stays.
+  data.execute("update Zembra_Query_Main set Query_MultiRelSel=''");
+  EXPECT_TRUE(holds(step(data, 1, scheme), "Order.Key<<<<<<[Orders].[ID]>>>>>>"));
+  EXPECT_TRUE(holds(step(data, 1, "99"), "方案主表<<<<<<-1\\\""));  // and nothing raises
+}
+
+TEST(FieldWizard, AListsColumnsAndTitles) {
+  ControlDatabase data;
+  const std::string scheme = data.addOrders();
+  expectGolden("list_step.html", step(data, 3, scheme));
+  EXPECT_EQ(errorOf([&] { step(data, 3, "99"); }), 13);
+  EXPECT_EQ(step(data, 5, scheme), "");
+
+  const auto titles = [&] { addSearchDlg_UsrField3(data.page()); };
+  data.ask("id", scheme);
+  data.ask("viewfield", "undefined,2,3,1");
+  expectGolden("titles_step.html", data.writtenBy(titles));
+  for (const char* none : {"", "undefined"}) {
+    data.ask("viewfield", none);
+    EXPECT_EQ(data.writtenBy(titles), "<script>parent.sAlert('请选择显示字段！',0);</script>");
+  }
+}
+
+TEST(FieldWizard, TheCascadePageIsKept) {
+  ControlDatabase data;
+  expectGolden("cascade_page.html", step(data, 2, data.addOrders()));
+  EXPECT_EQ(errorOf([&] { step(data, 2, "99"); }), 13);
+}
+
+TEST(ControlManager, PagesOfUsersAndTemplates) {
+  tarlo::testing::PageDatabase data;
+  expectGolden("manager_user.html", data.writtenBy([&] { ctrlSearch_Usrfield(data.page()); }));
+  expectGolden("manager_template.html", data.writtenBy([&] { ctrlSearch_Sysfield(data.page()); }));
+}
+
+TEST(ControlManager, OnlyTheTemplatesDeleteLooksAtTheError) {
+  constexpr std::string_view kDeleted =
+      "<script>top.sAlert('此控件关系已经从系统中删除！',false);parent.SearchTable.reload();"
+      "</script>";
+  for (const bool isTemplate : {false, true}) {
+    ControlDatabase data;
+    const auto remove = [&](std::string_view ids) {
+      data.ask("ID", ids);
+      return data.writtenBy(
+          [&] { (isTemplate ? delSearch_sysField : delSearch_UsrField)(data.page()); });
+    };
+    data.execute("insert into Zembra_Query_Field (QF_Name) values ('a'),('b'),('c')");
+    EXPECT_EQ(remove("1,3"), kDeleted);
+    EXPECT_EQ(data.rows("select QF_Name from Zembra_Query_Field where Zembra_Flag<>0"), "b");
+    EXPECT_EQ(remove(""),
+              isTemplate ? "<script>top.sAlert('删除控件关系出错！');</script>" : kDeleted);
+  }
+}
+
+}  // namespace
+}  // namespace tarlo::control
