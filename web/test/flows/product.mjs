@@ -17,14 +17,14 @@ export async function managerFrame(page) {
   return page.frame({ name: 'Zembra' });
 }
 
-export async function openManager(page) {
-  await page.locator('#dtMenu').getByText(kMenuEntry, { exact: true }).click();
+export async function openManager(page, entry = kMenuEntry) {
+  await page.locator('#dtMenu').getByText(entry, { exact: true }).click();
   return managerFrame(page);
 }
 
-export async function signInToManager(test) {
+export async function signInToManager(test, entry = kMenuEntry) {
   await signIn(test);
-  return openManager(test.page);
+  return openManager(test.page, entry);
 }
 
 /** The rows with a record; a message in their place is none. */

@@ -101,14 +101,17 @@ export async function save(test, wizard, name) {
   return frame;
 }
 
-/** The row of the scheme of that name, newest first. */
-export function storedScheme(server, name) {
-  const literal = name.replaceAll("'", "''");
-  const { columns, rows } = JSON.parse(
-    server.run(['sql', '--json', `select top 1 * from Zembra_Query_Main where Query_Name='${literal}' order by Query_ID desc`]),
-  );
+function newestRow(server, table, name, key, value) {
+  const sql = `select top 1 * from ${table} where ${name}='${value.replaceAll("'", "''")}' order by ${key} desc`;
+  const { columns, rows } = JSON.parse(server.run(['sql', '--json', sql]));
   return rows.length ? Object.fromEntries(columns.map((column, at) => [column, rows[0][at]])) : undefined;
 }
+
+/** The row of the scheme of that name, newest first. */
+export const storedScheme = (server, name) => newestRow(server, 'Zembra_Query_Main', 'Query_Name', 'Query_ID', name);
+
+/** The same of a control scheme. */
+export const storedControl = (server, name) => newestRow(server, 'Zembra_Query_Field', 'QF_Name', 'QF_ID', name);
 
 /** What `tarloquery compile` says when it compiles the scheme anew. */
 export function comparison(server, id) {
