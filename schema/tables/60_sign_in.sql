@@ -1,5 +1,5 @@
--- Passwords and one-time links of the sign-in. No row is ever deleted: a link that was used keeps
--- the mark of its use.
+-- Passwords and one-time links of the sign-in, and tokens of the JSON interface. No row is ever
+-- deleted: a link that was used keeps the mark of its use, a token that was ended its end.
 
 CREATE TABLE Tarlo_Credential (
   User_ID int PRIMARY KEY,
@@ -14,4 +14,12 @@ CREATE TABLE Tarlo_SignInLink (
   ExpiresAt datetime,
   UsedBy nvarchar(64)
 )
+GO
+CREATE TABLE Tarlo_ApiToken (
+  TokenHash nvarchar(64) PRIMARY KEY,
+  User_ID int,
+  ExpiresAt datetime
+)
+GO
+CREATE INDEX IX_ApiToken_User ON Tarlo_ApiToken (User_ID)
 GO

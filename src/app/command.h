@@ -33,5 +33,9 @@ Command addServe(CLI::App& program, Console console);
 Command addConfig(CLI::App& program, Console console);
 Command addSignInLink(CLI::App& program, Console console);
 Command addSetPassword(CLI::App& program, Console console);
+Command addApiToken(CLI::App& program, Console console);
+Command addControl(CLI::App& program, Console console);
+Command addPropagate(CLI::App& program, Console console);
+Command addFreeze(CLI::App& program, Console console);
 
 }  // namespace tarlo::app

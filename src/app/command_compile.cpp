@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
 #include <map>
 #include <memory>
 #include <optional>
@@ -10,6 +9,7 @@
 #include "app/command.h"
 #include "app/database_option.h"
 #include "app/exit_code.h"
+#include "app/id_argument.h"
 #include "app/progress.h"
 #include "app/refusal.h"
 #include "app/rows_output.h"
@@ -46,15 +46,7 @@ constexpr const char* kFooter =
 
 std::vector<int> idsOf(const Words& words) {
   std::vector<int> ids;
-  for (const std::string& word : words) {
-    int id = 0;
-    const char* end = word.data() + word.size();
-    const auto read = std::from_chars(word.data(), end, id);
-    if (read.ec != std::errc() || read.ptr != end) {
-      throw CommandError(kUsage, fmt::format("'{}' is not the id of a scheme.", word));
-    }
-    ids.push_back(id);
-  }
+  for (const std::string& word : words) ids.push_back(idFrom(word));
   return ids;
 }
 

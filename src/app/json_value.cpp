@@ -3,47 +3,15 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <limits>
 
 #include "variant/array.h"
-#include "variant/convert.h"
 
 namespace tarlo::app {
 namespace {
 
-using variant::State;
-
 constexpr std::string_view kJsonPrefix = "json:";
-
-// A double is exact for a decimal when its shortest text says the same digits again.
-Json decimalToJson(const std::string& digits) {
-  const char* end = digits.data() + digits.size();
-  std::int64_t whole = 0;
-  if (const auto read = std::from_chars(digits.data(), end, whole);
-      read.ec == std::errc() && read.ptr == end) {
-    return whole;
-  }
-  double number = 0;
-  const auto read = std::from_chars(digits.data(), end, number);
-  if (read.ec == std::errc() && read.ptr == end && fmt::format("{}", number) == digits) {
-    return number;
-  }
-  return digits;
-}
-
-Json arrayToJson(const Array& array, std::vector<std::ptrdiff_t>& indexes) {
-  Json list = Json::array();
-  const std::size_t dimension = indexes.size() + 1;
-  for (std::ptrdiff_t i = 0; i <= array.upperBound(dimension); ++i) {
-    indexes.push_back(i);
-    const bool whole = indexes.size() == array.rank();
-    list.push_back(whole ? toJson(array.at(indexes)) : arrayToJson(array, indexes));
-    indexes.pop_back();
-  }
-  return list;
-}
 
 Variant fromJson(const Json& json);
 
@@ -98,34 +66,6 @@ Variant fromJson(const Json& json) {
 
 }  // namespace
 
-Json toJson(const Variant& value) {
-  switch (value.state()) {
-    case State::Empty:
-      return Json::object();
-    case State::Null:
-      return nullptr;
-    case State::Text:
-      return value.text();
-    case State::Boolean:
-      return value.boolean();
-    case State::Double:
-      return *value.getIf<double>();
-    case State::Decimal:
-      return decimalToJson(value.decimal().digits);
-    case State::Date:
-      return variant::toText(value);
-    case State::Object:
-      return Json{{"object", true}};
-    case State::Array: {
-      std::vector<std::ptrdiff_t> indexes;
-      const Array& array = value.array();
-      return array.rank() == 0 ? Json::array() : arrayToJson(array, indexes);
-    }
-    default:
-      return variant::toInt64(value);
-  }
-}
-
 Variant parseArgument(std::string_view argument) {
   if (!argument.starts_with(kJsonPrefix)) return argument;
   argument.remove_prefix(kJsonPrefix.size());
@@ -136,10 +76,6 @@ Variant parseArgument(std::string_view argument) {
     throw ArgumentError(fmt::format("what follows \"json:\" is not JSON: {}", argument));
   }
   return fromJson(json);
-}
-
-std::string jsonText(const Json& json) {
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace tarlo::app

@@ -1,17 +1,18 @@
 #pragma once
-// Values between the command line and JSON. The states that the pages' rules hang on - Empty, Null,
-// "" - stay apart in both directions.
+// Values given on the command line: as text, or as JSON in the form in which they are printed.
 
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "host/api/json_value.h"
 #include "variant/variant.h"
 
 namespace tarlo::app {
 
-using Json = nlohmann::ordered_json;
+using host::Json;
+using host::jsonText;
+using host::toJson;
 
 // An argument that begins with "json:" and does not hold what may follow it.
 class ArgumentError : public std::runtime_error {
@@ -19,17 +20,9 @@ class ArgumentError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Empty is {}, Null is null, dates are text, a decimal is a number where a double holds it exactly
-// and text otherwise. An array is a list of its elements by the first index, so a rows table is a
-// list of columns. An object is {"object": true}.
-Json toJson(const Variant& value);
-
 // The text as it stands, or behind "json:" any of: nothing or {} (Empty), null, true, false, a
 // number, a quoted text, a list (an array; a list of lists of one length is an array of two
 // dimensions). Throws ArgumentError.
 Variant parseArgument(std::string_view argument);
-
-// One line; bytes that are not UTF-8 become U+FFFD.
-std::string jsonText(const Json& json);
 
 }  // namespace tarlo::app

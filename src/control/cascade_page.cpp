@@ -1,5 +1,7 @@
 #include "control/cascade_page.h"
 
+#include <fmt/format.h>
+
 #include "embedded_control_pages.h"
 #include "frame/dialog_frame.h"
 #include "frame/script_text.h"
@@ -24,10 +26,11 @@ std::string columnOptions(Page& page, const Variant& scheme) {
   for (std::ptrdiff_t i = 1; i <= pairs.upperBound(2); ++i) {
     const std::string table = spliced(pairs.at(1, i));
     const std::string column = spliced(pairs.at(2, i));
+    const Variant field(fmt::format("{}.{}", table, column));
     Variant tableName(table);
     options.append("<option value=\"[").append(table).append("].[").append(column).append("]\">");
     options.append(spliced(metadata::getTableDesc(page, tableName))).append(".");
-    options.append(spliced(metadata::getFieldDesc(page, Variant(table + "." + column))));
+    options.append(spliced(metadata::getFieldDesc(page, field)));
     options.append("</option>");
   }
   return options;

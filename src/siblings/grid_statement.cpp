@@ -23,6 +23,8 @@ using ast::Expr;
 using ast::Query;
 using ast::QuerySpec;
 
+constexpr std::size_t kMostDigits = 15;  // of a number to match: as many as a double holds
+
 // What the front end refuses reaches pages as the database error that it is everywhere else.
 template <class Step>
 auto asDatabaseError(Step step) {
@@ -149,6 +151,35 @@ void addSearch(QuerySpec& spec, std::size_t shown, std::string_view text) {
   add(isGrouped(spec) ? spec.having : spec.where, ast::LogicOp::And, std::move(*condition));
 }
 
+// The value as a literal of the column's kind; nothing when it can be none of its values.
+std::optional<Expr> literalFor(tsql::Kind kind, const std::string& value) {
+  const bool isText = kind == tsql::Kind::Text || kind == tsql::Kind::Date;
+  if (isText) return Expr{{}, ast::Literal{ast::LiteralClass::Text, value}, {}, {}};
+  const bool isNegative = value.starts_with('-');
+  const std::string digits = value.substr(isNegative ? 1 : 0);
+  const bool isNumber = !digits.empty() && digits.size() <= kMostDigits && digits != "." &&
+                        digits.find_first_not_of("0123456789.") == std::string::npos &&
+                        std::ranges::count(digits, '.') <= 1;
+  if (!isNumber) return {};
+  const bool isWhole = digits.find('.') == std::string::npos;
+  const auto literal = isWhole ? ast::LiteralClass::Integer : ast::LiteralClass::Decimal;
+  Expr number{{}, ast::Literal{literal, digits}, {}, {}};
+  if (!isNegative) return number;
+  return Expr{{}, ast::Unary{ast::UnaryOp::Minus, std::move(number)}, {}, {}};
+}
+
+void addMatch(QuerySpec& spec, const GridMatch& match) {
+  std::optional<Condition> condition;
+  if (match.column > 0 && match.column <= spec.items.size()) {
+    const Expr& expr = *spec.items[match.column - 1].expr;
+    if (auto literal = literalFor(expr.type.kind, match.value)) {
+      condition = {{}, ast::Comparison{ast::ComparisonOp::Equal, expr, std::move(*literal), {}}};
+    }
+  }
+  if (!condition) condition = parsedCondition("1 = 0");
+  add(isGrouped(spec) ? spec.having : spec.where, ast::LogicOp::And, std::move(*condition));
+}
+
 ast::SelectItem item(Expr expr) {
   ast::SelectItem result;
   result.expr = std::move(expr);
@@ -200,6 +231,7 @@ Query GridStatement::filtered(const GridFilter& filter) const {
       if (!bare.empty()) add(part.where, ast::LogicOp::And, parsedCondition(bare));
     }
     if (!filter.search.empty()) addSearch(part, shown_, filter.search);
+    for (const GridMatch& match : filter.matches) addMatch(part, match);
   }
   return query;
 }

@@ -13,9 +13,16 @@
 
 namespace tarlo::siblings {
 
+// A column of the result, from 1, has the value. A number's text is compared as a number.
+struct GridMatch {
+  std::size_t column = 0;
+  std::string value;
+};
+
 struct GridFilter {
   std::vector<std::string> conditions;  // all of them hold; a leading AND is allowed, "" is none
   std::string search;                   // any shown column holds it; "" for none
+  std::vector<GridMatch> matches;       // all of them hold; one on a column that is not there never
 };
 
 struct GridSort {

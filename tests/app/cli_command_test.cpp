@@ -46,7 +46,7 @@ TEST(CliTestUsage, WrongCommandLinesAreToldInWords) {
       {{"call", "getTableName_Quer", "1"}, "Did you mean 'getTableName_Query'?"},
       {{"call", "validINT", "json:{"}, "not JSON"},
       {{"compile"}, "Give the ids of schemes, or --all."},
-      {{"compile", "12x"}, "'12x' is not the id of a scheme."},
+      {{"compile", "12x"}, "'12x' is not an id."},
       {{"compile", "--all", "--rows", "-1"}, "--rows"},
       {{"init", "-d", "sqlite::memory:"}, "sqlite:FILE"},
       {{"compile", "--all", "--rows", "0"}, "not a number of rows"},

@@ -23,4 +23,8 @@ void writeStart(Page& page);
 // shown above the fields. Needs no session.
 void writeSignInPage(Page& page, std::string_view message, std::string_view next);
 
+// A form that asks for its controls at run time: those of the request's dropDownID, cascadeID and
+// listID, else the first of each kind. Shows what was posted to it.
+void writeDemoForm(Page& page);
+
 }  // namespace tarlo::host

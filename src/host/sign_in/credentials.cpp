@@ -88,10 +88,40 @@ std::optional<User> useSignInLink(database::Database& database, std::string_view
   return findUser(database, userId);
 }
 
+std::string makeApiToken(database::Database& database, int userId, std::chrono::milliseconds life) {
+  const std::string token = randomToken();
+  database::Lease connection = database.borrow();
+  connection->execute(
+      fmt::format("insert into Tarlo_ApiToken (TokenHash,User_ID,ExpiresAt) values ({},{},{})",
+                  sqlText(tokenHash(token)), userId,
+                  sqlText(utcText(std::chrono::system_clock::now() + life))));
+  return token;
+}
+
+std::optional<User> userOfToken(database::Database& database, std::string_view token) {
+  int userId = 0;
+  {
+    database::Lease connection = database.borrow();
+    const auto rows = connection->open(
+        fmt::format("select User_ID from Tarlo_ApiToken where TokenHash={} and ExpiresAt>{}",
+                    sqlText(tokenHash(token)), sqlText(utcText(std::chrono::system_clock::now()))));
+    if (rows->atEnd()) return std::nullopt;
+    userId = variant::toInt32(rows->value(0));
+  }
+  return findUser(database, userId);
+}
+
+void revokeApiTokens(database::Database& database, int userId) {
+  const std::string now = sqlText(utcText(std::chrono::system_clock::now()));
+  database.borrow()->execute(fmt::format(
+      "update Tarlo_ApiToken set ExpiresAt={0} where User_ID={1} and ExpiresAt>{0}", now, userId));
+}
+
 bool hasSignInTables(database::Database& database) {
   database::Lease connection = database.borrow();
   return connection->catalogue().findTable("Tarlo_Credential") != nullptr &&
          connection->catalogue().findTable("Tarlo_SignInLink") != nullptr &&
+         connection->catalogue().findTable("Tarlo_ApiToken") != nullptr &&
          connection->catalogue().findTable("Zembra_User") != nullptr;
 }
 

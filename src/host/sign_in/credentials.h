@@ -34,6 +34,13 @@ std::string makeSignInLink(database::Database& database, int userId,
 // the same token one gets the user.
 std::optional<User> useSignInLink(database::Database& database, std::string_view token);
 
+// A token of the JSON interface for the user, good for `life`; only its hash is stored.
+std::string makeApiToken(database::Database& database, int userId, std::chrono::milliseconds life);
+// The user whose token it is, or nothing when it is unknown or too old.
+std::optional<User> userOfToken(database::Database& database, std::string_view token);
+// Ends every token of the user.
+void revokeApiTokens(database::Database& database, int userId);
+
 // Whether the database has the tables of the sign-in.
 bool hasSignInTables(database::Database& database);
 

@@ -66,6 +66,13 @@ SignIn::Result SignIn::byLink(std::string_view token, std::string_view address) 
   return {Outcome::Done, *user};
 }
 
+SignIn::Result SignIn::byToken(std::string_view token, std::string_view address) {
+  if (throttle_.isBlocked(addressKey(address))) return {Outcome::Throttled, {}};
+  const std::optional<User> user = userOfToken(database(), token);
+  if (!user) return failed("token", "", address);
+  return {Outcome::Done, *user};
+}
+
 SignIn::Result SignIn::failed(std::string_view how, std::string_view login,
                               std::string_view address) {
   if (!login.empty()) throttle_.noteFailure(userKey(login));

@@ -27,6 +27,8 @@ class SignIn {
     User user;  // of Done
   };
   Result byPassword(std::string_view login, std::string_view password, std::string_view address);
+  // A token of the JSON interface; it works until it expires.
+  Result byToken(std::string_view token, std::string_view address);
   Result byLink(std::string_view token, std::string_view address);
   // The user that the request's trusted header names: "" unless the mode is on and the request
   // comes from a named address.

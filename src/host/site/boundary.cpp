@@ -1,6 +1,7 @@
 #include "host/site/boundary.h"
 
 #include "database/error.h"
+#include "host/api/api.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
 
@@ -8,11 +9,15 @@ namespace tarlo::host {
 
 namespace {
 
-// The end of a page that was called for is no failure: what stands written is the page.
-void runToItsEnd(const std::function<void()>& work) {
+// The end of a page that was called for is no failure: what stands written is the page. A refusal
+// is an answer as well.
+void runToItsEnd(Visit& visit, spdlog::logger& log, const std::function<void()>& work) {
   try {
     work();
   } catch (const frame::PageEnd&) {
+  } catch (const ApiError& error) {
+    log.info("{} {} refused: {}", visit.wire.id, logText(visit.what), error.code);
+    if (!visit.response.isFlushed()) writeApiError(visit, error);
   }
 }
 
@@ -39,7 +44,14 @@ void report(const Visit& visit, spdlog::logger& log) {
 }
 
 void answerFailure(Visit& visit) {
-  if (!visit.response.isFlushed()) writeNotice(visit, kFailure);
+  if (!visit.response.isFlushed()) {
+    if (isApiPath(visit.path)) {
+      visit.response.reset();
+      writeApiError(visit, internalFailure());
+    } else {
+      writeNotice(visit, kFailure);
+    }
+  }
   visit.response.finish();
 }
 
@@ -56,7 +68,7 @@ void answerBarely(Visit& visit) noexcept {
 
 void runWithin(Visit& visit, spdlog::logger& log, const std::function<void()>& work) noexcept {
   try {
-    runToItsEnd(work);
+    runToItsEnd(visit, log, work);
     visit.response.finish();
   } catch (...) {
     try {

@@ -1,4 +1,5 @@
 #include "host/site/site.h"
+#include "host/api/api.h"
 
 #include "host/desktop/desktop.h"
 #include "host/site/boundary.h"
@@ -22,6 +23,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::string_view kAlive = "/healthz";
 constexpr std::string_view kReady = "/readyz";
 constexpr std::string_view kSignOut = "/sign-out";
+constexpr std::string_view kDemoForm = "/demo/form";
 
 // What the pages can live with: they need inline scripts and frames of their own site, and the
 // origin check needs the referring address.
@@ -123,10 +125,14 @@ void Site::route(Visit& visit) {
     writeNotice(visit, kCrossSite);
     return;
   }
+  if (isApiPath(visit.path)) {
+    answerApi(visit, signIn_);
+    return;
+  }
   if (routeOpen(visit)) return;
   if (!component.empty() && !hasComponent(component)) {
     writeNotice(visit, kNotInstalled);
-  } else if (component.empty() && visit.path != "/") {
+  } else if (component.empty() && visit.path != "/" && visit.path != kDemoForm) {
     writeNotice(visit, kNoSuchPage);
   } else if (!takeTrustedUser(visit, signIn_)) {
     askToSignIn(visit);
@@ -154,6 +160,10 @@ bool Site::routeOpen(Visit& visit) {
 }
 
 void Site::routeDesktop(Visit& visit) {
+  if (visit.path == kDemoForm) {
+    writeDemoForm(visit.page);
+    return;
+  }
   const Variant menu = visit.request.value("cmdID");
   if (!menu.isEmpty()) {
     openMenu(visit.page, variant::spliced(menu));

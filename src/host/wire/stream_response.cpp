@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
+
+#include "variant/text.h"
 
 namespace tarlo::host {
 
@@ -16,6 +19,14 @@ bool isOneLine(std::string_view text) {
   return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
 }
 
+// Nothing for a value that is no length.
+std::optional<std::uint64_t> lengthOf(std::string_view text) {
+  std::uint64_t length = 0;
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), length);
+  if (read.ec != std::errc() || read.ptr != text.data() + text.size()) return std::nullopt;
+  return length;
+}
+
 }  // namespace
 
 void StreamResponse::setStatus(unsigned status) {
@@ -23,7 +34,10 @@ void StreamResponse::setStatus(unsigned status) {
 }
 
 void StreamResponse::addHeader(std::string name, std::string value) {
-  if (!isStarted() && isOneLine(name) && isOneLine(value)) {
+  if (isStarted() || !isOneLine(name) || !isOneLine(value)) return;
+  if (variant::equalsNoCase(name, "Content-Length")) {
+    declared_ = lengthOf(value);
+  } else if (!variant::equalsNoCase(name, "Transfer-Encoding")) {
     headers_.emplace_back(std::move(name), std::move(value));
   }
 }
@@ -39,11 +53,14 @@ bool StreamResponse::flush(std::string_view bytes) {
   if (complete_ || broken_) return false;
   if (!started_) {
     started_ = true;
-    if (!writeNow(head(http11_ ? "Transfer-Encoding: chunked\r\n" : "", false))) return false;
+    if (!writeNow(head(framing(), false))) return false;
   }
+  if (declared_)
+    bytes = bytes.substr(0, *declared_ - bytes_);  // what is beyond would be read as
+                                                   // the next answer
   if (bytes.empty() || headOnly_) return true;
   bytes_ += bytes.size();
-  if (!http11_) return writeNow(bytes);
+  if (declared_ || !http11_) return writeNow(bytes);
   return writeNow(fmt::format("{:x}\r\n", bytes.size())) && writeNow(bytes) && writeNow("\r\n");
 }
 
@@ -53,7 +70,14 @@ bool StreamResponse::finish() {
     return true;
   }
   if (broken_ || !http11_) return false;
+  // A client that was promised more sees by the close that the answer is cut.
+  if (declared_) return headOnly_ || bytes_ == *declared_;
   return headOnly_ || writeNow("0\r\n\r\n");
+}
+
+std::string StreamResponse::framing() const {
+  if (declared_) return fmt::format("Content-Length: {}\r\n", *declared_);
+  return http11_ ? "Transfer-Encoding: chunked\r\n" : "";
 }
 
 std::string StreamResponse::takeHead(bool keepAlive) {
@@ -65,7 +89,8 @@ std::string StreamResponse::head(std::string_view framing, bool keepAlive) const
   std::string text = fmt::format("HTTP/1.1 {} {}\r\n", status_, reasonOf(status_));
   for (const auto& [name, value] : headers_) text += fmt::format("{}: {}\r\n", name, value);
   text += framing;
-  // A flushed answer of HTTP/1.1 ends by its last chunk, so only the others announce the close.
+  // A flushed answer of HTTP/1.1 ends by its last chunk or its length, so only the others announce
+  // the close.
   if (!keepAlive && !(started_ && http11_)) text += "Connection: close\r\n";
   return text + "\r\n";
 }

@@ -1,8 +1,11 @@
 #pragma once
 // The answer to one request on its socket. A whole page is kept and written by the connection,
-// asynchronously; a flushed one is written at once, on the handler's thread, in chunks.
+// asynchronously; a flushed one is written at once, on the handler's thread: in chunks, or plainly
+// where a Content-Length was added. A whole page's length is always its own.
 
 #include <boost/asio/ip/tcp.hpp>
+#include <cstdint>
+#include <optional>
 
 #include "host/wire/limits.h"
 #include "host/wire/message.h"
@@ -36,6 +39,7 @@ class StreamResponse : public WireResponse {
   bool isStreamed() const { return started_; }
 
  private:
+  std::string framing() const;
   std::string head(std::string_view framing, bool keepAlive) const;
   bool writeNow(std::string_view bytes);
 
@@ -47,9 +51,10 @@ class StreamResponse : public WireResponse {
   std::vector<Header> headers_;
   std::string body_;
   std::size_t bytes_ = 0;
-  bool started_ = false;   // bytes of a flushed answer are out
-  bool complete_ = false;  // send() was called
-  bool broken_ = false;    // the client has gone
+  std::optional<std::uint64_t> declared_;  // the length that a flushed answer promises
+  bool started_ = false;                   // bytes of a flushed answer are out
+  bool complete_ = false;                  // send() was called
+  bool broken_ = false;                    // the client has gone
 };
 
 }  // namespace tarlo::host

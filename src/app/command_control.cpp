@@ -1,0 +1,102 @@
+// The sub-command "control": what a form gets from a control scheme.
+
+#include <fmt/format.h>
+
+#include <memory>
+
+#include "app/command.h"
+#include "app/database_option.h"
+#include "app/exit_code.h"
+#include "app/id_argument.h"
+#include "app/refusal.h"
+#include "app/rows_output.h"
+#include "app/terminal.h"
+#include "compile/statement_parts.h"
+#include "frame/local_page.h"
+#include "host/api/control_resource.h"
+#include "variant/convert.h"
+#include "variant/display_width.h"
+#include "variant/error_state.h"
+
+namespace tarlo::app {
+namespace {
+
+using host::ControlResource;
+using variant::visible;
+
+struct ControlOptions {
+  Words standIns;
+  std::string connection;
+  std::size_t rows = 5;
+};
+
+ControlResource controlOf(Page& page, int id) {
+  if (auto control = host::readControl(page, id)) return std::move(*control);
+  throw CommandError(kFailed, fmt::format("There is no control scheme {}.", id));
+}
+
+std::string fieldLine(const host::Json& field) {
+  if (field.is_null()) return "none";
+  return fmt::format("{} [{}].[{}] {}", field["id"].get<std::int64_t>(),
+                     field["table"].get<std::string>(), field["column"].get<std::string>(),
+                     field["caption"].get<std::string>());
+}
+
+void describe(Console console, Page& page, const ControlResource& control) {
+  const host::Json json = host::describe(page, control);
+  const auto line = [&](std::string_view name, const std::string& value) {
+    console.out << fmt::format("{:<10} {}\n", name, visible(value));
+  };
+  line("control", fmt::format("{} {}", control.id, control.name));
+  line("kind", json["kind"].get<std::string>());
+  line("scheme", std::to_string(control.scheme));
+  line("field", fieldLine(json["field"]));
+  for (const std::string& title : control.titles) line("title", title);
+  for (const std::string& level : control.levels) line("level", level);
+}
+
+int showControl(Console console, const ControlOptions& options, const Words& words) {
+  database::Registry databases;
+  database::Database& database = openForCommand(databases, options.connection);
+  frame::LocalPage local(databases, options.connection);
+  const ControlResource control = controlOf(local.page(), idFrom(words.front()));
+  describe(console, local.page(), control);
+  if (control.statement.empty()) {
+    throw CommandError(kFailed, "The control has no statement that runs.");
+  }
+  const std::size_t width = widthOf(console.out);
+  console.out << '\n' << compile::laidOut(control.statement, width) << '\n';
+  ErrorState error;
+  error.run([&] {
+    database::Lease connection = database.borrow();
+    writeRows(console.out, *connection->open(control.statement), RowFormat::Table,
+              {.rows = options.rows, .width = width});
+  });
+  if (!error.failed()) return kDone;
+  throw CommandError(kFailed, fmt::format("The control's statement does not run: {}",
+                                          withoutPosition(error.description())));
+}
+
+}  // namespace
+
+Command addControl(CLI::App& program, Console console) {
+  CLI::App* command = program.add_subcommand("control", "Show what a form gets from a control");
+  const auto options = std::make_shared<ControlOptions>();
+  command->add_option("id", options->standIns, "Id of the control scheme")
+      ->type_name("ID")
+      ->expected(1)
+      ->required();
+  addDatabaseOption(*command, options->connection);
+  command->add_option("--rows", options->rows, "How many of its rows to print")
+      ->type_name("N")
+      ->check(CLI::Range(0, 100'000))
+      ->capture_default_str();
+  command->footer(
+      "Prints kind, scheme, the field that it is bound to, the titles of a list or the levels of\n"
+      "a cascade, the statement laid out, and its first rows.\n\n" +
+      std::string(kExitCodeHelp));
+  return {command,
+          [console, options](const Words& words) { return showControl(console, *options, words); }};
+}
+
+}  // namespace tarlo::app

@@ -1,0 +1,61 @@
+#include "host/api/api_access.h"
+
+#include "frame/data.h"
+#include "host/api/api_error.h"
+#include "host/site/sign_in_pages.h"
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::host {
+namespace {
+
+// "" when the request has none.
+std::string_view tokenOf(const WireRequest& request) {
+  constexpr std::string_view kScheme = "Bearer ";
+  const std::string_view value = request.header("Authorization");
+  if (value.size() <= kScheme.size()) return {};
+  if (!variant::equalsNoCase(value.substr(0, kScheme.size()), kScheme)) return {};
+  return variant::trim(value.substr(kScheme.size()));
+}
+
+void require(Page& page, const std::string& condition) {
+  const Variant rows = frame::execSQLRows(
+      page,
+      "select top 1 Permission_MenuID from Zembra_Permission,Zembra_Menu where "
+      "Permission_UserID=" +
+          std::to_string(variant::toInt32(page.session.get("usrID"))) +
+          " and permission_forbid <> 1 and Menu_ID=Permission_MenuID" + condition);
+  if (rows.isArray()) return;
+  throw ApiError(403, "forbidden", "The user has no permission for this.");
+}
+
+}  // namespace
+
+void requireUser(Visit& visit, SignIn& signIn) {
+  const std::string_view token = tokenOf(visit.wire);
+  if (token.empty()) {
+    if (takeTrustedUser(visit, signIn)) return;
+    throw ApiError(401, "unauthorized", "Sign in, or send a token as Authorization: Bearer.");
+  }
+  const SignIn::Result result = signIn.byToken(token, visit.wire.remoteAddress);
+  if (result.outcome == SignIn::Outcome::Throttled) {
+    throw ApiError(429, "too_many_failures", "Too many failures from this address.");
+  }
+  if (result.outcome != SignIn::Outcome::Done) {
+    throw ApiError(401, "unauthorized", "The token is unknown or has expired.");
+  }
+  // A session for this request alone: a token opens no session that outlives it.
+  const auto session = std::make_shared<SessionData>("", "");
+  SignIn::fill(*session, result.user);
+  visit.session.become(session);
+}
+
+void requireAnyModule(Page& page) {
+  require(page, "");
+}
+
+void requireSchemeManager(Page& page) {
+  require(page, " and Menu_Href like '%action=ctrlSearch'");
+}
+
+}  // namespace tarlo::host

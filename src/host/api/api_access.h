@@ -1,0 +1,19 @@
+#pragma once
+// Who may read what over the JSON interface.
+
+#include "host/sign_in/sign_in.h"
+#include "host/site/visit.h"
+
+namespace tarlo::host {
+
+// Takes the user of a signed-in session, of a trusted proxy, or of the request's token. Throws
+// ApiError 401.
+void requireUser(Visit& visit, SignIn& signIn);
+
+// Control schemes are read by forms: every user who may open any module of the platform's menu may
+// read them. Schemes are the designer's: a user who may open the scheme manager. Both as
+// Zembra_Permission says. They throw ApiError 403.
+void requireAnyModule(Page& page);
+void requireSchemeManager(Page& page);
+
+}  // namespace tarlo::host

@@ -1,0 +1,107 @@
+#include <fmt/format.h>
+
+#include <optional>
+
+#include "embedded_host_pages.h"
+#include "frame/data.h"
+#include "frame/sibling_calls.h"
+#include "frame/template.h"
+#include "host/api/control_resource.h"
+#include "host/desktop/desktop.h"
+#include "services/data_sources.h"
+#include "variant/array.h"
+#include "variant/convert.h"
+#include "variant/text.h"
+
+namespace tarlo::host {
+namespace {
+
+using frame::Template;
+using variant::spliced;
+
+// The control that the address names, else the first of the kind; an unnamed one when there is
+// none.
+ControlResource controlFor(Page& page, std::string_view key, int kind) {
+  std::string id = spliced(page.request.value(key));
+  const bool isId =
+      !id.empty() && id.size() <= 9 && id.find_first_not_of("0123456789") == std::string::npos;
+  if (!isId) {
+    const Variant rows = frame::execSQLRows(
+        page, fmt::format("select min(QF_ID) from Zembra_Query_Field where QF_FieldType={} and "
+                          "QF_System=0 and Zembra_Flag<>0",
+                          kind));
+    id = rows.isArray() ? spliced(rows.array().at(0, 0)) : "";
+  }
+  auto control = id.empty() ? std::nullopt : readControl(page, std::stoll(id));
+  if (control && control->kind == kind) return std::move(*control);
+  ControlResource none;
+  none.name = "（没有这一类控件方案）";
+  return none;
+}
+
+std::string optionsOf(Page& page, const ControlResource& control) {
+  return control.statement.empty()
+             ? ""
+             : spliced(services::GetComboBoxXMLs(page, Variant(control.statement)));
+}
+
+std::string gridOf(Page& page, const ControlResource& control) {
+  if (control.statement.empty()) return {};
+  std::vector<std::string_view> titles(control.titles.begin(), control.titles.end());
+  const auto grid = page.server.createObject("TarloTable.table");
+  frame::connectToPage(page, *grid);
+  grid->put("id", "SearchTable");
+  grid->put("SelectionStyle", 2);
+  grid->put("title", variant::join(titles, "|"));
+  grid->put("sql", control.statement);
+  grid->put("Pagesize", 8);
+  grid->put("MultiPage", true);
+  grid->put("Width", "100%");
+  grid->put("showMenu", false);
+  grid->put("Search", true);
+  grid->put("onRowSelect", "document.all.listRow.value=SearchTable.getSelectedRowDataID();");
+  return spliced(frame::callMethod(*grid, "getTableHtml"));
+}
+
+// What the form has sent, for the reader.
+std::string postedText(Page& page) {
+  std::string items;
+  for (const std::string_view name : {"dropDown", "cascade", "listRow", "apiRow"}) {
+    const Variant value = page.request.value(name);
+    if (value.isEmpty()) continue;
+    items += fmt::format("<li>{} = {}</li>", name, page.server.htmlEncode(spliced(value)));
+  }
+  if (items.empty()) return {};
+  return "<div class=\"tarlo-demo-posted\" role=\"status\">收到的值：<ul>" + items +
+         "</ul></div>\r\n";
+}
+
+std::string levelsOf(const ControlResource& control) {
+  std::vector<std::string_view> levels(control.levels.begin(), control.levels.end());
+  return variant::join(levels, ";");
+}
+
+}  // namespace
+
+void writeDemoForm(Page& page) {
+  static const Template form(embedded::host_pages::find("demo/form.html"));
+  const ControlResource dropDown = controlFor(page, "dropDownID", 1);
+  const ControlResource cascade = controlFor(page, "cascadeID", 2);
+  const ControlResource list = controlFor(page, "listID", 3);
+  const auto named = [&](const ControlResource& control) {
+    return page.server.htmlEncode(control.name);
+  };
+  form.write(page.response, {{"posted", postedText(page)},
+                             {"query", fmt::format("dropDownID={}&cascadeID={}&listID={}",
+                                                   dropDown.id, cascade.id, list.id)},
+                             {"dropDownName", named(dropDown)},
+                             {"dropDown", optionsOf(page, dropDown)},
+                             {"cascadeName", named(cascade)},
+                             {"levels", page.server.htmlEncode(levelsOf(cascade))},
+                             {"cascade", optionsOf(page, cascade)},
+                             {"listName", named(list)},
+                             {"list", gridOf(page, list)},
+                             {"listId", std::to_string(list.id)}});
+}
+
+}  // namespace tarlo::host
