@@ -67,6 +67,12 @@ class WireServerTest : public ::testing::Test {
       response.flush("two");
       return;
     }
+    if (request.path() == "/declared") {
+      response.addHeader("content-length", "8");
+      response.flush("one ");
+      response.flush(request.query().empty() ? "four and more" : "");
+      return;
+    }
     if (request.path() == "/large") {
       while (response.flush(std::string(65536, 'x'))) {
       }
@@ -102,6 +108,11 @@ TEST_F(WireServerTest, AnswersEveryForm) {
        "HTTP/1.1 200", "POST /p abcde"},
       {"GET /flush HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n", "HTTP/1.1 200",
        "4\r\none \r\n3\r\ntwo\r\n0\r\n\r\n"},
+      // A promised length is kept: what is beyond it does not go out.
+      {"GET /declared HTTP/1.1\r\nHost: a\r\n\r\nGET /a HTTP/1.1\r\nHost: a\r\nConnection: "
+       "close\r\n\r\n",
+       "HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\none fourHTTP/1.1 200 OK", "GET /a "},
+      {"GET /declared?short HTTP/1.1\r\nHost: a\r\n\r\n", "HTTP/1.1 200", "\r\n\r\none "},
       {"GET /flush HTTP/1.0\r\n\r\n", "HTTP/1.1 200", "\r\n\r\none two"},
       {"HEAD /h HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n", "HTTP/1.1 200",
        "Content-Length: 8\r\nConnection: close\r\n\r\n"},

@@ -96,14 +96,12 @@ Json describe(Page& page, const ControlResource& control) {
   return json;
 }
 
-std::string levelStatement(const ControlResource& control, std::size_t level,
-                           const std::string& parent) {
+std::string levelStatement(const ControlResource& control, std::size_t level) {
   if (level == 0 || level > control.levels.size()) throw notFound("The control has no such level.");
   const auto parts = variant::split(control.levels[level - 1], ",");
   if (parts.size() < 4) throw notFound("The control has no such level.");
-  std::string sql = fmt::format("select {},{} from {} where {}='{}'", parts[2], parts[3], parts[0],
-                                parts[1], variant::replace(parent, "'", "''"));
-  if (parts.size() > 4 && !parts[4].empty()) sql.append(" and ").append(parts[4]);
+  std::string sql = fmt::format("select {},{},{} from {}", parts[2], parts[3], parts[1], parts[0]);
+  if (parts.size() > 4 && !parts[4].empty()) sql.append(" where ").append(parts[4]);
   return sql;
 }
 

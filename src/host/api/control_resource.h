@@ -28,10 +28,9 @@ std::optional<ControlResource> readControl(Page& page, std::int64_t id);
 
 Json describe(Page& page, const ControlResource& control);
 
-// The statement of a cascade's level, from 1, for the chosen value of the level above. Throws
-// ApiError 404 when there is no such level.
-std::string levelStatement(const ControlResource& control, std::size_t level,
-                           const std::string& parent);
+// The statement of a cascade's level, from 1: value, text, and as third column the one that has the
+// chosen value of the level above. Throws ApiError 404 when there is no such level.
+std::string levelStatement(const ControlResource& control, std::size_t level);
 
 // A scheme that is not deleted, with its columns. Throws ApiError 404; raises DatabaseError.
 Json describeScheme(Page& page, std::int64_t id);

@@ -65,17 +65,26 @@ RowsRequest requestOf(Page& page, std::size_t columns) {
   return request;
 }
 
-std::string statementOf(Page& page, const ControlResource& control) {
-  const std::string level = valueOf(page, "level");
-  if (level.empty()) return control.statement;
-  const auto number = static_cast<std::size_t>(numberOf(page, "level", 1, 100));
-  return levelStatement(control, number, valueOf(page, "parent"));
+// What is read: the control's own rows, or those of a cascade's further level, whose last column
+// relates it to the level above and is not shown.
+struct RowSource {
+  std::string sql;
+  std::size_t hidden = 0;
+  std::vector<siblings::GridMatch> matches;
+};
+
+RowSource sourceOf(Page& page, const ControlResource& control) {
+  if (valueOf(page, "level").empty()) return {control.statement, 0, {}};
+  constexpr std::int64_t kMostLevels = 100;
+  const auto level = static_cast<std::size_t>(numberOf(page, "level", 1, kMostLevels));
+  return {levelStatement(control, level), 1, {{3, valueOf(page, "parent")}}};
 }
 
 // The titles of the statement, under the names that the control gives its columns.
-Json columnsOf(const std::vector<std::string>& titles, const ControlResource& control) {
+Json columnsOf(const std::vector<std::string>& titles, std::size_t count,
+               const ControlResource& control) {
   Json columns = Json::array();
-  for (std::size_t i = 0; i < titles.size(); ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     const bool isNamed = i > 0 && i <= control.titles.size();
     columns.push_back(isNamed ? control.titles[i - 1] : titles[i]);
   }
@@ -89,7 +98,7 @@ void sendRows(Visit& visit, database::Recordset& rows, const Json& columns,
   std::int64_t count = 0;
   for (; !rows.atEnd() && count < request.size; rows.moveNext(), ++count) {
     Json cells = Json::array();
-    for (std::size_t i = 0; i < rows.fieldCount(); ++i) cells.push_back(toJson(rows.value(i)));
+    for (std::size_t i = 0; i < columns.size(); ++i) cells.push_back(toJson(rows.value(i)));
     piece.append(count == 0 ? "" : ",").append(jsonText(cells));
     if (piece.size() < kPieceBytes) continue;
     visit.response.binaryWrite(piece);
@@ -105,18 +114,21 @@ void sendRows(Visit& visit, database::Recordset& rows, const Json& columns,
 }  // namespace
 
 void answerRows(Visit& visit, const ControlResource& control) {
-  const std::string sql = statementOf(visit.page, control);
-  if (sql.empty()) {
+  const RowSource source = sourceOf(visit.page, control);
+  if (source.sql.empty()) {
     throw ApiError(409, "not_usable", "The control's statement no longer runs.");
   }
   database::Lease connection = frame::borrowConnection(visit.page);
-  const GridStatement statement(sql, "", kMostColumns, connection->catalogue());
-  const RowsRequest request = requestOf(visit.page, statement.titles().size());
+  const GridStatement statement(source.sql, "", kMostColumns, connection->catalogue());
+  const std::size_t count = statement.titles().size() - source.hidden;
+  RowsRequest request = requestOf(visit.page, count);
+  request.filter.matches.insert(request.filter.matches.end(), source.matches.begin(),
+                                source.matches.end());
   const std::int64_t offset = (request.page - 1) * request.size;
   const auto rows =
       connection->open(statement.page(request.filter, request.sort, offset, request.size + 1));
   visit.response.setHeader("Content-Type", "application/json; charset=utf-8");
-  sendRows(visit, *rows, columnsOf(statement.titles(), control), request);
+  sendRows(visit, *rows, columnsOf(statement.titles(), count, control), request);
 }
 
 }  // namespace tarlo::host

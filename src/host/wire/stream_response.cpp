@@ -55,9 +55,8 @@ bool StreamResponse::flush(std::string_view bytes) {
     started_ = true;
     if (!writeNow(head(framing(), false))) return false;
   }
-  if (declared_)
-    bytes = bytes.substr(0, *declared_ - bytes_);  // what is beyond would be read as
-                                                   // the next answer
+  // What is beyond the length would be read as the next answer.
+  if (declared_) bytes = bytes.substr(0, *declared_ - bytes_);
   if (bytes.empty() || headOnly_) return true;
   bytes_ += bytes.size();
   if (declared_ || !http11_) return writeNow(bytes);
