@@ -6,6 +6,7 @@ import { startServer } from './test/flows/server.mjs';
 import {
   addComputed, addStatistic, chooseRelations, chooseTable, fillCondition, goNext, openNew,
 } from './test/flows/wizard_steps.mjs';
+import { choose, fillFilter, openWizard } from './test/flows/control_steps.mjs';
 
 const kSize = { width: 1280, height: 800 };
 const out = process.argv[2] ?? '.';
@@ -56,16 +57,32 @@ async function takeRefusal(test) {
   await test.page.locator('dialog[open]').screenshot({ path: join(out, 'guide_refused.png') });
 }
 
+async function takeControls(test) {
+  const { page } = test;
+  const { wizard } = await openWizard(test, '下拉框', '客户档案一览');
+  await wizard.next.click();
+  await choose(wizard, 'realfield2', '客户.编号');
+  await choose(wizard, 'viewfield2', '客户.名称');
+  await fillFilter(wizard, 0, '客户.城市', '等于', '苏州', 'Or');
+  await fillFilter(wizard, 1, '客户.城市', '等于', '上海');
+  await page.waitForTimeout(300);
+  await page.locator('dialog[open]').screenshot({ path: join(out, 'guide_drop_down.png') });
+  await page.goto(`${test.server.origin}/demo/form`);
+  await page.locator('#apiRow option').first().waitFor({ state: 'attached' });
+  await page.locator('#SearchTable_row2').click();
+  await page.screenshot({ path: join(out, 'demo_form.png') });
+}
+
 await withBrowser('playwright-core', ['chromium'], async ({ chromium }, executablePath) => {
   const server = await startServer();
   const browser = await chromium.launch({ executablePath, args: ['--no-sandbox'] });
   try {
-    for (const take of [takeAll, takeRefusal]) {
+    for (const take of [takeAll, takeRefusal, takeControls]) {
       const context = await browser.newContext({ viewport: kSize });
       await take({ page: await context.newPage(), context, server });
       await context.close();
     }
-    return { passed: 2, failed: 0 };
+    return { passed: 3, failed: 0 };
   } finally {
     await browser.close();
     await server.stop();

@@ -5,9 +5,9 @@
 
 #include <map>
 
+#include "scheme/page_frame.h"
 #include "support/golden_page.h"
 #include "support/page_support.h"
-#include "scheme/page_frame.h"
 #include "variant/runtime_error.h"
 
 namespace tarlo::scheme {

@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include "support/golden_page.h"
 #include "scheme/preview_page.h"
 #include "scheme/reduction.h"
 #include "scheme/save_form.h"
 #include "scheme/save_statement.h"
+#include "support/golden_page.h"
 #include "support/wizard_support.h"
 
 namespace tarlo::scheme {

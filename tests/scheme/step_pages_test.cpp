@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/golden_page.h"
 #include "scheme/computed_step.h"
 #include "scheme/filter_fields.h"
 #include "scheme/filter_step.h"
 #include "scheme/statistics_step.h"
 #include "scheme/step_fields.h"
+#include "support/golden_page.h"
 #include "support/wizard_support.h"
 
 namespace tarlo::scheme {

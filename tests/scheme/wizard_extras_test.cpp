@@ -6,8 +6,8 @@
 
 #include "scheme/diagnosis.h"
 #include "scheme/preview_page.h"
-#include "variant/error_state.h"
 #include "support/wizard_support.h"
+#include "variant/error_state.h"
 
 namespace tarlo::scheme {
 namespace {

@@ -1,41 +1,14 @@
 // A designer binds schemes to controls: a drop-down and a list are made, previewed, saved, shown and deleted.
 
 import assert from 'node:assert/strict';
+import { choose, fillFilter, kEntry, openWizard } from './control_steps.mjs';
 import { column, rows, signInToManager } from './product.mjs';
-import { button, goBack, goNext, position, storedControl, wizardOf } from './wizard_steps.mjs';
+import { button, goBack, goNext, position, storedControl } from './wizard_steps.mjs';
 
-const kEntry = '用户控件方案';
 const kNoDialog = () => document.querySelectorAll('dialog').length === 0;
 
-/** Opens the wizard of controls on the scheme of that name. */
-async function openWizard(test, kind, scheme) {
-  const frame = await signInToManager(test, kEntry);
-  await button(frame, '新增').click();
-  const wizard = wizardOf(test.page);
-  const list = wizard.dialog.frameLocator('iframe[name=frametest]');
-  if (kind !== '下拉框') {
-    await list.locator('tbody tr[dataid]').first().waitFor();
-    const loaded = test.page.waitForResponse((response) => response.url().includes('UsrField1_1&field1=3'));
-    await wizard.dialog.locator('#field1').getByText('列表控件向导').click();
-    await loaded;
-  }
-  await list.locator('input[type=search]').fill(scheme);
-  await list.getByText(scheme, { exact: true }).click();
-  return { frame, wizard };
-}
-
-async function goTo(wizard, position_) {
-  await wizard.dialog.locator(`[aria-current=step][data-number="${position_ + 1}"]`).waitFor();
-}
-
-const choose = (wizard, id, label) => wizard.dialog.locator(`#${id} select`).selectOption({ label });
-
-async function fillFilter(wizard, row, field, comparison, value, logic) {
-  const condition = wizard.dialog.locator('#relation2 > *').nth(row);
-  await condition.locator('[id=fieldcombox] select').selectOption({ label: field });
-  await condition.locator('[id=comparecombox] select').selectOption({ label: comparison });
-  await condition.locator('[id=expresion]').fill(value);
-  if (logic) await condition.locator('[id=logiccombox] select').selectOption({ label: logic });
+async function goTo(wizard, at) {
+  await wizard.dialog.locator(`[aria-current=step][data-number="${at + 1}"]`).waitFor();
 }
 
 async function save(test, wizard, name) {

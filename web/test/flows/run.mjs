@@ -5,7 +5,7 @@ import { runTest } from '../browser/harness.mjs';
 import { loadSuites, runTests, withBrowser } from '../browser/suites.mjs';
 import { startServer } from './server.mjs';
 
-const kOthers = ['run.mjs', 'server.mjs', 'product.mjs', 'firefox.mjs', 'wizard_steps.mjs'];
+const kOthers = ['run.mjs', 'server.mjs', 'product.mjs', 'firefox.mjs', 'wizard_steps.mjs', 'control_steps.mjs'];
 const kArguments = ['--no-sandbox', '--disable-gpu', '--disable-background-networking'];
 
 await withBrowser('playwright-core', ['chromium'], async ({ chromium }, executablePath) => {
