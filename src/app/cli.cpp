@@ -52,9 +52,9 @@ class Program {
     app_.set_version_flag("--version", fmt::format("{} {}", kProgram, version()),
                           "Say the version, and end");
     app_.set_help_flag("-h,--help", "Say how it is used, and end");
-    for (const auto add :
-         {addServe, addInit, addCompile, addSql, addCall, addOperations, addConfig, addSignInLink,
-          addSetPassword, addApiToken, addControl, addPropagate, addFreeze}) {
+    for (const auto add : {addServe, addInit, addCompile, addSql, addCall, addOperations, addConfig,
+                           addSignInLink, addSetPassword, addApiToken, addControl, addPropagate,
+                           addFreeze, addRegister, addUnregister}) {
       commands_.push_back(add(app_, console_));
       commands_.back().options->formatter(std::make_shared<HelpFormatter>());
     }

@@ -37,5 +37,7 @@ Command addApiToken(CLI::App& program, Console console);
 Command addControl(CLI::App& program, Console console);
 Command addPropagate(CLI::App& program, Console console);
 Command addFreeze(CLI::App& program, Console console);
+Command addRegister(CLI::App& program, Console console);
+Command addUnregister(CLI::App& program, Console console);
 
 }  // namespace tarlo::app

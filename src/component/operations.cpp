@@ -11,12 +11,16 @@
 #include "compile/propagation.h"
 #include "compile/statistics.h"
 #include "component/binding.h"
+#include "control/bind_wizard.h"
 #include "control/cascade_page.h"
 #include "control/field_wizard.h"
 #include "control/manager_page.h"
 #include "control/preview_control.h"
+#include "control/preview_template.h"
 #include "control/save_control.h"
+#include "control/save_template.h"
 #include "control/show_control.h"
+#include "control/template_wizard.h"
 #include "control/wizard_frames.h"
 #include "frame/helpers.h"
 #include "metadata/control_fields.h"
@@ -26,6 +30,10 @@
 #include "metadata/relation_table.h"
 #include "metadata/scheme_copy.h"
 #include "metadata/version_lookups.h"
+#include "org/directory.h"
+#include "org/group_limit.h"
+#include "org/option_lists.h"
+#include "org/sub_actions.h"
 #include "scheme/computed_step.h"
 #include "scheme/filter_step.h"
 #include "scheme/manager_page.h"
@@ -43,6 +51,7 @@
 #include "services/file_transfer.h"
 #include "services/mail.h"
 #include "services/table_introspection.h"
+#include "workflow/panels.h"
 
 namespace tarlo::component {
 namespace {
@@ -157,7 +166,60 @@ constexpr auto kByFolder = std::to_array<Operation>({
     asPage(resuming<control::showSearchDlg_UsrField3>("showSearchDlg_UsrField3", "control", "")),
     raising<control::ctrlSearch_Sysfield>("ctrlSearch_Sysfield", "control", ""),
     resuming<control::delSearch_sysField>("delSearch_sysField", "control", ""),
+    raising<control::addsearchdlg_UsrModel>("addsearchdlg_UsrModel", "control", ""),
+    raising<control::addSearchDlg_UsrModel1>("addSearchDlg_UsrModel1", "control", ""),
+    raising<control::addSearchDlg_UsrModel1_1>("addSearchDlg_UsrModel1_1", "control", ""),
+    raising<control::addSearchDlg_UsrModel2>("addSearchDlg_UsrModel2", "control", ""),
+    raising<control::addSearchDlg_UsrModel3>("addSearchDlg_UsrModel3", "control", ""),
+    raising<control::addSearchDlg_sysfield>("addSearchDlg_sysfield", "control", ""),
+    raising<control::addSearchDlg_sysfield1>("addSearchDlg_sysfield1", "control", ""),
+    raising<control::addSearchDlg_sysfield1_1>("addSearchDlg_sysfield1_1", "control", ""),
     raising<control::getQueryTable>("getQueryTable", "control", ""),
+    raising<control::addSearchDlg_sysField2>("addSearchDlg_sysField2", "control", ""),
+    raising<control::addSearchDlg_sysField2_1>("addSearchDlg_sysField2_1", "control", ""),
+    raising<control::addSearchDlg_sysField2_2>("addSearchDlg_sysField2_2", "control", ""),
+    raising<control::getSaveName>("getSaveName", "control", ""),
+    raising<control::savesearch_sysField>("savesearch_sysField", "control", ""),
+    resuming<control::savesearch_sysField1>("savesearch_sysField1", "control", ""),
+    resuming<control::savesearch_sysField2>("savesearch_sysField2", "control", ""),
+    raising<control::previewSearchdlg_sysField>("previewSearchdlg_sysField", "control", ""),
+    resuming<control::previewSearchdlg_sysField1>("previewSearchdlg_sysField1", "control", ""),
+    resuming<control::previewSearchdlg_sysField2>("previewSearchdlg_sysField2", "control", ""),
+    raising<control::showSearchpreview_SysField>("showSearchpreview_SysField", "control", ""),
+    resuming<control::showSearchDlg_sysField>("showSearchDlg_sysField", "control", ""),
+    resuming<control::showSearchDlg_sysField1>("showSearchDlg_sysField1", "control", ""),
+    resuming<control::showSearchDlg_sysField2>("showSearchDlg_sysField2", "control", ""),
+    raising<org::getUserNameByID>("getUserNameByID", "org", "userid"),
+    raising<org::getUserRank>("getUserRank", "org", ""),
+    raising<org::getUserPosition>("getUserPosition", "org", "userid"),
+    resuming<org::getUserDeptID>("getUserDeptID", "org", "userid"),
+    resuming<org::getUserDeptName>("getUserDeptName", "org", "userid"),
+    raising<org::getDeptID>("getDeptID", "org", "iID"),
+    resuming<org::getDeptName>("getDeptName", "org", "gID"),
+    raising<org::getHeaderTitle>("getHeaderTitle", "org", ""),
+    raising<org::RankLimit>("RankLimit", "org", ""),
+    raising<org::getGroupID>("getGroupID", "org", ""),
+    raising<org::getGroupName>("getGroupName", "org", ""),
+    raising<org::getJoinGroupID>("getJoinGroupID", "org", ""),
+    raising<org::getGroupLimitSQL>("getGroupLimitSQL", "org", ""),
+    raising<org::getZembraGroupList>("getZembraGroupList", "org", "gID"),
+    raising<org::getJoinGroupList>("getJoinGroupList", "org", "gID,bolLeft"),
+    raising<org::getRankList>("getRankList", "org", "rid"),
+    raising<org::getPosition>("getPosition", "org", ""),
+    raising<org::getDeptList>("getDeptList", "org", ""),
+    raising<org::getUserListGroup>("getUserListGroup", "org", "gID,uid"),
+    raising<org::getMenuParentList>("getMenuParentList", "org", "menuID"),
+    raising<org::getIconList>("getIconList", "org", "id"),
+    raising<org::allowSubActionTest>("allowSubActionTest", "org", "subActionName,outPutHtml"),
+    raising<org::allowSubAction>("allowSubAction", "org", "subActionName,outPutHtml"),
+    raising<org::allowSubActionHTML>("allowSubActionHTML", "org", "subActionName,outPutHtml"),
+    raising<org::allowSubActionTableList>("allowSubActionTableList", "org", "subActionName"),
+    raising<workflow::MergeGetMyTaskInFirst>("MergeGetMyTaskInFirst", "workflow", ""),
+    raising<workflow::WorkFlowWaitingForDealList>("WorkFlowWaitingForDealList", "workflow", ""),
+    raising<workflow::doGetWFIName>("doGetWFIName", "workflow", "iUID,strName,strType,strPara2"),
+    raising<workflow::doFindPermissionWFI>("doFindPermissionWFI", "workflow",
+                                           "intMenuID,strPara1,strPara2"),
+    raising<workflow::getCurrentResultSet>("getCurrentResultSet", "workflow", ""),
     raising<services::TarloCBODataSource>("TarloCBODataSource", "services", "sSQL,sPar"),
     resuming<services::GetComboBoxXMLs>("GetComboBoxXMLs", "services", "sSQL"),
     raising<services::GetRadioOrCheckBoxXML>("GetRadioOrCheckBoxXML", "services", "sSQL"),

@@ -12,6 +12,7 @@ namespace tarlo::component {
 
 inline constexpr std::string_view kTypeLibraryName = "Orvane";
 inline constexpr std::string_view kTypeLibraryId = "{3CA89972-C9FD-49B2-B749-B15EE11E42FA}";
+inline constexpr std::string_view kProgId = "Orvane.TarloQuery";  // library and class
 inline constexpr std::string_view kClassName = "TarloQuery";
 inline constexpr std::string_view kClassId = "{C4A15423-E4B8-4357-84C2-8EE5A5C383AE}";
 inline constexpr std::string_view kInterfaceName = "_TarloQuery";

@@ -13,6 +13,10 @@ inline constexpr std::string_view kNotSaveable =
     "parent.sAlert('得到的查询语句有错误，无法保存！');";
 inline constexpr std::string_view kNotPreviewable =
     "<script>parent.sAlert('得到的查询语句有错误，无法预览！');</script>";
+inline constexpr std::string_view kOneLevel =
+    "<script>parent.sAlert('只选择了一层，不能做级联！');</script>";
+inline constexpr std::string_view kReloadOpenerGrid =
+    "parent.dialogArguments.SearchTable.reload();";
 inline constexpr std::string_view kNextStep = "window.top.switchStep();";
 
 }  // namespace tarlo::control

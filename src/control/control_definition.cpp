@@ -35,12 +35,18 @@ void describeColumns(Page& page, const ControlColumns& columns, ControlRow& row)
   const auto captions = variant::split(list, ",");
   const Caption value = captionOf(captions, 0);
   const Caption text = captionOf(captions, 1);
+  describeTables(columns, row);
+  row.captions = value.field + "," + text.field;
+  const bool isOneTable = row.tableCaptions.empty();
+  row.tableCaptions = isOneTable ? value.table : value.table + "," + text.table;
+}
+
+void describeTables(const ControlColumns& columns, ControlRow& row) {
   const std::string first = tablePart(columns.value);
   const std::string second = tablePart(columns.text);
   const bool isOneTable = first == second;
-  row.captions = value.field + "," + text.field;
   row.tables = isOneTable ? second : first + "." + second;
-  row.tableCaptions = isOneTable ? value.table : value.table + "," + text.table;
+  row.tableCaptions = isOneTable ? "" : ",";
 }
 
 std::string postedLevels(Page& page, std::string_view condition) {

@@ -27,6 +27,9 @@ ControlColumns postedColumns(Page& page);
 // the separators stand there, as wizards that post none have always written.
 void describeColumns(Page& page, const ControlColumns& columns, ControlRow& row);
 
+// The tables alone, for a wizard that posts no captions.
+void describeTables(const ControlColumns& columns, ControlRow& row);
+
 // One level for each posted row of relField1, relField2 and relField3: its table, the relating
 // column, the value, the text, and the condition unless that is empty; ";" between levels.
 std::string postedLevels(Page& page, std::string_view condition);

@@ -1,4 +1,5 @@
 #include "control/field_wizard.h"
+#include "control/filter_area.h"
 #include "embedded_control_pages.h"
 #include "frame/script_text.h"
 #include "frame/template.h"
@@ -84,20 +85,16 @@ Offer offerOf(Page& page, const Variant& scheme, const std::string& chosen) {
 Variant addSearchDlg_UsrField2_1(Page& page, const Variant& id) {
   static const Template functions(embedded::control_pages::find("drop_down_functions.js"));
   static const Template form(embedded::control_pages::find("drop_down_fields.html"));
-  static const Template area(embedded::control_pages::find("filter_area.html"));
-  static const Template filter(embedded::control_pages::find("filter_area.js"));
   static const Template step(embedded::control_pages::find("drop_down_step.html"));
   const std::string chosen = spliced(page.request.value("relfield"));
   const Offer offer = offerOf(page, id, chosen);
-  const std::string markup =
-      form.fill({{"relations", offer.relations},
-                 {"chosen", page.server.htmlEncode(chosen)},
-                 {"relating", offer.relating},
-                 {"fields", offer.fields},
-                 {"filter", area.fill({{"width", "200"}, {"fields", offer.fields}})},
-                 {"scheme", page.server.htmlEncode(spliced(id))}});
-  // Further rows are copies of the first.
-  const std::string script = "var divHTML=relation2.innerHTML;\n" + filter.fill({{"fresh", ""}});
+  const std::string markup = form.fill({{"relations", offer.relations},
+                                        {"chosen", page.server.htmlEncode(chosen)},
+                                        {"relating", offer.relating},
+                                        {"fields", offer.fields},
+                                        {"filter", filterArea("200", offer.fields)},
+                                        {"scheme", page.server.htmlEncode(spliced(id))}});
+  const std::string script = filterScript(FirstRow::AsDrawn);
   step.write(page.response, {{"functions", frame::scriptText(functions.fill())},
                              {"form", frame::scriptText(markup)},
                              {"filter", frame::scriptText(script)}});

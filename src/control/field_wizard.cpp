@@ -54,7 +54,7 @@ void addSearchDlg_UsrField(Page& page) {
       "src=\"/TarloQuery.Zembra?action=getQueryTable\" width=\"600\" height=\"300\" "
       "frameborder=\"0\"></iframe>";
   const std::string firstStep = first.fill();
-  const std::string lastStep = name.fill({{"size", "43"}, {"rows", "15"}});
+  const std::string lastStep = name.fill({{"check", ""}, {"size", "43"}, {"rows", "15"}});
   writeControlDialog(
       page, {"添加用户控件", kFirstList, "addSearchDlg_UsrField"},
       {{"请在列表中选择要用到的查询方案，并确定要新增的控件类型.", firstStep, "next1_2();", ""},

@@ -4,17 +4,14 @@
 #include "control/control_definition.h"
 #include "control/control_filter.h"
 #include "control/control_statement.h"
+#include "control/drop_down_preview.h"
 #include "control/list_grid.h"
 #include "control/scheme_columns.h"
 #include "embedded_control_pages.h"
-#include "frame/data.h"
-#include "frame/dialog_frame.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "metadata/introspection.h"
 #include "services/data_sources.h"
-#include "services/option_list.h"
-#include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 
@@ -28,16 +25,9 @@ constexpr std::string_view kRefusedDropDown =
     "<script>parent.sAlert('得到的查询语句有错误，无法预览！\\n"
     "请检查方案主表关联字段是否正确选择！');</script>";
 
-// Rows of value and text as a combo box's data.
-std::string optionsOf(const Variant& rows) {
-  services::OptionList options;
-  if (!rows.isArray()) return {};
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    options.add(spliced(cells.at(1, row)), spliced(cells.at(0, row)));
-  }
-  return std::string(options.joined());
-}
+constexpr DropDownLook kUserDropDown = {"width:95%; height:180px", false,
+                                        "parent.div4.innerHTML = prediv.innerHTML ;\r\n"
+                                        "window.top.switchStep(); window.top.switchStep();"};
 
 }  // namespace
 
@@ -49,16 +39,11 @@ void previewSearchdlg_UsrField(Page& page) {
 }
 
 void previewSearchdlg_UsrField1(Page& page) {
-  static const Template preview(embedded::control_pages::find("drop_down_preview.html"));
   const ControlColumns columns = postedColumns(page);
   const std::string filter =
       compileControlFilter(spliced(page.request.value("filter")), FilterUse::PreviewUserControl);
   const std::string sql = oneTableStatement(columns.value, columns.text, filter);
-  ErrorState err;
-  std::string tested = sql;
-  if (!runs(page, err, tested)) return page.response.write(kRefusedDropDown);
-  const Variant rows = err.value([&] { return frame::execSQLRows(page, sql); });
-  preview.write(page.response, {{"data", optionsOf(rows)}});
+  if (!writeDropDownPreview(page, sql, kUserDropDown)) page.response.write(kRefusedDropDown);
 }
 
 void previewSearchdlg_UsrField2(Page& page) {
@@ -76,11 +61,7 @@ void previewSearchdlg_UsrField2(Page& page) {
   } else {
     page.response.write(kNotPreviewable);
   }
-  frame::writeDialogBodyEnd(page);
-  page.response.write(
-      "<div align=\"right\"><input type=\"button\" class=\"btnX\" value=\"关闭\" "
-      "onclick=\"window.close()\"></div>\r\n");
-  frame::writeDialogFoot(page);
+  writePreviewEnd(page);
 }
 
 void previewSearchdlg_UsrField3(Page& page) {

@@ -57,37 +57,62 @@ Variant kindOf(Page& page) {
   return rows.isArray() ? rows.array().at(0, 0) : Variant(1);
 }
 
-Variant bodyOf(Page& page, const Variant& kind) {
-  if (variant::equalsAsText(kind, "1")) return showSearchDlg_UsrField1(page);
-  if (variant::equalsAsText(kind, "2")) return showSearchDlg_UsrField2(page);
-  if (variant::equalsAsText(kind, "3")) return showSearchDlg_UsrField3(page);
-  return {};
+// How a control's body is laid out.
+struct Layout {
+  std::string_view opening;
+  std::string_view size;
+};
+
+constexpr Layout kUserLayout = {"<br><br>", "width=\"90%\" height=\"90%\""};
+// The dialog of a template has the opening lines itself.
+constexpr Layout kTemplateDropDown = {"", "width=\"90%\""};
+constexpr Layout kTemplateCascade = {"", "width=\"600\" height=\"200\""};
+
+Variant dropDownBody(Page& page, const Layout& layout) {
+  static const Template body(embedded::control_pages::find("show_drop_down.html"));
+  const Definition control = storedDefinition(page, ControlKind::DropDown);
+  return Variant(body.fill({{"opening", layout.opening},
+                            {"size", layout.size},
+                            {"options", optionsOf(page, control.statement)}}));
+}
+
+Variant cascadeBody(Page& page, const Layout& layout) {
+  static const Template body(embedded::control_pages::find("show_cascade.html"));
+  const Definition control = storedDefinition(page, ControlKind::Cascade);
+  return Variant(body.fill({{"opening", layout.opening},
+                            {"size", layout.size},
+                            {"levels", control.rest},
+                            {"options", optionsOf(page, control.statement)}}));
+}
+
+void writeShowDialog(Page& page, std::string_view title, const Variant& body) {
+  const auto dialog = page.server.createObject("TarloDialog.SingleDialog");
+  frame::connectToPage(page, *dialog);
+  dialog->put("title", title);
+  dialog->put("ViewType", 2);
+  dialog->put("addjs", "");
+  dialog->put("bodyHtml", body);
+  dialog->put("bgcolor", "menu");
+  frame::callMethod(*dialog, "writeDialog");
 }
 
 }  // namespace
 
 void showSearchDlg_UsrField(Page& page) {
-  const auto dialog = page.server.createObject("TarloDialog.SingleDialog");
-  frame::connectToPage(page, *dialog);
-  dialog->put("title", "控件预览");
-  dialog->put("ViewType", 2);
-  dialog->put("addjs", "");
-  dialog->put("bodyHtml", bodyOf(page, kindOf(page)));
-  dialog->put("bgcolor", "menu");
-  frame::callMethod(*dialog, "writeDialog");
+  const Variant kind = kindOf(page);
+  Variant body;
+  if (variant::equalsAsText(kind, "1")) body = showSearchDlg_UsrField1(page);
+  if (variant::equalsAsText(kind, "2")) body = showSearchDlg_UsrField2(page);
+  if (variant::equalsAsText(kind, "3")) body = showSearchDlg_UsrField3(page);
+  writeShowDialog(page, "控件预览", body);
 }
 
 Variant showSearchDlg_UsrField1(Page& page) {
-  static const Template body(embedded::control_pages::find("show_drop_down.html"));
-  const Definition control = storedDefinition(page, ControlKind::DropDown);
-  return Variant(body.fill({{"options", optionsOf(page, control.statement)}}));
+  return dropDownBody(page, kUserLayout);
 }
 
 Variant showSearchDlg_UsrField2(Page& page) {
-  static const Template body(embedded::control_pages::find("show_cascade.html"));
-  const Definition control = storedDefinition(page, ControlKind::Cascade);
-  return Variant(
-      body.fill({{"levels", control.rest}, {"options", optionsOf(page, control.statement)}}));
+  return cascadeBody(page, kUserLayout);
 }
 
 Variant showSearchDlg_UsrField3(Page& page) {
@@ -97,6 +122,22 @@ Variant showSearchDlg_UsrField3(Page& page) {
   const Variant grid = err.value(
       [&] { return listGrid(page, withoutRows(control.statement), control.rest, "100%"); });
   return Variant(body.fill({{"grid", spliced(grid)}}));
+}
+
+void showSearchDlg_sysField(Page& page) {
+  const Variant kind = kindOf(page);
+  std::string body = "<br><br>";
+  if (variant::equalsAsText(kind, "1")) body += showSearchDlg_sysField1(page).text();
+  if (variant::equalsAsText(kind, "2")) body += showSearchDlg_sysField2(page).text();
+  writeShowDialog(page, "模板控件预览", Variant(body));
+}
+
+Variant showSearchDlg_sysField1(Page& page) {
+  return dropDownBody(page, kTemplateDropDown);
+}
+
+Variant showSearchDlg_sysField2(Page& page) {
+  return cascadeBody(page, kTemplateCascade);
 }
 
 }  // namespace tarlo::control

@@ -13,4 +13,9 @@ Variant showSearchDlg_UsrField1(Page& page);  // drop-down
 Variant showSearchDlg_UsrField2(Page& page);  // cascade
 Variant showSearchDlg_UsrField3(Page& page);  // list
 
+// The same for a template, which is no list.
+void showSearchDlg_sysField(Page& page);
+Variant showSearchDlg_sysField1(Page& page);  // drop-down
+Variant showSearchDlg_sysField2(Page& page);  // cascade
+
 }  // namespace tarlo::control

@@ -30,22 +30,27 @@ std::string userSchemes(const Variant& kind) {
   return sql;
 }
 
+constexpr const char* kSystemSchemes =
+    " select a.Query_ID,a.Query_Name,a.Query_Desc,a.Zembra_WriteDate from Zembra_Query_Main as a,"
+    "Zembra_Dict_TableDir as b where a.Query_System = 1 and a.Query_IsDataAlert = 0 and "
+    "a.Zembra_Flag <> 0 and a.Query_Dic=b.Zembra_ID";
+
+}  // namespace
+
 void writeFrameWrapper(Page& page, std::string_view action) {
   static const Template wrapper(embedded::control_pages::find("frame_wrapper.html"));
   frame::writeStepOpening(page);
   wrapper.write(page.response, {{"action", action}});
 }
 
-void endPage(Page& page) {
+void endFrame(Page& page) {
   page.response.write("</body>\r\n</html>\r\n");
 }
-
-}  // namespace
 
 void getQueryTable(Page& page) {
   frame::writeStepHead(page);
   page.response.write("&nbsp;\r\n");
-  endPage(page);
+  endFrame(page);
 }
 
 void addSearchDlg_UsrField1_1(Page& page) {
@@ -58,7 +63,7 @@ void addSearchDlg_UsrField1_1(Page& page) {
   grid->put("Width", "100%");
   grid->put("onRowSelect", "parent.document.all.queryid.value=SearchTable.getSelectedRowDataID();");
   callMethod(*grid, "WriteTable");
-  endPage(page);
+  endFrame(page);
 }
 
 void addSearchDlg_UsrField1_2(Page& page) {
@@ -79,6 +84,24 @@ void addSearchDlg_UsrField1_2(Page& page) {
 
 void addSearchDlg_UsrField1(Page& page) {
   writeFrameWrapper(page, "addSearchDlg_UsrField&step=1_1");
+}
+
+void addSearchDlg_sysfield1_1(Page& page) {
+  static const Template kinds(embedded::control_pages::find("template_kinds.html"));
+  frame::writeStepHead(page);
+  const auto grid = choiceGrid(page, "查询方案|方案说明|创建时间", kSystemSchemes, 10);
+  grid->put("showButton", false);
+  grid->put("Search", "false");
+  grid->put("orderBy", "a.Zembra_ModiDate DESC");
+  grid->put("MultiPage", "true");
+  grid->put("Width", "100%");
+  callMethod(*grid, "WriteTable");
+  kinds.write(page.response);
+  endFrame(page);
+}
+
+void addSearchDlg_sysfield1(Page& page) {
+  writeFrameWrapper(page, "addSearchDlg_sysField&step=1_1");
 }
 
 }  // namespace tarlo::control

@@ -1,7 +1,9 @@
 #pragma once
 // Pages of the wizards' frames: the empty page that a frame starts with, the lists to choose a
-// scheme from, and the wrappers around a frame that no page links to any more. All are operations
-// and raise what the grid raises.
+// scheme from, and the wrappers around a frame that no page links to any more. All but the last two
+// are operations and raise what the grid raises.
+
+#include <string_view>
 
 #include "frame/page.h"
 
@@ -15,5 +17,14 @@ void addSearchDlg_UsrField1_1(Page& page);
 void addSearchDlg_UsrField1_2(Page& page);
 // Around the wizard's first list.
 void addSearchDlg_UsrField1(Page& page);
+
+// System schemes, and the kind of the template.
+void addSearchDlg_sysfield1_1(Page& page);
+void addSearchDlg_sysfield1(Page& page);
+
+// A page around a frame with the page of `action`, which ends there; and the end of
+// a frame's page.
+void writeFrameWrapper(Page& page, std::string_view action);
+void endFrame(Page& page);
 
 }  // namespace tarlo::control

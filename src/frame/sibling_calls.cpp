@@ -13,9 +13,12 @@ Variant callMethod(Object& object, std::string_view name,
 }
 
 void connectToPage(Page& page, Object& object) {
-  const std::shared_ptr<Object> context = std::make_shared<ContextObject>(page);
-  // One object stands for all five, since they belong to one page.
-  callMethod(object, "ASPConnect", {context, context, context, context, context});
+  const auto part = [&](ContextPart which) {
+    return Variant(std::shared_ptr<Object>(std::make_shared<ContextObject>(page, which)));
+  };
+  callMethod(object, "ASPConnect",
+             {part(ContextPart::Response), part(ContextPart::Session), part(ContextPart::Server),
+              part(ContextPart::Application), part(ContextPart::Request)});
 }
 
 std::string gridViewScript(std::string_view condition, std::string_view caption) {

@@ -137,7 +137,7 @@ void check(const Config& config, std::string_view file) {
   parseEndpoint(config.listen);
 }
 
-std::string quoted(std::string_view text) {
+std::string tomlText(std::string_view text) {
   std::ostringstream out;
   out << toml::value<std::string>(std::string(text));
   return out.str();
@@ -147,10 +147,10 @@ template <class Owner, class Value>
 std::string printed(const Config& config, const ConfigKey& key, Value Owner::*member) {
   const Value& value = ownerIn<const Owner>(config).*member;
   if constexpr (std::is_same_v<Value, std::string>) {
-    return quoted(value);
+    return tomlText(value);
   } else if constexpr (std::is_same_v<Value, std::vector<std::string>>) {
     std::string list;
-    for (const auto& item : value) list += (list.empty() ? "" : ", ") + quoted(item);
+    for (const auto& item : value) list += (list.empty() ? "" : ", ") + tomlText(item);
     return "[" + list + "]";
   } else if constexpr (std::is_same_v<Value, Milliseconds>) {
     return fmt::format("{}", static_cast<double>(value.count()) / unitOf(key));
@@ -206,7 +206,7 @@ std::string printConfig(const Config& config) {
   }
   text += "\n[application]\n# Further values for pages, by name.\n";
   for (const auto& [name, value] : config.application)
-    text += fmt::format("{} = {}\n", quoted(name), quoted(value));
+    text += fmt::format("{} = {}\n", tomlText(name), tomlText(value));
   return text;
 }
 

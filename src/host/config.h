@@ -44,6 +44,9 @@ struct Config {
   std::string mailComplaintsTelephone;
   std::string mailCompany;
 
+  bool statementsByUrl = false;
+  std::string registry;  // "" = no classes of other libraries
+
   std::string transferFolder;  // "" = no file is sent
 
   std::string trustedHeader;                  // "" = off

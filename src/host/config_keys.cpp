@@ -46,6 +46,9 @@ const ConfigKey kKeys[] = {
      "a "
      "note when somebody else has changed the scheme. Off: the platform's own pages and nothing "
      "else."},
+    {"pages", "statements_by_address", &C::statementsByUrl,
+     "Let the preview of a caller's cascade run any SELECT that an address names. Off: only those "
+     "of stored control schemes."},
     {"pages", "start_page", &C::startPage, "Where a sign-in leads."},
 
     {"session", "idle_minutes", &C::sessionIdle,
@@ -81,6 +84,9 @@ const ConfigKey kKeys[] = {
 
     {"files", "transfer_folder", &C::transferFolder,
      "Files below this folder may be sent to browsers by TransferFile. Empty: none."},
+
+    {"components", "registry", &C::registry,
+     "Registry file: classes of other libraries that pages may create. Empty: none."},
 
     {"log", "file", &C::logFile, "Log file; empty is standard error."},
     {"log", "level", &C::logLevel, "debug, info, warning or error."},

@@ -49,6 +49,8 @@ void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
 }  // namespace
 
 std::string drawGrid(Page& page, GridDefinition grid) {
+  // A page without a statement has nothing to list: its grid is empty, and not broken.
+  if (variant::trim(grid.sql).empty()) return gridMarkup(grid, {});
   ErrorState err;
   DrawnGrid drawn;
   std::shared_ptr<GridState> state;

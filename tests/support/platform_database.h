@@ -23,7 +23,7 @@ class PlatformDatabase {
     auto connection = database->borrow();
     connection->allowDdl(true);
     for (const char* name : {"10_schemes.sql", "20_dictionary.sql", "30_organisation.sql",
-                             "50_services.sql", "90_base_rows.sql"}) {
+                             "40_workflow.sql", "50_services.sql", "90_base_rows.sql"}) {
       std::ifstream file(std::string(TARLO_TEST_DATA) + "/../../schema/tables/" + name);
       std::stringstream text;
       text << file.rdbuf();

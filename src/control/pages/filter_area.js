@@ -1,3 +1,4 @@
+{{first}}
 var strfilter='';
 function getfilter(){
 	var filterlength=document.all("expresion").length;

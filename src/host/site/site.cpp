@@ -1,6 +1,7 @@
 #include "host/site/site.h"
 #include "host/api/api.h"
 
+#include "host/context/registered_classes.h"
 #include "host/desktop/desktop.h"
 #include "host/site/boundary.h"
 #include "host/site/component_pages.h"
@@ -43,6 +44,7 @@ frame::ValueMap applicationValues(const Config& config) {
   values["virtualWebKeyWord"] = config.virtualWebKeyWord;
   values["strConn"] = config.database;
   values["designerExtras"] = config.designerExtras;
+  values["statementsByUrl"] = config.statementsByUrl;
   values["mailSender"] = config.mailSender;
   values["mailTelephone"] = config.mailTelephone;
   values["mailComplaintsTelephone"] = config.mailComplaintsTelephone;
@@ -50,7 +52,7 @@ frame::ValueMap applicationValues(const Config& config) {
   return values;
 }
 
-ObjectFactories pageObjects(const Config& config) {
+ObjectFactories pageObjects(const Config& config, spdlog::logger& log) {
   ObjectFactories factories;
   const services::MailServer mail{
       config.mailServer, config.mailUser, config.mailPassword,
@@ -60,6 +62,7 @@ ObjectFactories pageObjects(const Config& config) {
     return services::makeFileSystem(folder);
   };
   for (const auto& progId : siblings::progIds()) factories[std::string(progId.name)] = progId.make;
+  addRegisteredClasses(config.registry, factories, log);
   return factories;
 }
 
@@ -82,7 +85,7 @@ Site::Site(const Config& config, database::Registry& databases, StaticFiles file
       log_(std::move(log)),
       files_(std::move(files)),
       sessions_(config.sessionIdle, config.sessions),
-      objects_(pageObjects(config)),
+      objects_(pageObjects(config, *log_)),
       server_(objects_, charsetIn(config)),
       application_(applicationValues(config)),
       signIn_(config, databases, log_),

@@ -1,0 +1,110 @@
+#include "control/template_definition.h"
+
+#include <fmt/format.h>
+
+#include <vector>
+
+#include "control/control_filter.h"
+#include "control/control_statement.h"
+#include "frame/data.h"
+#include "metadata/dictionary_lookups.h"
+#include "variant/array.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+#include "variant/text.h"
+
+namespace tarlo::control {
+namespace {
+
+using variant::spliced;
+
+std::string trimmed(std::string_view text) {
+  return std::string(variant::trim(withoutLineEnds(text)));
+}
+
+// A field's names in the dictionary.
+struct Field {
+  std::string table;
+  std::string column;
+};
+
+class ChosenFields {
+ public:
+  ChosenFields(Page& page, const std::string& ids)
+      : page_(page), ids_(variant::split(ids, kPartMark)) {}
+
+  std::ptrdiff_t upperBound() const { return static_cast<std::ptrdiff_t>(ids_.size()) - 1; }
+  // Nothing for an index beyond the list and an id that is not in the dictionary.
+  std::optional<Field> at(std::ptrdiff_t i) const {
+    if (i < 0 || i > upperBound()) return {};
+    const Variant row =
+        metadata::getFieldName_Query(page_, Variant(ids_[static_cast<std::size_t>(i)]));
+    if (!row.isArray()) return {};
+    return Field{spliced(row.array().at(0, 0)), spliced(row.array().at(2, 0))};
+  }
+
+ private:
+  Page& page_;
+  std::vector<std::string_view> ids_;  // into the caller's text
+};
+
+// "" for a table that is not there or has no key.
+std::string keyOf(Page& page, const std::string& table) {
+  ErrorState err;
+  return spliced(err.value([&] {
+    const Variant tables = frame::execSQLRows(
+        page,
+        Variant("select Zembra_ID from Zembra_DataDict_Table where DDT_Name='" + table + "'"));
+    return metadata::getZembraID(page, tables.array().at(0, 0)).array().at(1, 0);
+  }));
+}
+
+std::string firstStatement(Page& page, const Field& field) {
+  return fmt::format("select [{0}].[{1}],[{0}].[{2}] from [{0}] where Zembra_Flag<>0", field.table,
+                     keyOf(page, field.table), field.column);
+}
+
+// Table, relating column, value, text and condition.
+std::string levelOf(Page& page, const Field& shown, const Field& relating) {
+  return fmt::format("[{0}],[{1}].[{2}],[{0}].[{3}],[{0}].[{4}],Zembra_Flag <> 0", shown.table,
+                     relating.table, relating.column, keyOf(page, shown.table), shown.column);
+}
+
+}  // namespace
+
+ControlColumns postedTemplateColumns(Page& page) {
+  ControlColumns columns = postedColumns(page);
+  columns.value = trimmed(columns.value);
+  columns.text = trimmed(columns.text);
+  if (columns.text.starts_with(',')) columns.text = trimmed(columns.text.substr(1));
+  return columns;
+}
+
+std::string templateDropDown(Page& page, const ControlColumns& columns, const std::string& filter) {
+  const std::string scheme = spliced(page.request.value("id"));
+  std::string sql = twoTableStatement(page, scheme, columns.value, columns.text);
+  sql.append(conditionWord(sql)).append("Zembra_Flag <> 0");
+  if (!filter.empty()) sql.append(" and ").append(filter);
+  return sql;
+}
+
+std::optional<TemplateCascade> postedCascade(Page& page) {
+  const std::string fieldIds = spliced(page.request.value("viewfields"));
+  const std::string relationIds = spliced(page.request.value("rel"));
+  if (fieldIds.starts_with(kPartMark)) return {};
+  const ChosenFields fields(page, fieldIds);
+  const ChosenFields relations(page, relationIds);
+  const std::ptrdiff_t last = relations.upperBound();
+  TemplateCascade cascade;
+  cascade.statement = firstStatement(page, fields.at(last + 1).value_or(Field{}));
+  for (std::ptrdiff_t i = last; i >= 0; --i) {
+    const auto shown = fields.at(i);
+    const auto relating = relations.at(i);
+    if (!shown || !relating || !fields.at(i + 1)) continue;
+    cascade.levels += levelOf(page, *shown, *relating);
+    if (i > 0) cascade.levels += ";";
+  }
+  return cascade;
+}
+
+}  // namespace tarlo::control

@@ -1,0 +1,102 @@
+#include "org/directory.h"
+
+#include <cmath>
+#include <string>
+#include <string_view>
+
+#include "frame/data.h"
+#include "variant/array.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+
+namespace tarlo::org {
+namespace {
+
+struct LookUp {
+  std::string_view statement;  // the key goes behind it
+  std::ptrdiff_t column;
+  std::string_view closing = "";
+};
+
+constexpr LookUp kUserName = {"select User_Name From Zembra_User Where  user_ID = ", 0};
+constexpr LookUp kRankName = {"select Rank_ID , Rank_name from Zembra_Rank Where Rank_Index = ", 1};
+constexpr LookUp kPosition = {
+    "select Quarters_ID , Quarters_name from Zembra_Quarters,zembra_user Where user_position = "
+    "Quarters_ID and  User_ID = ",
+    1};
+constexpr LookUp kGroupOfUser = {
+    "select Group_ID , Group_name from Zembra_Group,zembra_user Where user_groupID= group_ID and  "
+    "User_ID = ",
+    0};
+constexpr LookUp kGroupNameOfUser = {
+    "select Group_ID , Group_name from Zembra_Group,zembra_user Where user_groupID= Group_ID and  "
+    "User_ID = ",
+    1};
+constexpr LookUp kDepartment = {
+    "select group_ID  from Zembra_User , Zembra_Group where User_DeptID = group_ID and User_ID = ",
+    0};
+constexpr LookUp kDepartmentName = {" select Group_Name from Zembra_Group where Group_ID ='", 0,
+                                    "'"};
+constexpr LookUp kModuleName = {"select Menu_Name  from Zembra_Menu Where Menu_ID = ", 0};
+
+Variant rowsOf(Page& page, const LookUp& lookUp, const Variant& key) {
+  std::string sql(lookUp.statement);
+  sql.append(variant::spliced(key)).append(lookUp.closing);
+  return frame::execSQLRows(page, Variant(std::move(sql)));
+}
+
+// Without rows there is no array to index: error 13.
+Variant cellOf(const Variant& rows, const LookUp& lookUp) {
+  return rows.array().at(lookUp.column, 0);
+}
+
+Variant cellOr(const Variant& rows, const LookUp& lookUp, const Variant& fallback) {
+  return rows.isArray() ? cellOf(rows, lookUp) : fallback;
+}
+
+Variant find(Page& page, const LookUp& lookUp, const Variant& key) {
+  return cellOf(rowsOf(page, lookUp, key), lookUp);
+}
+
+// A refused statement gives what no row gives.
+Variant findOr(Page& page, const LookUp& lookUp, const Variant& key, const Variant& fallback) {
+  ErrorState err;
+  return cellOr(err.value([&] { return rowsOf(page, lookUp, key); }), lookUp, fallback);
+}
+
+}  // namespace
+
+Variant getUserNameByID(Page& page, const Variant& userid) {
+  if (!userid.isNull() && std::abs(variant::toDouble(userid)) == 1) return "系统消息";
+  return cellOr(rowsOf(page, kUserName, userid), kUserName, "");
+}
+
+Variant getUserRank(Page& page) {
+  return find(page, kRankName, page.session.get("usrRank"));
+}
+
+Variant getUserPosition(Page& page, const Variant& userid) {
+  return find(page, kPosition, userid);
+}
+
+Variant getUserDeptID(Page& page, const Variant& userid) {
+  return findOr(page, kGroupOfUser, userid, {});
+}
+
+Variant getUserDeptName(Page& page, const Variant& userid) {
+  return findOr(page, kGroupNameOfUser, userid, "空的");
+}
+
+Variant getDeptID(Page& page, const Variant& iID) {
+  return find(page, kDepartment, iID);
+}
+
+Variant getDeptName(Page& page, const Variant& gID) {
+  return findOr(page, kDepartmentName, gID, {});
+}
+
+Variant getHeaderTitle(Page& page) {
+  return cellOr(rowsOf(page, kModuleName, page.session.get("usrICID")), kModuleName, "Zembra");
+}
+
+}  // namespace tarlo::org

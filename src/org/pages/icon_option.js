@@ -1,0 +1,1 @@
+                                topArray[{{index}}] = new Option('<nobr title="{{name}}"><img src="/images/icon/{{file}}" width=16 height=16 border=0 align="absmiddle"> <span style="font-family: arial black;">{{name}}</span></nobr>', "{{id}}");

@@ -1,0 +1,72 @@
+// A grid of somebody else's library in the place of ours.
+
+#include "host/context/registered_classes.h"
+
+#include <gtest/gtest.h>
+#include <spdlog/sinks/ostream_sink.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "bridge/registry.h"
+#include "control/manager_page.h"
+#include "siblings/siblings.h"
+#include "support/platform_database.h"
+
+namespace tarlo::host {
+namespace {
+
+const std::string kOwnGrid = TARLO_BUILD_FOLDER "/examples/own_grid.so";
+constexpr const char* kOwnClass = "{6B1B7A52-41C3-4C0D-9A35-0F3E5D8C7A11}";
+
+class RegisteredClassesTest : public ::testing::Test {
+ protected:
+  RegisteredClassesTest()
+      : log_("test", std::make_shared<spdlog::sinks::ostream_sink_mt>(logged_)) {
+    for (const auto& progId : siblings::progIds()) {
+      factories_[std::string(progId.name)] = progId.make;
+    }
+  }
+  void add(const std::string& classId, const std::string& library) {
+    bridge::addToRegistry(file(), {"tarlotable.TABLE", classId, library});
+    addRegisteredClasses(file(), factories_, log_);
+  }
+  std::string file() const { return (folder_.path() / "registry").string(); }
+
+  testing::TemporaryFolder folder_;
+  std::ostringstream logged_;
+  spdlog::logger log_;
+  ObjectFactories factories_;
+};
+
+struct Database : testing::PlatformDatabase {
+  explicit Database(HttpServer& server) {
+    for (const char* name : {"TarloTable.table", "Tarlo.menu"}) {
+      local().registerObject(name, [&server, name] { return server.createObject(name); });
+    }
+  }
+};
+
+TEST_F(RegisteredClassesTest, APageIsDrawnWithTheOtherGrid) {
+  add(kOwnClass, kOwnGrid);
+  HttpServer server(factories_, Charset::Utf8);
+  Database data(server);
+  const std::string page = data.writtenBy([&] { control::ctrlSearch_Usrfield(data.page()); });
+  EXPECT_NE(page.find("<table id=\"own_grid\"><caption>关系名称|类型|查询方案</caption></table>"),
+            std::string::npos);
+  EXPECT_EQ(page.find("tarlo-grid"), std::string::npos);
+}
+
+TEST_F(RegisteredClassesTest, ALibraryThatFailsIsLoggedAndTakesNoPlace) {
+  add("{2}", "/no/such/library.so");
+  EXPECT_NE(logged_.str().find("tarlotable.TABLE"), std::string::npos);
+  HttpServer server(factories_, Charset::Utf8);
+  EXPECT_NE(server.createObject("TarloTable.table"), nullptr);  // ours still
+  add("{3}", kOwnGrid);
+  EXPECT_EQ(testing::errorOf([&] { server.createObject("TarloTable.table"); }), 429);
+  std::ofstream(file()) << "nonsense\n";
+  EXPECT_THROW(addRegisteredClasses(file(), factories_, log_), bridge::RegistryError);
+}
+
+}  // namespace
+}  // namespace tarlo::host
