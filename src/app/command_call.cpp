@@ -13,6 +13,7 @@
 #include "component/operations.h"
 #include "component/tarlo_query.h"
 #include "frame/local_page.h"
+#include "siblings/siblings.h"
 
 namespace tarlo::app {
 namespace {
@@ -116,6 +117,9 @@ int callOperation(Console console, const CallOptions& options, const Words& word
   database::Registry databases;
   openForCommand(databases, options.connection);
   frame::LocalPage local(databases, options.connection);
+  for (const siblings::ProgId& progId : siblings::progIds()) {
+    local.registerObject(std::string(progId.name), progId.make);
+  }
   setValues(local.session(), options.session);
   setValues(local.request(), options.request);
   setValues(local.application(), options.application);

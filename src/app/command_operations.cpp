@@ -6,8 +6,10 @@
 
 #include "app/command.h"
 #include "app/exit_code.h"
+#include "app/operation_examples.h"
 #include "app/table.h"
 #include "component/operations.h"
+#include "variant/text.h"
 
 namespace tarlo::app {
 namespace {
@@ -38,11 +40,21 @@ void writeAligned(std::ostream& out) {
   table.finish();
 }
 
+// A bar would end the cell.
+std::string shown(const OperationExample& example) {
+  const std::string_view gap = example.words.empty() ? "" : " ";
+  const std::string text =
+      fmt::format("`call {}{}{}` gives `{}`", example.operation, gap, example.words, example.holds);
+  return variant::replace(text, "|", "\\|");
+}
+
 void writeMarkdown(std::ostream& out) {
-  out << fmt::format("| {} |\n", fmt::join(kTitles, " | "));
-  out << "|---|---|---|---|---|\n";
+  out << fmt::format("| {} | result | example |\n", fmt::join(kTitles, " | "));
+  out << "|---|---|---|---|---|---|---|\n";
   for (const Operation& operation : component::operations()) {
-    out << fmt::format("| {} |\n", fmt::join(rowOf(operation), " | "));
+    const OperationExample* example = exampleOf(operation.name);
+    out << fmt::format("| {} | {} | {} |\n", fmt::join(rowOf(operation), " | "),
+                       example ? example->result : "", example ? shown(*example) : "");
   }
 }
 

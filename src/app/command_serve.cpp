@@ -60,6 +60,7 @@ class EndSignals {
     sigaddset(&set_, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &set_, nullptr);
     std::signal(SIGPIPE, SIG_IGN);  // a log into a closed pipe must not end the server
+    std::signal(SIGXFSZ, SIG_IGN);  // nor a database that reaches the largest file: the write fails
   }
   // From here on a second signal ends the program at once.
   int wait() const {

@@ -63,6 +63,31 @@ std::string tasksHtml(Page& page, int user) {
   return rows.empty() ? emptyRow("没有待处理的任务") : html;
 }
 
+// Workflow steps that wait for the user, or for somebody who has handed them over for today.
+std::string stepsHtml(Page& page, int user) {
+  const auto rows = textRows(
+      page,
+      fmt::format("select top 8 M.Zembra_ID, N.Menu_Name, A.WFIA_Name, P.WFPS_NoName"
+                  " from Zembra_WorkFlowInstance_Main as M, Zembra_WorkFlowInstance_Attribute as A,"
+                  " Zembra_WorkFlow_Custom as C, Zembra_Menu as N, Zembra_WorkFlow_PerDot as P"
+                  " where M.WFI_InstanceID = A.WFIA_InstanceID and C.Zembra_ID = M.WFI_WorkFlowID"
+                  " and N.Menu_AddValue = C.WF_SameFlag and N.Menu_AddType = 1"
+                  " and P.Zembra_ID = M.WFI_WorkFlowStepID and M.WFI_Action = 2"
+                  " and M.WFI_Keeping = 0 and not M.Zembra_Flag in (0,2,3,4,5)"
+                  " and (M.WFI_NeedUser = {0} or M.WFI_NeedUser in (select EPWF_sID"
+                  " from Zembra_WFInstance_ExchangePermission where EPWF_rID = {0}"
+                  " and getdate() between EPWF_StartDate and EPWF_EndDate))"
+                  " order by M.Zembra_ID desc",
+                  user));
+  std::string html;
+  for (const TextRow& row : rows) {
+    html += fmt::format("<li><b>{}</b><span>{}</span><em>{}</em></li>\n",
+                        page.server.htmlEncode(row[2]), page.server.htmlEncode(row[1]),
+                        row[3].empty() ? "等待处理" : "等待" + page.server.htmlEncode(row[3]));
+  }
+  return rows.empty() ? emptyRow("没有待处理的流程") : html;
+}
+
 std::string schemesHtml(Page& page) {
   const auto rows = textRows(page,
                              "select top 8 a.Query_ID, a.Query_Name, b.TD_Name, a.Query_System,"
@@ -105,6 +130,7 @@ void writeStart(Page& page) {
                              {"user", page.server.htmlEncode(user.name)},
                              {"date", dateText(now, date)},
                              {"tasks", tasksHtml(page, user.id)},
+                             {"steps", stepsHtml(page, user.id)},
                              {"schemes", schemesPanel(page, entries)},
                              {"cards", menuCardsHtml(page, entries)}});
 }

@@ -58,5 +58,5 @@ export async function startServer() {
   }
   const signInLink = (user = 'admin') =>
     /http\S+/.exec(run(['sign-in-link', user, '--base-url', origin]))[0];
-  return { origin, run, signInLink, stop };
+  return { origin, run, signInLink, stop, pid: child.pid, file: join(folder, 'demo.db') };
 }

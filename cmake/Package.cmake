@@ -1,0 +1,27 @@
+# What is installed, and the Debian package of it. The paths are those of the package: for a tree elsewhere,
+#   DESTDIR=/some/folder cmake --install build/release
+include(GNUInstallDirs)
+
+set(packaging ${CMAKE_SOURCE_DIR}/packaging)
+install(TARGETS tarloquery RUNTIME DESTINATION /usr/bin)
+install(TARGETS tarloquery_component LIBRARY DESTINATION /usr/lib/tarloquery)
+install(FILES ${CMAKE_SOURCE_DIR}/include/tarloquery/component.h DESTINATION /usr/include/tarloquery)
+install(FILES ${packaging}/config.toml ${packaging}/registry DESTINATION /etc/tarloquery)
+install(FILES ${packaging}/tarloquery.service DESTINATION /lib/systemd/system)
+install(FILES ${packaging}/sysusers.conf DESTINATION /usr/lib/sysusers.d RENAME tarloquery.conf)
+install(FILES ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/CHANGELOG.md DESTINATION /usr/share/doc/tarloquery)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs ${CMAKE_SOURCE_DIR}/examples DESTINATION /usr/share/doc/tarloquery)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME tarloquery)
+set(CPACK_PACKAGE_VENDOR "tarloquery")
+set(CPACK_PACKAGE_CONTACT "tarloquery developers <developers@tarloquery.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Query-scheme designer with its page server")
+set(CPACK_SET_DESTDIR ON)
+set(CPACK_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION web)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${packaging}/postinst ${packaging}/prerm ${packaging}/conffiles)
+include(CPack)
