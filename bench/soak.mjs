@@ -169,6 +169,8 @@ console.table(counts);
 console.log('faults:', faults.map(({ name, from, to }) => `${name} ${((from - begin) / 1000).toFixed(1)}-${((to - begin) / 1000).toFixed(1)} s`).join(', '));
 console.log(`saves: ${saved.size} said, ${refused.size} refused, ${unknown.size} cut; lost ${lost.length}, doubled ${doubled.length}, stored though refused ${ghosts.length}`);
 console.log(`propagate ended with ${propagations.join(', ')}`);
+const steps = Array.from({ length: 11 }, (_, i) => memory[Math.min(memory.length - 1, Math.floor((memory.length * i) / 10))].toFixed(0));
+console.log('memory by tenths:', steps.join(' '), 'MiB');
 console.log(`memory: ${early.toFixed(0)} MiB early, ${late.toFixed(0)} MiB late, ratio ${(late / early).toFixed(2)}`);
 unexplained.forEach((line) => console.log('UNEXPLAINED', line));
 const health = await send('/readyz');

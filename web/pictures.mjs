@@ -4,9 +4,10 @@ import { join } from 'node:path';
 import { withBrowser } from './test/browser/suites.mjs';
 import { startServer } from './test/flows/server.mjs';
 import {
-  addComputed, addStatistic, chooseRelations, chooseTable, fillCondition, goNext, openNew,
+  addComputed, addStatistic, button, chooseRelations, chooseTable, fillCondition, goNext, openNew, wizardOf,
 } from './test/flows/wizard_steps.mjs';
 import { choose, fillFilter, openWizard } from './test/flows/control_steps.mjs';
+import { openManager, signInToManager } from './test/flows/product.mjs';
 
 const kSize = { width: 1280, height: 800 };
 const out = process.argv[2] ?? '.';
@@ -73,16 +74,50 @@ async function takeControls(test) {
   await page.screenshot({ path: join(out, 'demo_form.png') });
 }
 
+async function takeTemplates(test) {
+  const { page } = test;
+  const take = async (name) => {
+    await page.waitForTimeout(300);
+    await page.locator('dialog[open]').screenshot({ path: join(out, `guide_${name}.png`) });
+  };
+  const manager = await signInToManager(test, '系统控件方案');
+  await button(manager, '新增').click();
+  const wizard = wizardOf(page);
+  const schemes = wizard.dialog.frameLocator('iframe[name=frametest1]');
+  await schemes.getByText('项目任务清单', { exact: true }).click();
+  await schemes.locator('#field1').getByText('级联控件向导').click();
+  await wizard.next.click();
+  await choose(wizard, 'fieldid2', '项目任务.任务名称');
+  await choose(wizard, 'Relfieldid2', '项目');
+  await wizard.dialog.getByText('增加层次').click();
+  await wizard.dialog.locator('#div2').getByText('项目任务.任务名称').waitFor();
+  await choose(wizard, 'fieldid2', '项目.项目名称');
+  await take('levels');
+  await wizard.next.click();
+  await wizard.dialog.locator('#prewrel').waitFor();
+  await goNext(wizard);
+  await wizard.dialog.locator('[name=QF_Name]').fill('项目与任务模板');
+  await wizard.next.click();
+  await page.waitForFunction(() => document.querySelectorAll('dialog').length === 0);
+  await openManager(page, '用户控件方案');
+  await button(page.frame({ name: 'Zembra' }), '模板绑定').click();
+  const binding = wizardOf(page);
+  await binding.dialog.frameLocator('iframe[name=frametest]').getByText('库存可用量', { exact: true }).click();
+  await binding.next.click();
+  await binding.dialog.frameLocator('iframe[name=frametest1]').locator('#SearchTable_grid').waitFor();
+  await take('bind');
+}
+
 await withBrowser('playwright-core', ['chromium'], async ({ chromium }, executablePath) => {
   const server = await startServer();
   const browser = await chromium.launch({ executablePath, args: ['--no-sandbox'] });
   try {
-    for (const take of [takeAll, takeRefusal, takeControls]) {
+    for (const take of [takeAll, takeRefusal, takeControls, takeTemplates]) {
       const context = await browser.newContext({ viewport: kSize });
       await take({ page: await context.newPage(), context, server });
       await context.close();
     }
-    return { passed: 3, failed: 0 };
+    return { passed: 4, failed: 0 };
   } finally {
     await browser.close();
     await server.stop();

@@ -28,6 +28,9 @@ CREATE INDEX IX_Query_Main_Table ON Zembra_Query_Main (Query_MainTBID)
 GO
 CREATE INDEX IX_Query_Main_Directory ON Zembra_Query_Main (Query_Dic)
 GO
+-- Every save asks whether the name is in use.
+CREATE INDEX IX_Query_Main_Name ON Zembra_Query_Main (Query_Name)
+GO
 -- The list of schemes comes by it, page for page.
 CREATE INDEX IX_Query_Main_Written ON Zembra_Query_Main (Zembra_WriteDate)
 GO

@@ -1,10 +1,12 @@
 // The sub-command "serve": the web server, until a signal ends it.
 
 #include <fmt/format.h>
+#include <malloc.h>
 #include <pthread.h>
 #include <sys/resource.h>
 
 #include <algorithm>
+
 #include <csignal>
 #include <memory>
 
@@ -49,6 +51,12 @@ void raiseFileLimit(std::size_t connections) {
   if (limit.rlim_cur >= wanted) return;
   limit.rlim_cur = std::min(wanted, limit.rlim_max);
   setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+// The C library gives every thread a heap of its own, which keeps what the thread has freed. Pages
+// come and go on all threads, and two heaps held less than half the memory at the same speed.
+void shareHeaps() {
+  mallopt(M_ARENA_MAX, 2);
 }
 
 // The signals that end the server, blocked in every thread so that one place waits for them.
@@ -116,6 +124,7 @@ int serve(Console console, const ServeOptions& options) {
   database::Registry databases({.maxConnections = config.limits.running + 4});
   database::Database& database = openWithSignIn(databases, config.database);
   raiseFileLimit(config.limits.connections);
+  shareHeaps();
   const EndSignals signals;
   host::Site site(config, databases, host::embeddedFiles(), logs.application);
   const auto server = listen(config, site, logs);

@@ -85,13 +85,30 @@ Variant cascadeBody(Page& page, const Layout& layout) {
                             {"options", optionsOf(page, control.statement)}}));
 }
 
-void writeShowDialog(Page& page, std::string_view title, const Variant& body) {
+Variant userBody(Page& page) {
+  const Variant kind = kindOf(page);
+  if (variant::equalsAsText(kind, "1")) return showSearchDlg_UsrField1(page);
+  if (variant::equalsAsText(kind, "2")) return showSearchDlg_UsrField2(page);
+  if (variant::equalsAsText(kind, "3")) return showSearchDlg_UsrField3(page);
+  return {};
+}
+
+Variant templateBody(Page& page) {
+  const Variant kind = kindOf(page);
+  std::string body = "<br><br>";
+  if (variant::equalsAsText(kind, "1")) body += showSearchDlg_sysField1(page).text();
+  if (variant::equalsAsText(kind, "2")) body += showSearchDlg_sysField2(page).text();
+  return Variant(std::move(body));
+}
+
+// The body is made when the dialog stands.
+void writeShowDialog(Page& page, std::string_view title, Variant (*body)(Page& page)) {
   const auto dialog = page.server.createObject("TarloDialog.SingleDialog");
   frame::connectToPage(page, *dialog);
   dialog->put("title", title);
   dialog->put("ViewType", 2);
   dialog->put("addjs", "");
-  dialog->put("bodyHtml", body);
+  dialog->put("bodyHtml", body(page));
   dialog->put("bgcolor", "menu");
   frame::callMethod(*dialog, "writeDialog");
 }
@@ -99,12 +116,7 @@ void writeShowDialog(Page& page, std::string_view title, const Variant& body) {
 }  // namespace
 
 void showSearchDlg_UsrField(Page& page) {
-  const Variant kind = kindOf(page);
-  Variant body;
-  if (variant::equalsAsText(kind, "1")) body = showSearchDlg_UsrField1(page);
-  if (variant::equalsAsText(kind, "2")) body = showSearchDlg_UsrField2(page);
-  if (variant::equalsAsText(kind, "3")) body = showSearchDlg_UsrField3(page);
-  writeShowDialog(page, "控件预览", body);
+  writeShowDialog(page, "控件预览", userBody);
 }
 
 Variant showSearchDlg_UsrField1(Page& page) {
@@ -125,11 +137,7 @@ Variant showSearchDlg_UsrField3(Page& page) {
 }
 
 void showSearchDlg_sysField(Page& page) {
-  const Variant kind = kindOf(page);
-  std::string body = "<br><br>";
-  if (variant::equalsAsText(kind, "1")) body += showSearchDlg_sysField1(page).text();
-  if (variant::equalsAsText(kind, "2")) body += showSearchDlg_sysField2(page).text();
-  writeShowDialog(page, "模板控件预览", Variant(body));
+  writeShowDialog(page, "模板控件预览", templateBody);
 }
 
 Variant showSearchDlg_sysField1(Page& page) {

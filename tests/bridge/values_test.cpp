@@ -25,7 +25,7 @@ TEST(Values, EveryKindComesBackAsItWas) {
         Variant(variant::Decimal{"-12.50"}), Variant(true), Variant(variant::Date{45000.25})}) {
     const Variant back = through(value);
     EXPECT_EQ(back.state(), value.state());
-    if (!value.isNull()) EXPECT_TRUE(variant::equals(back, value));
+    EXPECT_TRUE(value.isNull() || variant::equals(back, value));
   }
 }
 

@@ -19,7 +19,8 @@ using tarlo::testing::holds;
 struct BindDatabase : ControlDatabase {
   BindDatabase() {
     const std::string system = addScheme("customers", "Query_System", "1");
-    execute("update Zembra_Query_Main set Query_MainTBID=11 where Query_ID=" + system);
+    execute("update Zembra_Query_Main set Query_MainTBID=11,Query_Prikey='110' where Query_ID=" +
+            system);
     scheme = addScheme("orders", "Query_MultiRelSel,Query_System", "'5,6',0");
     addTemplate(system, "select ID,City from Customer");
   }

@@ -25,8 +25,8 @@ struct TemplateDatabase : ControlDatabase {
   // A system scheme of the table.
   std::string addSystemScheme(int table) {
     const std::string scheme = addScheme("s", "Query_System", "1");
-    execute("update Zembra_Query_Main set Query_MainTBID=" + std::to_string(table) +
-            " where Query_ID=" + scheme);
+    execute("update Zembra_Query_Main set Query_Prikey='" + std::to_string(table * 10) +
+            "',Query_MainTBID=" + std::to_string(table) + " where Query_ID=" + scheme);
     return scheme;
   }
   std::string save(int kind) {
@@ -105,7 +105,7 @@ TEST(SaveTemplate, ADropDownOfOneTable) {
   EXPECT_EQ(data.newest(),
             "n," + scheme +
                 ",,,,[Customer],,select [Customer].[ID],[Customer].[City] from [Customer] where "
-                "Zembra_Flag <> 0 and [Customer].[City] = 'Paris',d,1,1,1");
+                "Zembra_Flag <> 0 and [Customer].[City] = 'Paris' ,d,1,1,1");
   EXPECT_TRUE(holds(data.save(1), "方案名称已存在"));
   data.ask("QF_Name", "it's");
   EXPECT_EQ(data.save(1), "<script>parent.sAlert('方案保存时出错！');</script>");

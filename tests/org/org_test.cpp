@@ -140,7 +140,7 @@ TEST_F(OrgTest, HtmlAndScriptListsAreWrittenToThePage) {
   EXPECT_EQ(data_.writtenBy([&] { getMenuParentList(page(), 5); }),
             "<option value=0>顶级菜单</option><option value=1>顶</option>");
   const std::string icons = data_.writtenBy([&] { getIconList(page(), 2); });
-  EXPECT_EQ(icons.substr(0, 130),
+  EXPECT_EQ(icons.substr(0, 132),
             "                                topArray[0] = new Option('<nobr title=\"查询\"><img "
             "src=\"/images/icon/query.gif\" width=16 height=16 ");
   EXPECT_TRUE(testing::holds(icons, "</nobr>', \"2\");\r\n"));
