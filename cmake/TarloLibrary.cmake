@@ -2,7 +2,6 @@
 # With TARLO_PCH all share one precompiled header; a target that names further headers gets one of its own. What the
 # sources include is proved by the builds without it, clang-tidy's and the fuzzer's.
 
-option(TARLO_PCH "Use precompiled headers" ON)
 if(TARLO_PCH)
   add_library(tarlo_pch OBJECT ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
   target_precompile_headers(tarlo_pch PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch.h)

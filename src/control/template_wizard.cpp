@@ -1,5 +1,7 @@
 #include "control/template_wizard.h"
 
+#include <fmt/format.h>
+
 #include "control/control_dialog.h"
 #include "control/filter_area.h"
 #include "embedded_control_pages.h"
@@ -39,7 +41,8 @@ std::string mainTableFields(Page& page, const Variant& scheme) {
     const std::string column = spliced(cells.at(1, row));
     Variant named(tableName);
     fields.append(spliced(metadata::getTableDesc(page, named))).append(".");
-    fields.append(spliced(metadata::getFieldDesc(page, Variant(tableName + "." + column))));
+    fields.append(
+        spliced(metadata::getFieldDesc(page, Variant(fmt::format("{}.{}", tableName, column)))));
     fields.append("<<<<<<\r\n[").append(tableName).append("].[").append(column);
     fields.append("]>>>>>>\r\n");
   }

@@ -59,6 +59,9 @@ class Connection {
 
   // CREATE TABLE and CREATE INDEX are refused unless allowed; data procedures never allow them.
   virtual void allowDdl(bool allowed) = 0;
+  // The server's own tables (tsql::kOwnTablePrefix) are unknown to statements while they are
+  // hidden; they are not unless asked for. Data procedures hide them.
+  virtual void hideOwnTables(bool hidden) = 0;
   // Longest run of one call; 0 = no limit. 30 s when the connection is made, an ADO command's own
   // default.
   virtual void setCommandTimeout(std::chrono::milliseconds timeout) = 0;

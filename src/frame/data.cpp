@@ -30,7 +30,9 @@ Variant runCommand(database::Connection& connection, const Variant& sql, int com
 
 database::Lease borrowConnection(Page& page) {
   const std::string name = variant::spliced(page.application.get("strConn"));
-  return page.databases.find(name).borrow();
+  database::Lease connection = page.databases.find(name).borrow();
+  connection->hideOwnTables(true);
+  return connection;
 }
 
 Variant execSQLRows(Page& page, const Variant& sql) {

@@ -14,7 +14,7 @@ inline constexpr int kCommandText =
     1;  // ADO's adCmdText: what every caller passes as the command type
 
 // A connection to the page's database, for what the procedures below do not offer: reading a few
-// rows of many, the catalogue. Give it back soon.
+// rows of many, the catalogue. Give it back soon. The server's own tables are hidden on it.
 database::Lease borrowConnection(Page& page);
 
 // The rows as (column, row), both from 0, or Empty when there are none.

@@ -232,6 +232,7 @@ Translation translate(std::string_view sql, Catalogue& catalogue, const Translat
   Translation translation;
   translation.columns = std::move(resolved.columns);
   translation.explicitIdentityOf = std::move(resolved.explicitIdentityOf);
+  translation.ownTable = std::move(resolved.ownTable);
   printSqlite(batch, catalogue, translation);
   noteUnseen(sql, batch, translation);
   return translation;

@@ -90,6 +90,28 @@ TEST_F(Data, RefusalsTravelToTheCaller) {
   EXPECT_EQ(errorOf([&] { execSQL(page_, "update Note set Note_Text=null", 4); }), 5);
 }
 
+TEST_F(Data, TheServersOwnTablesAreUnknownToPages) {
+  const std::string_view read = "select Hash from Tarlo_Secret where ID=1";
+  {
+    database::Lease connection = databases_.find(name_).borrow();
+    connection->allowDdl(true);
+    connection->execute("create table Tarlo_Secret(ID int, Hash nvarchar(50))");
+    connection->execute("insert into Tarlo_Secret (ID,Hash) values (1,'h')");
+    EXPECT_EQ(variant::spliced(connection->open(read)->value(0)), "h");
+  }
+  // The translation is known by now; the connection may be the same one.
+  for (const std::string& sql :
+       {std::string(read),
+        std::string("select Note_ID from Note where Note_Text in (select Hash "
+                    "from dbo.[TARLO_secret])"),
+        std::string("update Tarlo_Secret set Hash='x'"),
+        std::string("insert into Note (Note_Text) select Hash from Tarlo_Secret")}) {
+    EXPECT_NE(errorOf([&] { execSQLRows(page_, sql); }), 0) << sql;
+    EXPECT_NE(errorOf([&] { execSQL(page_, sql); }), 0) << sql;
+  }
+  EXPECT_EQ(variant::spliced(databases_.find(name_).borrow()->open(read)->value(0)), "h");
+}
+
 TEST_F(Data, TheConnectionStringIsReadAtEachCall) {
   local_.application()["strConn"] = "sqlite:" + (folder_.path() / "other.db").string();
   EXPECT_THROW(execSQLRows(page_, "select Note_ID from Note"), database::DatabaseError);

@@ -89,6 +89,16 @@ void SqliteConnection::schemaTouched() {
 }
 
 TranslationPtr SqliteConnection::translationOf(std::string_view sql) {
+  TranslationPtr translation = knownOrNew(sql);
+  const std::string& table = translation->translation.ownTable;
+  if (hidesOwnTables_ && !table.empty()) {
+    throw refusedStatement(
+        tsql::StatementError(tsql::Refusal::Name, {}, fmt::format("unknown table {}", table)));
+  }
+  return translation;
+}
+
+TranslationPtr SqliteConnection::knownOrNew(std::string_view sql) {
   if (!tsql::shapeOf(sql, shape_)) {
     shape_ = {};
     return translate(sql, false);
@@ -157,6 +167,7 @@ void SqliteConnection::reset() noexcept {
   rollback();
   identityInsert_.clear();
   allowDdl_ = false;
+  hidesOwnTables_ = false;
   deadline_.setLimit(settings_.commandTimeout);
 }
 

@@ -33,6 +33,7 @@ class SqliteConnection final : public PooledConnection {
   std::string explainTranslation(std::string_view sql) override;
   tsql::Catalogue& catalogue() override;
   void allowDdl(bool allowed) override { allowDdl_ = allowed; }
+  void hideOwnTables(bool hidden) override { hidesOwnTables_ = hidden; }
   void setCommandTimeout(std::chrono::milliseconds timeout) override {
     deadline_.setLimit(timeout);
   }
@@ -58,6 +59,7 @@ class SqliteConnection final : public PooledConnection {
 
   DatabaseError failure(int code, SqliteCall call);
   TranslationPtr translationOf(std::string_view sql);
+  TranslationPtr knownOrNew(std::string_view sql);
   TranslationPtr translate(std::string_view sql, bool hasShape);
   bool refreshCatalogue();
   bool schemaChanged(const CachedTranslation& translation);
@@ -86,6 +88,7 @@ class SqliteConnection final : public PooledConnection {
   StatementCache statements_;
   tsql::Shape shape_;  // of the statement at hand; kept for its capacity
   bool allowDdl_ = false;
+  bool hidesOwnTables_ = false;
   bool ddlPending_ = false;  // in the open transaction
   bool lost_ = false;
   std::string identityInsert_;  // folded name of the table it is on for, or ""

@@ -14,6 +14,7 @@ namespace tarlo::tsql {
 struct BatchContext {
   Catalogue& catalogue;
   std::map<std::string, Type> variables;
+  std::string ownTable;  // a table of the server's own that a statement names; "" for none
 };
 
 // One clause of one query.

@@ -68,7 +68,11 @@ void resolveFrom(BatchContext& batch, ast::QuerySpec& spec, Scope& scope) {
 const Table& findTable(BatchContext& batch, std::string_view schema, std::string_view name,
                        Position position) {
   const bool known = schema.empty() || sameName(schema, "dbo");
-  if (const Table* table = known ? batch.catalogue.findTable(name) : nullptr) return *table;
+  if (const Table* table = known ? batch.catalogue.findTable(name) : nullptr) {
+    if (sameName(std::string_view(table->name).substr(0, kOwnTablePrefix.size()), kOwnTablePrefix))
+      batch.ownTable = table->name;
+    return *table;
+  }
   throw StatementError(
       Refusal::Name, position,
       fmt::format("unknown table {}{}{}", schema, schema.empty() ? "" : ".", name));

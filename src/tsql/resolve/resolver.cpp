@@ -8,14 +8,17 @@ namespace {
 
 class StatementResolver {
  public:
-  explicit StatementResolver(Catalogue& catalogue) : batch_{catalogue, {}} {}
+  explicit StatementResolver(Catalogue& catalogue) : batch_{catalogue, {}, {}} {}
 
   void operator()(ast::Statement& statement) {
     position_ = statement.position;
     std::visit([this](auto& node) { resolveNode(node); }, statement.node);
   }
 
-  Resolved take() { return std::move(resolved_); }
+  Resolved take() {
+    resolved_.ownTable = std::move(batch_.ownTable);
+    return std::move(resolved_);
+  }
 
  private:
   void resolveNode(ast::Select& node) {

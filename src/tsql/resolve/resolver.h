@@ -26,6 +26,8 @@ struct Resolved {
       columns;  // of the statement of the batch that gives rows; empty when none does
   // An INSERT that gives a value to the identity column of this table; "" for none.
   std::string explicitIdentityOf;
+  // A table of the server's own that the batch names; "" for none.
+  std::string ownTable;
 };
 
 // Throws StatementError (Name, Kind, Rule or Unsupported).
