@@ -33,7 +33,7 @@ export const tests = {
     await button(frame, '删除').click();
     assert.match(seen.messages[2], /^confirm: 您真的要删除选定的查询方案吗/);
     assert.deepEqual(requests, []);
-    assert.equal(await summary(frame), '共 31 条，已选 1 条');
+    assert.equal(await summary(frame), '共 32 条，已选 1 条');
     await frame.locator('#SearchTable_row2').click({ modifiers: ['Control'] });
     await button(frame, '修改').click();
     assert.equal(seen.messages[3], 'alert: 对不起，一次只能选取一个项目修改');
@@ -49,12 +49,12 @@ export const tests = {
       const dialog = page.locator('dialog[open] iframe');
       await dialog.waitFor();
       const inside = await (await dialog.elementHandle()).contentFrame();
-      await inside.waitForURL(/action=showSearchDlg&id=29$/);
+      await inside.waitForURL(/action=showSearchDlg&id=30$/);
       await inside.waitForLoadState();
       await close();
       await page.waitForFunction(kNoDialog);
       assert.equal(await page.evaluate(() => document.activeElement.name), 'Zembra');
-      assert.equal(await frame.evaluate(() => SearchTable.getSelectedRowDataID()), '29');
+      assert.equal(await frame.evaluate(() => SearchTable.getSelectedRowDataID()), '30');
     }
   },
 
