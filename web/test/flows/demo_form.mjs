@@ -16,7 +16,11 @@ export const tests = {
     await boxes.nth(1).selectOption({ index: 2 });
     await page.locator('#SearchTable_row2').click();
     await page.locator('#apiSearch').fill('深圳');
-    await page.locator('#apiRow option', { hasText: '深圳' }).first().waitFor({ state: 'attached' });
+    // The list from before the search holds such rows too.
+    await page.waitForFunction(() => {
+      const options = [...document.querySelectorAll('#apiRow option')];
+      return options.length > 1 && options.every((option) => option.textContent.includes('深圳'));
+    });
     const row = await page.locator('#apiRow option').nth(1).getAttribute('value');
     await page.locator('#apiRow').selectOption({ index: 1 });
     await page.locator('#btnSend').click();
