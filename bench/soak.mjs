@@ -161,7 +161,7 @@ const ghosts = [...refused].filter((name) => stored.has(name));
 
 const middle = (samples) => [...samples].sort((a, b) => a - b)[Math.floor(samples.length / 2)];
 // By then the page caches of all connections are full, which they may be.
-const early = middle(memory.slice(Math.floor(memory.length * 0.4), Math.floor(memory.length * 0.6)));
+const early = middle(memory.slice(Math.floor(memory.length * 0.65), Math.floor(memory.length * 0.75)));
 const late = middle(memory.slice(Math.floor(memory.length * 0.8)));
 
 console.log(`${kSeconds} s at ${kConnections} connections`);
