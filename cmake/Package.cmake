@@ -1,6 +1,5 @@
 # What is installed, and the Debian package of it. The paths are those of the package: for a tree elsewhere,
 #   DESTDIR=/some/folder cmake --install build/release
-include(GNUInstallDirs)
 
 set(packaging ${CMAKE_SOURCE_DIR}/packaging)
 install(TARGETS tarloquery RUNTIME DESTINATION /usr/bin)
@@ -8,7 +7,6 @@ install(TARGETS tarloquery_component LIBRARY DESTINATION /usr/lib/tarloquery)
 install(FILES ${CMAKE_SOURCE_DIR}/include/tarloquery/component.h DESTINATION /usr/include/tarloquery)
 install(FILES ${packaging}/config.toml ${packaging}/registry DESTINATION /etc/tarloquery)
 install(FILES ${packaging}/tarloquery.service DESTINATION /lib/systemd/system)
-install(FILES ${packaging}/sysusers.conf DESTINATION /usr/lib/sysusers.d RENAME tarloquery.conf)
 install(FILES ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/CHANGELOG.md DESTINATION /usr/share/doc/tarloquery)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs ${CMAKE_SOURCE_DIR}/examples DESTINATION /usr/share/doc/tarloquery)
 

@@ -23,7 +23,7 @@ ComponentLibrary::ComponentLibrary(const std::string& path)
     const char* why = dlerror();
     throw LibraryError(fmt::format("{}: {}", path, why == nullptr ? "cannot be loaded" : why));
   }
-  entry<tarlo_get_class_object>("DllGetClassObject");
+  getClass_ = entry<tarlo_get_class_object>("DllGetClassObject");
 }
 
 template <class Function>
@@ -35,8 +35,7 @@ Function* ComponentLibrary::entry(const char* name) const {
 
 std::shared_ptr<Object> ComponentLibrary::create(const std::string& classId) const {
   tarlo_class_factory* made = nullptr;
-  const auto getClass = entry<tarlo_get_class_object>("DllGetClassObject");
-  if (getClass(classId.c_str(), &made) != TARLO_OK || made == nullptr) {
+  if (getClass_(classId.c_str(), &made) != TARLO_OK || made == nullptr) {
     throw LibraryError(fmt::format("{}: has no class {}", path_, classId));
   }
   const std::unique_ptr<tarlo_class_factory, ReleaseFactory> factory(made);

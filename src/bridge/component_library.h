@@ -35,6 +35,7 @@ class ComponentLibrary {
 
   std::string path_;
   void* handle_;
+  tarlo_get_class_object* getClass_;
 };
 
 }  // namespace tarlo::bridge

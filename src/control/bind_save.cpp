@@ -2,6 +2,7 @@
 
 #include "control/bind_wizard.h"
 #include "control/control_answers.h"
+#include "control/control_definition.h"
 #include "control/control_store.h"
 #include "frame/data.h"
 #include "metadata/introspection.h"
@@ -23,21 +24,15 @@ constexpr std::string_view kNotRelated =
     "'此模板控件不能跟此查询方案关联，请先在数据库中设置相关关联！');</script>";
 
 struct Binding {
-  std::string name;
-  std::string remark;
-  std::string scheme;    // the user's
+  ControlRow row;        // name, remark and the user's scheme
   std::string original;  // QF_ID of the template
   std::string field;     // by which the main tables are related
 };
 
 Binding postedBinding(Page& page) {
-  const auto doubled = [&](std::string_view key) {
-    return variant::replace(spliced(page.request.value(key)), "'", "''");
-  };
   Binding binding;
-  binding.name = doubled("QF_Name");
-  binding.remark = doubled("QF_Desc");
-  binding.scheme = spliced(page.request.value("modelid"));
+  readNameAndRemark(page, binding.row);
+  binding.row.scheme = spliced(page.request.value("modelid"));
   const std::string posted = spliced(page.request.value("queryid"));
   const auto parts = variant::split(posted, "|");
   if (parts.size() == 2) {
@@ -47,17 +42,18 @@ Binding postedBinding(Page& page) {
   return binding;
 }
 
-bool isTaken(Page& page, const Binding& binding) {
+// Asked before anything else, so a scheme that is none raises here.
+bool isTaken(Page& page, const ControlRow& row) {
   return frame::execSQLRows(
-             page, Variant("select QF_ID from Zembra_Query_Field where QF_Name='" + binding.name +
-                           "' and QF_NameID=" + binding.scheme + " and Zembra_Flag<>0"))
+             page, Variant("select QF_ID from Zembra_Query_Field where QF_Name='" + row.name +
+                           "' and QF_NameID=" + row.scheme + " and Zembra_Flag<>0"))
       .isArray();
 }
 
 // Whether a relation joins the main tables of both schemes by the field, on whichever side.
 bool areRelated(Page& page, const Binding& binding) {
   const std::string mine =
-      spliced(metadata::KeyField2TableID(page, Variant(binding.scheme), false));
+      spliced(metadata::KeyField2TableID(page, Variant(binding.row.scheme), false));
   const Variant owner = frame::execSQLRows(
       page, Variant("select QF_NameID from Zembra_Query_Field where QF_ID=" + binding.original));
   const std::string other =
@@ -76,8 +72,9 @@ std::string insertOf(const Binding& binding, const Array& original) {
   std::string sql =
       "insert Zembra_Query_Field(QF_Name,QF_Desc,QF_NameID,QF_Field,QF_Table,QF_CField,QF_CTable,"
       "QF_Relation,QF_FieldType,Zembra_Flag,QF_System) values('";
-  for (const std::string& value : {binding.name, binding.remark, binding.scheme, cell(0), cell(1),
-                                   cell(2), cell(3), cell(4) + "|||" + binding.field, cell(5)}) {
+  for (const std::string& value :
+       {binding.row.name, binding.row.remark, binding.row.scheme, cell(0), cell(1), cell(2),
+        cell(3), cell(4) + std::string(kPartMark) + binding.field, cell(5)}) {
     sql.append(value).append("','");
   }
   return sql.append("1','0')");
@@ -87,8 +84,8 @@ std::string insertOf(const Binding& binding, const Array& original) {
 
 void addSearchDlg_UsrModel3(Page& page) {
   const Binding binding = postedBinding(page);
-  if (variant::trim(binding.name).empty()) return page.response.write(kNoBoundName);
-  if (isTaken(page, binding)) return page.response.write(kBoundNameTaken);
+  if (!hasName(binding.row)) return page.response.write(kNoBoundName);
+  if (isTaken(page, binding.row)) return page.response.write(kBoundNameTaken);
   if (!areRelated(page, binding)) return page.response.write(kNotRelated);
   const Variant original = frame::execSQLRows(
       page, Variant("select QF_Field,QF_Table,QF_CField,QF_CTable,QF_Relation,QF_FieldType from "

@@ -49,7 +49,8 @@ bool isNameTaken(Page& page, const ControlRow& row) {
     sql += " and Zembra_Flag <> 0";
     if (row.controlClass == ControlClass::Template) sql += " and QF_System=1";
   }
-  return frame::execSQLRows(page, sql).isArray();
+  ErrorState err;
+  return err.value([&] { return frame::execSQLRows(page, sql); }).isArray();
 }
 
 void readNameAndRemark(Page& page, ControlRow& row) {

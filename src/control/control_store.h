@@ -30,7 +30,8 @@ struct ControlRow {
 std::string insertStatement(const ControlRow& row);
 
 // Whether a control of the scheme has the name. A deleted cascade keeps its name taken, the other
-// kinds' names are free again. Raises DatabaseError.
+// kinds' names are free again. A test that fails says no: the INSERT then fails as well, and says
+// so. Never raises.
 bool isNameTaken(Page& page, const ControlRow& row);
 
 // The posted name and remark, quotes doubled.

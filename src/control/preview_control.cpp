@@ -55,9 +55,8 @@ void previewSearchdlg_UsrField2(Page& page) {
   sql = withCondition(sql, isGrouped ? "[].Zembra_Flag <> 0" : "[]. Zembra_Flag <> 0");
   ErrorState err;
   if (runs(page, err, sql)) {
-    preview.write(page.response,
-                  {{"levels", postedLevels(page, "")},
-                   {"options", spliced(services::GetComboBoxXMLs(page, Variant(sql)))}});
+    preview.write(page.response, {{"levels", postedLevels(page, "")},
+                                  {"options", services::comboBoxOptions(page, sql)}});
   } else {
     page.response.write(kNotPreviewable);
   }

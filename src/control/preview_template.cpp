@@ -7,6 +7,7 @@
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
+#include "frame/helpers.h"
 #include "frame/template.h"
 #include "services/data_sources.h"
 #include "variant/compare.h"
@@ -25,10 +26,6 @@ constexpr DropDownLook kTemplateDropDown = {
     "parent.TarloDialog.action.value = 'savesearch_sysField1';\r\n"
     "window.top.switchStep();"};
 
-std::string optionsOf(Page& page, const std::string& statement) {
-  return spliced(services::GetComboBoxXMLs(page, Variant(statement)));
-}
-
 // Whether a live control scheme is made of the statement.
 bool isStored(Page& page, const std::string& statement) {
   const std::string literal = variant::replace(statement, "'", "''");
@@ -38,12 +35,6 @@ bool isStored(Page& page, const std::string& statement) {
                            literal + "' or CHARINDEX('" + literal + std::string(kPartMark) +
                            "', QF_Relation) = 1)"))
       .isArray();
-}
-
-bool mayRun(Page& page, const std::string& statement) {
-  const bool isRestricted = variant::equals(page.application.get("statementsByUrl"), false) &&
-                            !page.application.get("statementsByUrl").isEmpty();
-  return !isRestricted || isStored(page, statement);
 }
 
 }  // namespace
@@ -69,17 +60,18 @@ void previewSearchdlg_sysField2(Page& page) {
   static const Template preview(embedded::control_pages::find("template_cascade_preview.html"));
   const auto cascade = postedCascade(page);
   if (!cascade) return page.response.write(kOneLevel);
-  preview.write(page.response,
-                {{"levels", cascade->levels}, {"options", optionsOf(page, cascade->statement)}});
+  preview.write(page.response, {{"levels", cascade->levels},
+                                {"options", services::comboBoxOptions(page, cascade->statement)}});
 }
 
 void showSearchpreview_SysField(Page& page) {
   static const Template body(embedded::control_pages::find("show_cascade_of_caller.html"));
   const std::string statement = spliced(page.request.value("sql"));
-  const bool isAllowed = mayRun(page, statement);
+  const bool isAllowed = frame::isSwitchedOn(page, "statementsByUrl") || isStored(page, statement);
   frame::writeDialogHead(page, "级联控件预览", frame::DialogBody::WindowColour);
-  body.write(page.response, {{"levels", page.server.htmlEncode(spliced(page.request.value("rel")))},
-                             {"options", isAllowed ? optionsOf(page, statement) : ""}});
+  body.write(page.response,
+             {{"levels", page.server.htmlEncode(spliced(page.request.value("rel")))},
+              {"options", isAllowed ? services::comboBoxOptions(page, statement) : ""}});
   writePreviewEnd(page);
 }
 

@@ -48,17 +48,10 @@ ControlRow postedRow(Page& page, ControlKind kind) {
   return row;
 }
 
-// A test that fails does not stop the save: the INSERT then fails as well, and says so.
-bool isTaken(Page& page, ErrorState& err, const ControlRow& row) {
-  bool taken = false;
-  err.run([&] { taken = isNameTaken(page, row); });
-  return taken;
-}
-
 // Name test and INSERT; gives the answer's script.
 std::string_view store(Page& page, const ControlRow& row) {
   ErrorState err;
-  if (isTaken(page, err, row)) return kNameTaken;
+  if (isNameTaken(page, row)) return kNameTaken;
   std::string sql = insertStatement(row);
   if (row.kind == ControlKind::DropDown) sql = withoutLineEnds(sql);
   return runs(page, err, sql) ? kSaved : kNotSaved;
@@ -138,7 +131,7 @@ void savesearch_UsrField2(Page& page) {
   sql.append("].Zembra_Flag <> 0");
   ErrorState err;
   if (!runs(page, err, sql)) return page.response.write(kRefusedCascade);
-  if (isTaken(page, err, row)) return page.response.write(kCascadeNameTaken);
+  if (isNameTaken(page, row)) return page.response.write(kCascadeNameTaken);
   // Quotes of the statement are not doubled here: one that has any fails the INSERT.
   row.definition = sql + std::string(kPartMark) + postedLevels(page, "Zembra_Flag <> 0");
   std::string insert = insertStatement(row);

@@ -25,14 +25,6 @@ ControlRow templateRow(ControlKind kind, std::string scheme) {
   return row;
 }
 
-// A name test that fails lets the INSERT say so.
-bool isTaken(Page& page, const ControlRow& row) {
-  ErrorState err;
-  bool taken = false;
-  err.run([&] { taken = isNameTaken(page, row); });
-  return taken;
-}
-
 bool isStored(Page& page, const ControlRow& row) {
   ErrorState err;
   std::string sql = insertStatement(row);
@@ -58,7 +50,7 @@ std::string saveDropDown(Page& page) {
   ErrorState err;
   std::string tested = sql;
   if (!runs(page, err, tested)) return std::string(kNotSaveable);
-  if (isTaken(page, row)) return std::string(kNameTaken);
+  if (isNameTaken(page, row)) return std::string(kNameTaken);
   row.definition = replace(sql, "'", "''");
   if (!isStored(page, row)) return std::string(kNotSaved);
   return std::string(kReloadOpenerGrid).append(kNextStep);
@@ -83,7 +75,7 @@ void savesearch_sysField2(Page& page) {
   ControlRow row = templateRow(ControlKind::Cascade, posted(page, "id"));
   readNameAndRemark(page, row);
   if (!hasName(row)) return page.response.write(kNoName);
-  if (isTaken(page, row)) return page.response.write(asScript(kNameTaken));
+  if (isNameTaken(page, row)) return page.response.write(asScript(kNameTaken));
   row.scheme = posted(page, "queryid");
   row.definition.append(cascade->statement).append(kPartMark).append(cascade->levels);
   if (!isStored(page, row)) return page.response.write(asScript(kNotSaved));

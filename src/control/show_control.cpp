@@ -38,10 +38,6 @@ Definition storedDefinition(Page& page, ControlKind kind) {
   return {part(0), part(1)};
 }
 
-std::string optionsOf(Page& page, const std::string& statement) {
-  return spliced(services::GetComboBoxXMLs(page, Variant(statement)));
-}
-
 // The list's statement made empty. A grouped one keeps its rows' columns and loses the rows.
 std::string withoutRows(const std::string& statement) {
   if (statement.find(" group by ") != std::string::npos) return statement + " having 1 = 0";
@@ -73,7 +69,7 @@ Variant dropDownBody(Page& page, const Layout& layout) {
   const Definition control = storedDefinition(page, ControlKind::DropDown);
   return Variant(body.fill({{"opening", layout.opening},
                             {"size", layout.size},
-                            {"options", optionsOf(page, control.statement)}}));
+                            {"options", services::comboBoxOptions(page, control.statement)}}));
 }
 
 Variant cascadeBody(Page& page, const Layout& layout) {
@@ -82,7 +78,7 @@ Variant cascadeBody(Page& page, const Layout& layout) {
   return Variant(body.fill({{"opening", layout.opening},
                             {"size", layout.size},
                             {"levels", control.rest},
-                            {"options", optionsOf(page, control.statement)}}));
+                            {"options", services::comboBoxOptions(page, control.statement)}}));
 }
 
 Variant userBody(Page& page) {

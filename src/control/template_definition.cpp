@@ -51,12 +51,8 @@ class ChosenFields {
 // "" for a table that is not there or has no key.
 std::string keyOf(Page& page, const std::string& table) {
   ErrorState err;
-  return spliced(err.value([&] {
-    const Variant tables = frame::execSQLRows(
-        page,
-        Variant("select Zembra_ID from Zembra_DataDict_Table where DDT_Name='" + table + "'"));
-    return metadata::getZembraID(page, tables.array().at(0, 0)).array().at(1, 0);
-  }));
+  return spliced(err.value(
+      [&] { return metadata::getZembraID(page, tableIdOf(page, table)).array().at(1, 0); }));
 }
 
 std::string firstStatement(Page& page, const Field& field) {
@@ -71,6 +67,14 @@ std::string levelOf(Page& page, const Field& shown, const Field& relating) {
 }
 
 }  // namespace
+
+Variant tableIdOf(Page& page, const std::string& table) {
+  return frame::execSQLRows(
+             page,
+             Variant("select Zembra_ID from Zembra_DataDict_Table where DDT_Name='" + table + "'"))
+      .array()
+      .at(0, 0);
+}
 
 ControlColumns postedTemplateColumns(Page& page) {
   ControlColumns columns = postedColumns(page);
@@ -95,14 +99,17 @@ std::optional<TemplateCascade> postedCascade(Page& page) {
   const ChosenFields fields(page, fieldIds);
   const ChosenFields relations(page, relationIds);
   const std::ptrdiff_t last = relations.upperBound();
+  auto above = fields.at(last + 1);
   TemplateCascade cascade;
-  cascade.statement = firstStatement(page, fields.at(last + 1).value_or(Field{}));
+  cascade.statement = firstStatement(page, above.value_or(Field{}));
   for (std::ptrdiff_t i = last; i >= 0; --i) {
-    const auto shown = fields.at(i);
+    auto shown = fields.at(i);
     const auto relating = relations.at(i);
-    if (!shown || !relating || !fields.at(i + 1)) continue;
-    cascade.levels += levelOf(page, *shown, *relating);
-    if (i > 0) cascade.levels += ";";
+    if (shown && relating && above) {
+      cascade.levels += levelOf(page, *shown, *relating);
+      if (i > 0) cascade.levels += ";";
+    }
+    above = std::move(shown);
   }
   return cascade;
 }

@@ -18,6 +18,9 @@ ControlColumns postedTemplateColumns(Page& page);
 // it: deliberate.
 std::string templateDropDown(Page& page, const ControlColumns& columns, const std::string& filter);
 
+// The dictionary's id of a table by its physical name. Error 13 when there is none; DatabaseError.
+Variant tableIdOf(Page& page, const std::string& table);
+
 // A cascade from posted `viewfields` and `rel`, joined by "|||".
 struct TemplateCascade {
   std::string statement;  // of the first box, which is the field chosen last

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "control/control_definition.h"
+#include "control/template_definition.h"
 #include "control/template_wizard.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
@@ -27,10 +27,6 @@ struct Chosen {
   std::string relations;
 };
 
-Variant optionsOf(Page& page, const std::string& sql) {
-  return services::GetComboBoxXMLs(page, Variant(sql));
-}
-
 // The table's fields at which relations end, joined by ","; "" when there is none. The table at the
 // other end is the next level's.
 std::string relatingFields(Page& page, const std::string& table) {
@@ -50,13 +46,11 @@ std::string relatingFields(Page& page, const std::string& table) {
 
 // The table at the other end of the field's relation. Error 13 when there is none.
 std::string tableBehind(Page& page, const Array& relating, const std::string& field) {
-  const Variant tables = frame::execSQLRows(
-      page, Variant("select Zembra_ID from Zembra_DataDict_Table where DDT_Name='" +
-                    spliced(relating.at(0, 0)) + "'"));
-  const Variant main = frame::execSQLRows(
-      page, Variant("select DDR_MainTableID from Zembra_DataDict_Relation where "
-                    "DDR_RelationTableID=" +
-                    spliced(tables.array().at(0, 0)) + " and DDR_RelationFieldID=" + field));
+  const Variant table = tableIdOf(page, spliced(relating.at(0, 0)));
+  const Variant main =
+      frame::execSQLRows(page, Variant("select DDR_MainTableID from Zembra_DataDict_Relation where "
+                                       "DDR_RelationTableID=" +
+                                       spliced(table) + " and DDR_RelationFieldID=" + field));
   return spliced(main.array().at(0, 0));
 }
 
@@ -93,21 +87,21 @@ std::string levelForm(Page& page, const Chosen& chosen, const ChosenLevels& leve
   static const Template further(embedded::control_pages::find("template_level_relating.html"));
   std::string relatingBox;
   if (!relating.empty()) {
-    const Variant options = optionsOf(
+    const std::string options = services::comboBoxOptions(
         page, "select Zembra_ID,DDF_CName from Zembra_DataDict_Field where Zembra_ID in (" +
                   relating + ")");
-    relatingBox = further.fill({{"relatingOptions", spliced(options)}});
+    relatingBox = further.fill({{"relatingOptions", options}});
   }
-  const Variant fields =
-      optionsOf(page,
-                "select b.Zembra_ID,a.DDT_CName+'.'+b.DDF_CName from Zembra_DataDict_Table as "
-                "a,Zembra_DataDict_Field as b where a.Zembra_ID=b.DDF_TableID and b.DDF_TableID=" +
-                    levels.table);
+  const std::string fields = services::comboBoxOptions(
+      page,
+      "select b.Zembra_ID,a.DDT_CName+'.'+b.DDF_CName from Zembra_DataDict_Table as "
+      "a,Zembra_DataDict_Field as b where a.Zembra_ID=b.DDF_TableID and b.DDF_TableID=" +
+          levels.table);
   return form.fill({{"fields", page.server.htmlEncode(chosen.fields)},
                     {"relations", page.server.htmlEncode(chosen.relations)},
                     {"table", levels.table},
                     {"levels", levels.rows},
-                    {"fieldOptions", spliced(fields)},
+                    {"fieldOptions", fields},
                     {"relating", relatingBox}});
 }
 

@@ -77,6 +77,11 @@ void getDateTime(Page& page) {
   page.response.write(fmt::format("{},{:02},{:02}", time.hour, time.minute, time.second));
 }
 
+bool isSwitchedOn(Page& page, std::string_view key) {
+  const Variant setting = page.application.get(key);
+  return setting.isEmpty() || variant::toBoolean(setting);
+}
+
 std::string currentDateTimeText() {
   const variant::CalendarTime time = variant::calendarOf(variant::now());
   return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year, time.month, time.day,

@@ -6,6 +6,7 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/helpers.h"
 #include "frame/script_text.h"
 #include "frame/template.h"
 #include "variant/array.h"
@@ -37,8 +38,7 @@ std::string nameOf(Page& page, const Variant& user) {
 }  // namespace
 
 bool hasExtras(Page& page) {
-  const Variant setting = page.application.get("designerExtras");
-  return setting.isEmpty() || variant::toBoolean(setting);
+  return frame::isSwitchedOn(page, "designerExtras");
 }
 
 SchemeState schemeState(Page& page, const Variant& prikeyid) {

@@ -54,6 +54,10 @@ Variant GetComboBoxXMLs(Page& page, const Variant& sSQL) {
   return rows.isArray() ? Variant(optionsXml(page, rows.array())) : Variant();
 }
 
+std::string comboBoxOptions(Page& page, const std::string& statement) {
+  return variant::spliced(GetComboBoxXMLs(page, Variant(statement)));
+}
+
 Variant GetRadioOrCheckBoxXML(Page& page, const Variant& sSQL) {
   const Variant rows = frame::execSQLRows(page, sSQL);
   if (!rows.isArray()) return {};

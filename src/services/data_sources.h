@@ -2,6 +2,8 @@
 // Rows of a statement as the text that the browser's widgets take. Statements give two columns:
 // value first, caption second.
 
+#include <string>
+
 #include "frame/page.h"
 
 namespace tarlo::services {
@@ -13,6 +15,8 @@ Variant TarloCBODataSource(Page& page, const Variant& sSQL, Variant& sPar);
 
 // The options as XML for a combo box; Empty with no rows and for a refused statement.
 Variant GetComboBoxXMLs(Page& page, const Variant& sSQL);
+// The same as text, "" for Empty.
+std::string comboBoxOptions(Page& page, const std::string& statement);
 
 // The options as XML for radio buttons and check boxes; Empty with no rows. Raises DatabaseError.
 Variant GetRadioOrCheckBoxXML(Page& page, const Variant& sSQL);
