@@ -1,6 +1,6 @@
-// node bench/soak.mjs [SECONDS]: a mixed load on the server at 32 connections, with faults, and what it must not do: an
-// error that no fault explains, a saved row that is missing or there twice, memory that grows. TARLO_BINARY names the
-// binary. Ends with 1 when one of these happened.
+// node bench/soak.mjs [SECONDS]: a mixed load on the server at 32 connections, with faults, and
+// what it must not do: an error that no fault explains, a saved row that is missing or there twice,
+// memory that grows. TARLO_BINARY names the binary. Ends with 1 when one of these happened.
 
 import { execFile, execFileSync, spawn } from 'node:child_process';
 import { readFileSync } from 'node:fs';
@@ -31,11 +31,17 @@ function send(path, { form, cookie, cutAfter } = {}) {
       const parts = [];
       answer.on('data', (part) => parts.push(part));
       answer.on('end', () =>
-        resolve({ status: answer.statusCode, headers: answer.headers, text: Buffer.concat(parts).toString('latin1') }),
+        resolve({
+          status: answer.statusCode,
+          headers: answer.headers,
+          text: Buffer.concat(parts).toString('latin1'),
+        }),
       );
       answer.on('error', () => resolve({ status: 0, text: '' }));
     });
-    outgoing.on('error', (error) => resolve({ status: cutAfter === undefined ? -1 : 0, text: String(error) }));
+    outgoing.on('error', (error) =>
+      resolve({ status: cutAfter === undefined ? -1 : 0, text: String(error) }),
+    );
     if (cutAfter !== undefined) setTimeout(() => outgoing.destroy(), cutAfter);
     outgoing.end(body);
   });
@@ -43,15 +49,20 @@ function send(path, { form, cookie, cutAfter } = {}) {
 
 async function signIn() {
   const { pathname, search } = new URL(server.signInLink());
-  let answer = await send(pathname + search);
-  const form = answer.text.match(/<form[^>]*action="([^"]*)"/);
-  if (!answer.headers['set-cookie'] && form) answer = await send(form[1], { form: { token: search.slice(1) } });
+  const answer = await send(pathname + search);
   const cookie = answer.headers['set-cookie']?.map((line) => line.split(';')[0]).join('; ');
   if (!cookie) throw new Error('the sign-in gave no session: ' + answer.status);
   return cookie;
 }
 
-const kScheme = { TableName: '11', step0Multi: '1', Mulrelation: '0', step4Sys: '0', step4Dic: '1', step4Memo: '' };
+const kScheme = {
+  TableName: '11',
+  step0Multi: '1',
+  Mulrelation: '0',
+  step4Sys: '0',
+  step4Dic: '1',
+  step4Memo: '',
+};
 const saved = new Set();
 const refused = new Set();
 const unknown = new Set();
@@ -63,7 +74,9 @@ const kLoads = [
   { name: 'save', share: 10, form: { action: 'addSearch', ...kScheme }, good: /switchStep/ },
   { name: 'rows', share: 25, path: '/api/controls/1/rows', good: /"rows"/ },
 ];
-const counts = Object.fromEntries(kLoads.map(({ name }) => [name, { done: 0, cut: 0, failed: 0, excused: 0 }]));
+const counts = Object.fromEntries(
+  kLoads.map(({ name }) => [name, { done: 0, cut: 0, failed: 0, excused: 0 }]),
+);
 const unexplained = [];
 
 function pick() {
@@ -92,7 +105,10 @@ async function once(cookie) {
   else if (isExcused(from, Date.now())) ++count.excused;
   else {
     ++count.failed;
-    if (unexplained.length < 5) unexplained.push(`${load.name} ${answer.status} at ${elapsed()}: ${answer.text.slice(0, 200)}`);
+    if (unexplained.length < 5)
+      unexplained.push(
+        `${load.name} ${answer.status} at ${elapsed()}: ${answer.text.slice(0, 200)}`,
+      );
   }
 }
 
@@ -108,12 +124,15 @@ function lockDatabase() {
   const script =
     'import sqlite3,sys,time\nc=sqlite3.connect(sys.argv[1],timeout=30)\nc.execute("begin exclusive")\n' +
     `time.sleep(${kFaultSeconds})\nc.rollback()`;
-  return new Promise((resolve) => spawn('python3', ['-c', script, server.file]).on('exit', resolve));
+  return new Promise((resolve) =>
+    spawn('python3', ['-c', script, server.file]).on('exit', resolve),
+  );
 }
 
 /** No file may be written beyond its first page. */
 async function fillDisk() {
-  const limit = (size) => execFileSync('prlimit', ['--pid', String(server.pid), `--fsize=${size}:`]);
+  const limit = (size) =>
+    execFileSync('prlimit', ['--pid', String(server.pid), `--fsize=${size}:`]);
   limit(4096);
   await new Promise((later) => setTimeout(later, kFaultSeconds * 1000));
   limit('unlimited');
@@ -122,10 +141,14 @@ async function fillDisk() {
 const propagations = [];
 const propagate = () =>
   new Promise((resolve) =>
-    execFile(kBinary, ['propagate', 'UserTb_Region', '--database', `sqlite:${server.file}`], (error) => {
-      propagations.push(error?.code ?? 0);
-      resolve();
-    }),
+    execFile(
+      kBinary,
+      ['propagate', 'UserTb_Region', '--database', `sqlite:${server.file}`],
+      (error) => {
+        propagations.push(error?.code ?? 0);
+        resolve();
+      },
+    ),
   );
 
 const memory = [];
@@ -149,33 +172,57 @@ clearInterval(sampling);
 
 const stored = new Map();
 const listing = JSON.parse(
-  server.run(['sql', '--json', "select Query_Name from Zembra_Query_Main where Query_Name like 'soak %'"]) || '[]',
+  server.run([
+    'sql',
+    '--json',
+    "select Query_Name from Zembra_Query_Main where Query_Name like 'soak %'",
+  ]),
 );
-for (const row of Array.isArray(listing) ? listing : listing.rows) {
-  const name = Array.isArray(row) ? row[0] : row.Query_Name;
-  stored.set(name, (stored.get(name) ?? 0) + 1);
-}
+for (const [name] of listing.rows) stored.set(name, (stored.get(name) ?? 0) + 1);
 const lost = [...saved].filter((name) => !stored.has(name));
 const doubled = [...stored].filter(([, times]) => times > 1).map(([name]) => name);
 const ghosts = [...refused].filter((name) => stored.has(name));
 
 const middle = (samples) => [...samples].sort((a, b) => a - b)[Math.floor(samples.length / 2)];
 // By then the page caches of all connections are full, which they may be.
-const early = middle(memory.slice(Math.floor(memory.length * 0.65), Math.floor(memory.length * 0.75)));
+const early = middle(
+  memory.slice(Math.floor(memory.length * 0.65), Math.floor(memory.length * 0.75)),
+);
 const late = middle(memory.slice(Math.floor(memory.length * 0.8)));
 
 console.log(`${kSeconds} s at ${kConnections} connections`);
 console.table(counts);
-console.log('faults:', faults.map(({ name, from, to }) => `${name} ${((from - begin) / 1000).toFixed(1)}-${((to - begin) / 1000).toFixed(1)} s`).join(', '));
-console.log(`saves: ${saved.size} said, ${refused.size} refused, ${unknown.size} cut; lost ${lost.length}, doubled ${doubled.length}, stored though refused ${ghosts.length}`);
+console.log(
+  'faults:',
+  faults
+    .map(
+      ({ name, from, to }) =>
+        `${name} ${((from - begin) / 1000).toFixed(1)}-${((to - begin) / 1000).toFixed(1)} s`,
+    )
+    .join(', '),
+);
+console.log(
+  `saves: ${saved.size} said, ${refused.size} refused, ${unknown.size} cut; ` +
+    `lost ${lost.length}, doubled ${doubled.length}, stored though refused ${ghosts.length}`,
+);
 console.log(`propagate ended with ${propagations.join(', ')}`);
-const steps = Array.from({ length: 11 }, (_, i) => memory[Math.min(memory.length - 1, Math.floor((memory.length * i) / 10))].toFixed(0));
+const steps = Array.from({ length: 11 }, (_, i) =>
+  memory[Math.min(memory.length - 1, Math.floor((memory.length * i) / 10))].toFixed(0),
+);
 console.log('memory by tenths:', steps.join(' '), 'MiB');
-console.log(`memory: ${early.toFixed(0)} MiB early, ${late.toFixed(0)} MiB late, ratio ${(late / early).toFixed(2)}`);
+console.log(
+  `memory: ${early.toFixed(0)} MiB early, ${late.toFixed(0)} MiB late, ratio ${(late / early).toFixed(2)}`,
+);
 unexplained.forEach((line) => console.log('UNEXPLAINED', line));
 const health = await send('/readyz');
 await server.stop();
 const failed = Object.values(counts).reduce((sum, { failed }) => sum + failed, 0);
-const isGood = !failed && !lost.length && !doubled.length && !ghosts.length && late / early < kMemoryGrowth && health.status === 200;
+const isGood =
+  !failed &&
+  !lost.length &&
+  !doubled.length &&
+  !ghosts.length &&
+  late / early < kMemoryGrowth &&
+  health.status === 200;
 console.log(isGood ? 'soak: good' : 'soak: BAD');
 process.exit(isGood ? 0 : 1);

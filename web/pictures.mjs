@@ -1,10 +1,19 @@
-// node pictures.mjs OUT: the guide's pictures, taken from the running product. TARLO_BINARY names the binary.
+// node pictures.mjs OUT: the guide's pictures, taken from the running product. TARLO_BINARY names
+// the binary.
 
 import { join } from 'node:path';
 import { withBrowser } from './test/browser/suites.mjs';
 import { startServer } from './test/flows/server.mjs';
 import {
-  addComputed, addStatistic, button, chooseRelations, chooseTable, fillCondition, goNext, openNew, wizardOf,
+  addComputed,
+  addStatistic,
+  button,
+  chooseRelations,
+  chooseTable,
+  fillCondition,
+  goNext,
+  openNew,
+  wizardOf,
 } from './test/flows/wizard_steps.mjs';
 import { choose, fillFilter, openWizard } from './test/flows/control_steps.mjs';
 import { openManager, signInToManager } from './test/flows/product.mjs';
@@ -102,9 +111,15 @@ async function takeTemplates(test) {
   await openManager(page, '用户控件方案');
   await button(page.frame({ name: 'Zembra' }), '模板绑定').click();
   const binding = wizardOf(page);
-  await binding.dialog.frameLocator('iframe[name=frametest]').getByText('库存可用量', { exact: true }).click();
+  await binding.dialog
+    .frameLocator('iframe[name=frametest]')
+    .getByText('库存可用量', { exact: true })
+    .click();
   await binding.next.click();
-  await binding.dialog.frameLocator('iframe[name=frametest1]').locator('#SearchTable_grid').waitFor();
+  await binding.dialog
+    .frameLocator('iframe[name=frametest1]')
+    .locator('#SearchTable_grid')
+    .waitFor();
   await take('bind');
 }
 

@@ -22,7 +22,8 @@ export function resolveAlias(document, id) {
  */
 export function needsAlias(element, seen) {
   const id = element.id;
-  if (typeof id !== 'string' || id === '') return false; // a form's control named "id" hides the attribute
+  // A form's control named "id" hides the attribute.
+  if (typeof id !== 'string' || id === '') return false;
   if (element.localName === 'iframe' && element.name !== id) return true;
   if (seen.has(id)) return true;
   seen.add(id);

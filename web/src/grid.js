@@ -1,5 +1,5 @@
-// The grid in the page. The server has drawn its first page; here it becomes an object that the pages' scripts call by
-// the grid's id.
+// The grid in the page. The server has drawn its first page; here it becomes an object that the
+// pages' scripts call by the grid's id.
 
 import { define } from './library.js';
 import { makeResizable } from './grid_columns.js';
@@ -31,7 +31,10 @@ export function keyAction(event) {
   }
 }
 
-/** The order behind a click on the caption of a column (from 1): ascending, descending, the grid's own. */
+/**
+ * The order behind a click on the caption of a column (from 1): ascending, descending, the grid's
+ * own.
+ */
 export function nextSort({ sort, descending }, column) {
   if (sort !== column) return { sort: column, descending: false };
   return descending ? { sort: 0, descending: false } : { sort: column, descending: true };
@@ -40,7 +43,14 @@ export function nextSort({ sort, descending }, column) {
 class Grid {
   constructor(window, library, id, settings) {
     Object.assign(this, { window, id, settings });
-    this.view = { page: settings.page, sort: 0, descending: false, search: '', condition: '', right: '' };
+    this.view = {
+      page: settings.page,
+      sort: 0,
+      descending: false,
+      search: '',
+      condition: '',
+      right: '',
+    };
     this.total = settings.total;
     this.selection = new Selection(settings.selectionStyle);
     this.frame = window.document.getElementById(`${id}_grid`);
@@ -56,9 +66,15 @@ class Grid {
   #build() {
     const { window, settings, table } = this;
     const run = (script) => this.run(script);
-    const { bar, label } = makeToolbar(window, settings, { run, search: (text) => this.search(text) });
+    const { bar, label } = makeToolbar(window, settings, {
+      run,
+      search: (text) => this.search(text),
+    });
     this.label = label;
-    this.pager = makePager(window, settings, { goto: (page) => this.go({ page }), exportCsv: () => this.exportCsv() });
+    this.pager = makePager(window, settings, {
+      goto: (page) => this.go({ page }),
+      exportCsv: () => this.exportCsv(),
+    });
     const scroller = element(window.document, 'div', { className: 'tarlo-grid-rows' });
     table.replaceWith(scroller);
     scroller.append(table);
@@ -88,7 +104,9 @@ class Grid {
   #listen() {
     const indexOf = (event) => {
       const row = event.target.closest('tr');
-      return row && row.parentElement === this.body && row.hasAttribute('dataID') ? this.rows.indexOf(row) : -1;
+      return row && row.parentElement === this.body && row.hasAttribute('dataID')
+        ? this.rows.indexOf(row)
+        : -1;
     };
     this.body.addEventListener('mousedown', (event) => event.shiftKey && event.preventDefault());
     this.body.addEventListener('click', (event) => {
@@ -153,7 +171,10 @@ class Grid {
     this.selection.reset(this.rows.length);
     [...this.table.tHead.rows[0].cells].forEach((cell, at) => {
       const isSorted = this.view.sort === at + 1;
-      cell.setAttribute('aria-sort', isSorted ? (this.view.descending ? 'descending' : 'ascending') : 'none');
+      cell.setAttribute(
+        'aria-sort',
+        isSorted ? (this.view.descending ? 'descending' : 'ascending') : 'none',
+      );
     });
     if (this.rows.length === 0) this.#showMessage(kEmpty, false);
     this.#paint();
@@ -161,7 +182,12 @@ class Grid {
 
   #showMessage(text, isError) {
     const { document } = this.window;
-    const cell = element(document, 'td', { colSpan: Math.max(1, this.table.tHead.rows[0].cells.length) }, text);
+    const cell = element(
+      document,
+      'td',
+      { colSpan: Math.max(1, this.table.tHead.rows[0].cells.length) },
+      text,
+    );
     cell.className = isError ? 'tarlo-grid-error' : 'tarlo-grid-empty';
     if (isError) {
       cell.setAttribute('role', 'alert');
@@ -209,7 +235,11 @@ class Grid {
     const request = (this.request = new AbortController());
     this.#busy(true);
     try {
-      const answer = await fetchRows(this.window, requestBody(this.settings.key, this.view, extra), request.signal);
+      const answer = await fetchRows(
+        this.window,
+        requestBody(this.settings.key, this.view, extra),
+        request.signal,
+      );
       if (answer && request === this.request) this.#draw(answer);
     } catch (error) {
       if (request === this.request) this.#showMessage(error.message, true);
@@ -241,7 +271,10 @@ function scriptObject(grid) {
   const chosen = () => grid.selection.sorted().map((at) => grid.rows[at]);
   return {
     // 0 when nothing is selected: pages compare with 0 and with ''.
-    getSelectedRowDataID: () => chosen().map((row) => row.getAttribute('dataID')).join(',') || 0,
+    getSelectedRowDataID: () =>
+      chosen()
+        .map((row) => row.getAttribute('dataID'))
+        .join(',') || 0,
     getSelectedRowID: () => chosen()[0]?.id ?? '',
     get selectedRowCount() {
       return grid.selection.chosen.size;

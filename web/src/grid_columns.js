@@ -13,7 +13,9 @@ export function widthsKey(id, captions) {
 export function readWidths(storage, key, count) {
   const widths = attempt(() => JSON.parse(storage.getItem(key)));
   const isUsable =
-    Array.isArray(widths) && widths.length === count && widths.every((width) => Number.isFinite(width) && width >= kLeastWidth);
+    Array.isArray(widths) &&
+    widths.length === count &&
+    widths.every((width) => Number.isFinite(width) && width >= kLeastWidth);
   return isUsable ? widths : undefined;
 }
 
@@ -21,7 +23,9 @@ export function saveWidths(storage, key, widths) {
   attempt(() => storage.setItem(key, JSON.stringify(widths.map(Math.round))));
 }
 
-/** The widths after column `at` has been dragged by `by` pixels: its right neighbour gives or takes. */
+/**
+ * The widths after column `at` has been dragged by `by` pixels: its right neighbour gives or takes.
+ */
 export function draggedWidths(widths, at, by) {
   const next = [...widths];
   const hasNeighbour = at + 1 < widths.length;
@@ -40,7 +44,10 @@ function apply(table, cells, widths) {
 /** Gives every caption a handle. */
 export function makeResizable(window, id, table) {
   const cells = [...table.tHead.rows[0].cells];
-  const key = widthsKey(id, cells.map((cell) => cell.textContent));
+  const key = widthsKey(
+    id,
+    cells.map((cell) => cell.textContent),
+  );
   const storage = attempt(() => window.localStorage);
   const kept = readWidths(storage, key, cells.length);
   if (kept) apply(table, cells, kept);

@@ -27,7 +27,9 @@ export function element(document, name, properties = {}, ...children) {
 
 export function putCaption(document, into, caption) {
   into.replaceChildren(
-    ...captionParts(caption).map(({ text, bold }) => (bold ? element(document, 'b', {}, text) : text)),
+    ...captionParts(caption).map(({ text, bold }) =>
+      bold ? element(document, 'b', {}, text) : text,
+    ),
   );
 }
 
@@ -80,7 +82,9 @@ function searchBox(window, search) {
   return box;
 }
 
-/** The bar above the rows; `label` in it names the view. Undefined when there is nothing to show. */
+/**
+ * The bar above the rows; `label` in it names the view. Undefined when there is nothing to show.
+ */
 export function makeToolbar(window, settings, actions) {
   const { document } = window;
   const label = element(document, 'span', { className: 'tarlo-grid-label' });
@@ -102,10 +106,15 @@ export function makePager(window, settings, actions) {
   const { document } = window;
   const summary = element(document, 'span', { className: 'tarlo-grid-summary' });
   summary.setAttribute('role', 'status');
-  const place = element(document, 'input', { type: 'text', inputMode: 'numeric', className: 'tarlo-grid-page' });
+  const place = element(document, 'input', {
+    type: 'text',
+    inputMode: 'numeric',
+    className: 'tarlo-grid-page',
+  });
   place.setAttribute('aria-label', '页码');
   const of = element(document, 'span');
-  const step = (caption, to) => button(document, 'tarlo-grid-step', caption, () => actions.goto(to()));
+  const step = (caption, to) =>
+    button(document, 'tarlo-grid-step', caption, () => actions.goto(to()));
   let [page, last] = [1, 1];
   const back = [step('首页', () => 1), step('上一页', () => page - 1)];
   const on = [step('下一页', () => page + 1), step('末页', () => last)];
@@ -118,9 +127,25 @@ export function makePager(window, settings, actions) {
   });
   const save = button(document, 'tarlo-grid-step', '导出', actions.exportCsv);
   save.title = '把当前视图导出为 CSV 文件';
-  const steps = element(document, 'span', { className: 'tarlo-grid-steps' }, ...back, place, of, ...on);
+  const steps = element(
+    document,
+    'span',
+    { className: 'tarlo-grid-steps' },
+    ...back,
+    place,
+    of,
+    ...on,
+  );
   const space = element(document, 'span', { className: 'tarlo-grid-space' });
-  const bar = element(document, 'div', { className: 'tarlo-grid-pager' }, summary, space, steps, save);
+  const bar = element(
+    document,
+    'div',
+    { className: 'tarlo-grid-pager' },
+    summary,
+    space,
+    steps,
+    save,
+  );
   function show(total, current, selected) {
     [page, last] = [current, settings.multiPage ? pageCount(total, settings.pageSize) : 1];
     summary.textContent = selected > 0 ? `共 ${total} 条，已选 ${selected} 条` : `共 ${total} 条`;

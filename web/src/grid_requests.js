@@ -52,7 +52,10 @@ async function failureOf(response) {
   return new Error((await response.json()).error || kOffline);
 }
 
-/** The answer's rows; undefined when a later request took its place. Throws an Error whose message is for the user. */
+/**
+ * The answer's rows; undefined when a later request took its place. Throws an Error whose message
+ * is for the user.
+ */
 export async function fetchRows(window, body, signal) {
   const response = await answerOf(window, 'rows', body, signal);
   if (!response) return undefined;

@@ -1,4 +1,5 @@
-// Pull-downs: the menu bar of a page, and the views of a grid. Mouse and keyboard as in a desktop menu.
+// Pull-downs: the menu bar of a page, and the views of a grid. Mouse and keyboard as in a desktop
+// menu.
 
 /** The place behind a key in a list of `count` entries; undefined for a key that moves nothing. */
 export function movedTo(key, at, count) {
@@ -10,7 +11,9 @@ export function movedTo(key, at, count) {
   return undefined;
 }
 
-/** Makes `list` (role menu, hidden) the pull-down of `opener`. Gives its functions open and close. */
+/**
+ * Makes `list` (role menu, hidden) the pull-down of `opener`. Gives its functions open and close.
+ */
 export function makePullDown(window, opener, list) {
   const { document } = window;
   const items = () => [...list.querySelectorAll('[role=menuitem]')];
@@ -62,7 +65,9 @@ export function makePullDown(window, opener, list) {
 
 /** The bar's entries, left and right by the arrow keys; one of them in the tab order. */
 function makeBar(window, bar) {
-  const tops = [...bar.children].map((entry) => entry.querySelector('[role=menuitem]')).filter(Boolean);
+  const tops = [...bar.children]
+    .map((entry) => entry.querySelector('[role=menuitem]'))
+    .filter(Boolean);
   tops.forEach((top, at) => {
     top.tabIndex = at === 0 ? 0 : -1;
     top.addEventListener('keydown', (event) => {
@@ -77,7 +82,9 @@ function makeBar(window, bar) {
 }
 
 export function install(window) {
-  const start = () => window.document.querySelectorAll('.tarlo-menu-bar').forEach((bar) => makeBar(window, bar));
-  if (window.document.readyState === 'loading') window.document.addEventListener('DOMContentLoaded', start);
+  const start = () =>
+    window.document.querySelectorAll('.tarlo-menu-bar').forEach((bar) => makeBar(window, bar));
+  if (window.document.readyState === 'loading')
+    window.document.addEventListener('DOMContentLoaded', start);
   else start();
 }

@@ -15,7 +15,7 @@ class Wizard {
     this.document = window.document;
     this.scripts = scripts;
     this.position = 0;
-    this.visited = new Set([0]);
+    this.passed = new Set(); // the positions left by the forward button
     this.isTouched = false;
     this.isDone = false;
     this.steps = [...this.document.querySelectorAll('.tarlo-step')];
@@ -91,6 +91,7 @@ class Wizard {
     if (way === 'next' && this.busy) return;
     this.ready();
     const before = this.position;
+    if (way === 'next') this.passed.add(before);
     const script = this.scripts[this.position][way];
     if (script) (0, this.window.eval)(script);
     else this.move(way === 'next' ? 1 : -1);
@@ -105,7 +106,6 @@ class Wizard {
     if (next >= this.steps.length) return this.finish();
     this.position = Math.max(0, next);
     if (by > 0) this.isTouched = true;
-    this.visited.add(this.position);
     this.show();
   }
 
@@ -132,7 +132,7 @@ class Wizard {
     const rail = this.find('dialogRail');
     this.steps.forEach((step, at) => {
       const item = this.document.createElement('li');
-      item.textContent = step.getAttribute('aria-label');
+      item.textContent = step.getAttribute('aria-label') || `第 ${at + 1} 步`;
       item.dataset.number = at + 1;
       rail.append(item);
     });
@@ -140,16 +140,25 @@ class Wizard {
 
   show() {
     const last = this.steps.length - 1;
-    this.steps.forEach((step, at) => step.classList.toggle('tarlo-step-current', at === this.position));
+    this.steps.forEach((step, at) =>
+      step.classList.toggle('tarlo-step-current', at === this.position),
+    );
     [...this.find('dialogRail').children].forEach((item, at) => {
       item.toggleAttribute('aria-current', at === this.position);
       if (at === this.position) item.setAttribute('aria-current', 'step');
-      item.dataset.state =
-        at === this.position ? 'current' : at > this.position ? 'open' : this.visited.has(at) ? 'done' : 'skipped';
+      item.dataset.state = this.stateOf(at);
     });
     this.find('btnBack').disabled = this.position === 0;
     this.find('btnNext').value = this.position === last ? '完成' : '下一步';
     this.focusStep();
+  }
+
+  /**
+   * How the rail draws the position: what was jumped over on the way is told from what was done.
+   */
+  stateOf(at) {
+    if (at >= this.position) return at === this.position ? 'current' : 'open';
+    return this.passed.has(at) ? 'done' : 'skipped';
   }
 
   focusStep() {

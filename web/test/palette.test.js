@@ -1,5 +1,5 @@
-// Every scheme of the palette keeps its texts readable: a contrast of 4.5 (WCAG AA) for text on the surfaces that it
-// stands on, 3 for the focus ring.
+// Every scheme of the palette keeps its texts readable: a contrast of 4.5 (WCAG AA) for text on the
+// surfaces that it stands on, 3 for the focus ring.
 
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';

@@ -27,12 +27,24 @@ test('src: captions that the attribute has decoded once, doubled apostrophes', (
 
 test('levels of a cascade, with and without a condition', () => {
   assert.deepEqual(levelsOf('[T],[T].[a],[T].[b],[T].[c],Zembra_Flag <> 0;U,a,b,c;'), [
-    { table: '[T]', link: '[T].[a]', value: '[T].[b]', text: '[T].[c]', condition: 'Zembra_Flag <> 0' },
+    {
+      table: '[T]',
+      link: '[T].[a]',
+      value: '[T].[b]',
+      text: '[T].[c]',
+      condition: 'Zembra_Flag <> 0',
+    },
     { table: 'U', link: 'a', value: 'b', text: 'c', condition: '' },
   ]);
   assert.deepEqual(levelsOf(''), []);
 });
 
 test('widths in the ways that pages write them', () => {
-  assert.deepEqual(['190', 'width:150', '80px', '', null].map(pixelsOf), [190, 150, 80, undefined, undefined]);
+  assert.deepEqual(['190', 'width:150', '80px', '', null].map(pixelsOf), [
+    190,
+    150,
+    80,
+    undefined,
+    undefined,
+  ]);
 });

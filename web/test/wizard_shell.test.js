@@ -37,7 +37,10 @@ function shellWith(chosen) {
     MulrelationTmp2: { checked: true },
     s1iframe: frame('s1', { MulRel: '5,6', virtul: { value: chosen } }),
     s2iframe: frame('s2', { divHTML: 'b:2;a:1;' }),
-    s3iframe: frame('s3', { setfilter: () => log.push('setfilter'), fields: { filter: '1,7,x,-1' } }),
+    s3iframe: frame('s3', {
+      setfilter: () => log.push('setfilter'),
+      fields: { filter: '1,7,x,-1' },
+    }),
     s4iframe: frame('s4', {
       setGroupStats: () => log.push('setGroupStats'),
       fields: { group: '3' },
@@ -64,37 +67,74 @@ const kRest = `&multi=5,6${kScheme}`;
 const kPreview = 'post TarloQuery.Zembra?action=previewSearchdlg to s5iframe';
 const kComputed = `s2 ${kBegin}addSearchDlg2${kRest}&sTable=10`;
 const filter = (virtual) => `s3 ${kBegin}addSearchDlg3${kRest}${virtual}&sTable=10`;
-const statistics = (action, virtual) => `s4 ${kBegin}${action}${kRest}&virtual=${virtual}&sTable=10`;
+const statistics = (action, virtual) =>
+  `s4 ${kBegin}${action}${kRest}&virtual=${virtual}&sTable=10`;
 
 // What each Next and each Back does, by the optional steps that were chosen.
 const kRows = [
-  { chosen: '', step: 0, next2: [`post ${kBegin}previewSearchdlg to s5iframe`, 'move 4'], back5: 'move -4' },
-  { chosen: '1', step: 1, next2: ['move 1', kComputed], next3: ['move 3', kPreview], back5: 'move -3' },
   {
-    chosen: '2', step: 2, next2: ['move 2', filter('')],
-    next4: ['setfilter', 'move 2', kPreview], back3: 'move -2', back5: 'move -2',
+    chosen: '',
+    step: 0,
+    next2: [`post ${kBegin}previewSearchdlg to s5iframe`, 'move 4'],
+    back5: 'move -4',
   },
   {
-    chosen: '1,2', step: 3, next2: ['move 1', kComputed], next3: [filter('&virtual=b:2;a:1'), 'move 1'],
-    next4: ['setfilter', 'move 2', kPreview], back3: 'move -1', back5: 'move -2',
+    chosen: '1',
+    step: 1,
+    next2: ['move 1', kComputed],
+    next3: ['move 3', kPreview],
+    back5: 'move -3',
   },
   {
-    chosen: '5', step: 5, next2: ['move 3', statistics('addsearchdlg4', '')],
-    back4: 'move -3', back5: 'move -1',
+    chosen: '2',
+    step: 2,
+    next2: ['move 2', filter('')],
+    next4: ['setfilter', 'move 2', kPreview],
+    back3: 'move -2',
+    back5: 'move -2',
   },
   {
-    chosen: '1,5', step: 6, next2: ['move 1', kComputed],
-    next3: [statistics('addSearchDlg4', 'b:2;a:1'), 'move 2'], back4: 'move -2', back5: 'move -1',
+    chosen: '1,2',
+    step: 3,
+    next2: ['move 1', kComputed],
+    next3: [filter('&virtual=b:2;a:1'), 'move 1'],
+    next4: ['setfilter', 'move 2', kPreview],
+    back3: 'move -1',
+    back5: 'move -2',
   },
   {
-    chosen: '2,5', step: 7, next2: ['move 2', filter('')],
+    chosen: '5',
+    step: 5,
+    next2: ['move 3', statistics('addsearchdlg4', '')],
+    back4: 'move -3',
+    back5: 'move -1',
+  },
+  {
+    chosen: '1,5',
+    step: 6,
+    next2: ['move 1', kComputed],
+    next3: [statistics('addSearchDlg4', 'b:2;a:1'), 'move 2'],
+    back4: 'move -2',
+    back5: 'move -1',
+  },
+  {
+    chosen: '2,5',
+    step: 7,
+    next2: ['move 2', filter('')],
     next4: ['setfilter', 'move 1', statistics('addSearchDlg4', '')],
-    back3: 'move -2', back4: 'move -1', back5: 'move -1',
+    back3: 'move -2',
+    back4: 'move -1',
+    back5: 'move -1',
   },
   {
-    chosen: '1,2,5', step: 8, next2: ['move 1', kComputed], next3: [filter('&virtual=b:2;a:1'), 'move 1'],
+    chosen: '1,2,5',
+    step: 8,
+    next2: ['move 1', kComputed],
+    next3: [filter('&virtual=b:2;a:1'), 'move 1'],
     next4: ['setfilter', 'move 1', statistics('addSearchDlg4', 'b:2;a:1')],
-    back3: 'move -1', back4: 'move -1', back5: 'move -1',
+    back3: 'move -1',
+    back4: 'move -1',
+    back5: 'move -1',
   },
 ];
 
@@ -106,7 +146,10 @@ for (const row of kRows) {
       window[script]();
       return [...log];
     };
-    assert.deepEqual(did('nextStep1'), ['move 1', `s1 ${kBegin}addSearchDlg1&mul=1${kScheme}&sTable=10`]);
+    assert.deepEqual(did('nextStep1'), [
+      'move 1',
+      `s1 ${kBegin}addSearchDlg1&mul=1${kScheme}&sTable=10`,
+    ]);
     assert.deepEqual(did('nextStep2'), row.next2);
     assert.equal(field('stepTxt').value, row.step);
     assert.equal(field('step0Multi').value, '5,6');
@@ -115,7 +158,11 @@ for (const row of kRows) {
     assert.equal(field('step1Virtual').value, row.next3 ? 'b:2;a:1' : '');
     assert.equal(field('step2Rel').value, row.next4 ? '1,7,x,-1' : '');
     field('btnNext').disabled = true;
-    for (const [script, moved] of [['goBack3', row.back3], ['goBack4', row.back4], ['goBack5', row.back5]]) {
+    for (const [script, moved] of [
+      ['goBack3', row.back3],
+      ['goBack4', row.back4],
+      ['goBack5', row.back5],
+    ]) {
       if (moved) assert.deepEqual(did(script), [moved], script);
     }
     assert.equal(field('btnNext').disabled, false);

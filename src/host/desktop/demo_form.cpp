@@ -8,6 +8,7 @@
 #include "frame/template.h"
 #include "host/api/control_resource.h"
 #include "host/desktop/desktop.h"
+#include "host/desktop/desktop_style.h"
 #include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -40,9 +41,7 @@ ControlResource controlFor(Page& page, std::string_view key, int kind) {
 }
 
 std::string optionsOf(Page& page, const ControlResource& control) {
-  return control.statement.empty()
-             ? ""
-             : spliced(services::GetComboBoxXMLs(page, Variant(control.statement)));
+  return control.statement.empty() ? "" : services::comboBoxOptions(page, control.statement);
 }
 
 std::string gridOf(Page& page, const ControlResource& control) {
@@ -91,7 +90,8 @@ void writeDemoForm(Page& page) {
   const auto named = [&](const ControlResource& control) {
     return page.server.htmlEncode(control.name);
   };
-  form.write(page.response, {{"posted", postedText(page)},
+  form.write(page.response, {{"scheme", takeStyle(page)},
+                             {"posted", postedText(page)},
                              {"query", fmt::format("dropDownID={}&cascadeID={}&listID={}",
                                                    dropDown.id, cascade.id, list.id)},
                              {"dropDownName", named(dropDown)},

@@ -77,7 +77,9 @@ class Group extends Widget {
   }
 
   set value(value) {
-    const wanted = String(value).split(',').map((each) => each.trim());
+    const wanted = String(value)
+      .split(',')
+      .map((each) => each.trim());
     this.inputs.forEach((input, at) => {
       input.checked = wanted.includes(this.options[at].value);
     });

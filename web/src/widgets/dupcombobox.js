@@ -13,7 +13,8 @@ export class DupCombobox extends Widget {
     this.chosen = [];
     this.left = this.makeList('可选项', () => this.add());
     this.right = this.makeList('已选项', () => this.remove());
-    const button = (label, title, act) => this.make('button', { type: 'button', title, textContent: label, onclick: act });
+    const button = (label, title, act) =>
+      this.make('button', { type: 'button', title, textContent: label, onclick: act });
     const buttons = this.make(
       'div',
       {},
@@ -37,7 +38,10 @@ export class DupCombobox extends Widget {
   }
 
   show(selected = []) {
-    fill(this.left, this.options.filter((option) => !this.chosen.includes(option)));
+    fill(
+      this.left,
+      this.options.filter((option) => !this.chosen.includes(option)),
+    );
     fill(this.right, this.chosen);
     for (const item of this.right.options) item.selected = selected.includes(item.value);
   }
@@ -60,7 +64,11 @@ export class DupCombobox extends Widget {
 
   remove() {
     const picked = this.picked(this.right, this.chosen);
-    if (picked.length) this.changeTo(this.chosen.filter((each) => !picked.includes(each)), []);
+    if (picked.length)
+      this.changeTo(
+        this.chosen.filter((each) => !picked.includes(each)),
+        [],
+      );
   }
 
   shift(by) {

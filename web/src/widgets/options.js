@@ -10,7 +10,10 @@ function decoded(text) {
   });
 }
 
-/** `label<<<<<<value` joined by `>>>>>>`; an empty last item is none. Values lose blanks and line ends. */
+/**
+ * `label<<<<<<value` joined by `>>>>>>`; an empty last item is none. Values lose blanks and line
+ * ends.
+ */
 export function optionsOfData(data) {
   const items = data.split('>>>>>>');
   if (items.at(-1).trim() === '') items.pop();

@@ -1,4 +1,5 @@
-// The grid and the menu bar, over the markup that the server writes, with a stand-in for its answers.
+// The grid and the menu bar, over the markup that the server writes, with a stand-in for its
+// answers.
 
 import assert from 'node:assert/strict';
 import { kHead } from './harness.mjs';
@@ -20,7 +21,10 @@ const kSettings = {
     {
       caption: '视图:功能分类',
       views: [
-        { caption: '按<b>[全部]</b>查看', script: 'SearchTable.gotoView(" 1 = 1 ","视图:<b>[全部]</b>")' },
+        {
+          caption: '按<b>[全部]</b>查看',
+          script: 'SearchTable.gotoView(" 1 = 1 ","视图:<b>[全部]</b>")',
+        },
         { caption: '', script: '' },
         { caption: '<i>x</i>', script: 'SearchTable.gotoView(" a = 0 ","视图:<b>[用户]</b>")' },
       ],
@@ -61,7 +65,10 @@ async function answerRows(page, answerOf) {
     const at = Number(body.get('page') ?? 1);
     const rows = [{ id: `${at}7`, cells: [`page ${at} &lt;b&gt;`, ''] }];
     const answer = answerOf?.(bodies.at(-1)) ?? { ok: true, total: 40, page: at, rows };
-    return route.fulfill({ contentType: 'application/json; charset=utf-8', body: JSON.stringify(answer) });
+    return route.fulfill({
+      contentType: 'application/json; charset=utf-8',
+      body: JSON.stringify(answer),
+    });
   });
   return bodies;
 }
@@ -121,13 +128,18 @@ export const tests = {
     const bodies = await answerRows(page);
     await open('/grid');
     const before = bodies.length;
-    await page.evaluate(() => { pophidden.location = '/answer'; });
+    await page.evaluate(() => {
+      pophidden.location = '/answer';
+    });
     await page.waitForSelector('text=page 1 <b>');
     assert.equal(bodies[before].reload, '1');
   },
 
   async 'says what went wrong, and that there is nothing'({ page, open }) {
-    await answerRows(page, (body) => body.reload && { ok: false, status: 410, error: '列表已过期' });
+    await answerRows(
+      page,
+      (body) => body.reload && { ok: false, status: 410, error: '列表已过期' },
+    );
     await open('/empty');
     assert.match(await page.innerText('tbody'), /没有符合条件的记录/);
     await open('/refused');

@@ -1,4 +1,5 @@
-// The desktop's own page: frames in their order, the menu by keyboard, its filter, the tool bar, and the colour scheme.
+// The desktop's own page: frames in their order, the menu by keyboard, its filter, the tool bar,
+// and the colour scheme.
 
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
@@ -27,7 +28,8 @@ const shell = fill(text('shell.html'), {
   script: ['shell.js', 'shell_menu.js', 'shell_tools.js'].map(text).join(''),
 });
 
-// The server answers all of its own addresses under "/", so the page asks for them by query; here they stand apart.
+// The server answers all of its own addresses under "/", so the page asks for them by query; here
+// they stand apart.
 export const pages = {
   '/': shell.replace("'/?pane=1'", "'/pane'").replace("'/?cmdID=' + ", "'/module?cmdID=' + "),
   '/pane': fill(text('pane.html'), { scheme: 'sea', user: 'User', department: 'Department' }),

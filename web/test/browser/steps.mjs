@@ -1,5 +1,5 @@
-// The scripts of the wizard's step pages, on the pages' own text. What looks odd here is kept: schemes were
-// stored by it.
+// The scripts of the wizard's step pages, on the pages' own text. What looks odd here is kept:
+// schemes were stored by it.
 
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
@@ -17,15 +17,24 @@ const kBody = `${kHead}</head><body style="background:menu">`;
 
 const relationRow = (id, ...names) =>
   filled('relation_step_row.html', {
-    id, mainTable: names[0], mainField: names[1], relatedTable: names[2], relatedField: names[3],
+    id,
+    mainTable: names[0],
+    mainField: names[1],
+    relatedTable: names[2],
+    relatedField: names[3],
   });
 const gridRow = (id, ...names) =>
   `<tr id=SearchTable_row${id} dataID=${id} ondblclick="picked=this.id;getRel()">${names.map((name) => `<td>${name}</td>`).join('')}</tr>`;
 
 const computedRow = filled('computed_step_row.html', {}).trimEnd();
-const fields = source(option('-1', '--选择字段--'), option('101', '订单.金额'), option('102', '*客户.折扣'));
+const fields = source(
+  option('-1', '--选择字段--'),
+  option('101', '订单.金额'),
+  option('102', '*客户.折扣'),
+);
 const conditionFields = '金额<<<<<<101>>>>>>城市<<<<<<111|102>>>>>>';
-const conditionRow = (holes) => filled('filter_step_row.html', { fields: conditionFields, ...holes });
+const conditionRow = (holes) =>
+  filled('filter_step_row.html', { fields: conditionFields, ...holes });
 const groups = source(option('-1000', '--不分组--'), option('101', '金额'), option('102', '客户'));
 
 export const pages = {
@@ -45,9 +54,16 @@ const select = (page, id, at, label) =>
   page.locator(`[id=${id}]`).nth(at).locator('select').selectOption({ label });
 
 export const tests = {
-  async 'relations: a double click toggles by the names, and takes the last row away'({ page, open }) {
+  async 'relations: a double click toggles by the names, and takes the last row away'({
+    page,
+    open,
+  }) {
     await open('/relations');
-    const state = () => page.evaluate(() => [MulRel, [...RelTbody.rows].map((row) => row.getAttribute('dataID')).join()]);
+    const state = () =>
+      page.evaluate(() => [
+        MulRel,
+        [...RelTbody.rows].map((row) => row.getAttribute('dataID')).join(),
+      ]);
     await page.locator('#SearchTable_row6').dblclick();
     assert.deepEqual(await state(), ['5,9,6', '5,9,6']);
     // The selection loses what was clicked, the display its last row.
@@ -61,7 +77,11 @@ export const tests = {
     assert.deepEqual(await state(), ['', '']);
   },
 
-  async 'computed fields: the list is rebuilt from its end, names are tested by parts'({ page, open, seen }) {
+  async 'computed fields: the list is rebuilt from its end, names are tested by parts'({
+    page,
+    open,
+    seen,
+  }) {
     await open('/computed');
     const add = async (name, expression) => {
       await page.locator('#expresion').fill(expression);
@@ -73,7 +93,10 @@ export const tests = {
     assert.equal(await page.evaluate(() => divHTML), '甲：乙:a&amp;b&lt;c%25%2B;旧:1;');
     await add('旧', '2'); // names of a restored list are not known
     await add('甲', '3'); // part of a name that is
-    assert.deepEqual(seen.messages, ['alert: 计算字段名不能为空！', 'alert: 计算字段名已存在,请另取个名字！']);
+    assert.deepEqual(seen.messages, [
+      'alert: 计算字段名不能为空！',
+      'alert: 计算字段名已存在,请另取个名字！',
+    ]);
     assert.equal(await page.evaluate(() => divHTML), '旧:2;甲：乙:a&amp;b&lt;c%25%2B;旧:1;');
     // A restored row can be selected and not be given up; an added one can.
     const rows = page.locator('#StatsTbody td');
@@ -84,22 +107,38 @@ export const tests = {
     assert.equal(await page.evaluate(() => divHTML + expname), '');
   },
 
-  async 'computed fields: fields at the end, functions at the caret or around the selection'({ page, open }) {
+  async 'computed fields: fields at the end, functions at the caret or around the selection'({
+    page,
+    open,
+  }) {
     await open('/computed');
     const expression = page.locator('#expresion');
     await select(page, 'fieldcombox', 0, '*客户.折扣');
     assert.equal(await expression.inputValue(), '[*客户.折扣|102]');
     await select(page, 'fieldcombox', 0, '--选择字段--');
     await expression.fill('abc');
-    await expression.evaluate((box) => { box.setSelectionRange(1, 2); box.dispatchEvent(new Event('keyup')); });
-    const choose = (value) => page.evaluate((wanted) => { funcombox.value = wanted; selectfun(); }, value);
+    await expression.evaluate((box) => {
+      box.setSelectionRange(1, 2);
+      box.dispatchEvent(new Event('keyup'));
+    });
+    const choose = (value) =>
+      page.evaluate((wanted) => {
+        funcombox.value = wanted;
+        selectfun();
+      }, value);
     await choose('ABS()');
     assert.equal(await expression.inputValue(), 'aABS(b)c');
     await expression.fill('abc');
-    await expression.evaluate((box) => { box.setSelectionRange(1, 2); setLoc(); });
+    await expression.evaluate((box) => {
+      box.setSelectionRange(1, 2);
+      setLoc();
+    });
     await choose('%');
     assert.equal(await expression.inputValue(), 'ab%c');
-    await expression.evaluate((box) => { box.setSelectionRange(0, 0); setLoc(); });
+    await expression.evaluate((box) => {
+      box.setSelectionRange(0, 0);
+      setLoc();
+    });
     await choose('GETDATE()');
     assert.equal(await expression.inputValue(), 'GETDATE()ab%c');
   },
@@ -125,7 +164,9 @@ export const tests = {
     assert.equal(await rows(), '3 3');
     assert.equal(await filter(), '101,1,5,and|||111|102,6,京,or'); // the last complete row keeps its logic
     await fill(2, '金额', '等于', '7');
-    await page.evaluate(() => { document.all('rellogiccombox')[1].value = '-1'; });
+    await page.evaluate(() => {
+      document.all('rellogiccombox')[1].value = '-1';
+    });
     assert.equal(await filter(), '101,1,5,and|||101,7,7,-1'); // only the last row may be without logic
     await select(page, 'rellogiccombox', 0, '逻辑关系');
     assert.equal(await rows(), '1 1');
@@ -146,10 +187,19 @@ export const tests = {
     await page.locator('input[value=保存]').click();
     await page.locator('input[value=保存]').click();
     assert.deepEqual(
-      await page.evaluate(() => (setGroupStats(), [StatsRecord, document.all('statsnew').value, Result.innerText.trim()])),
+      await page.evaluate(
+        () => (
+          setGroupStats(),
+          [StatsRecord, document.all('statsnew').value, Result.innerText.trim()]
+        ),
+      ),
       ['101,4|||101,4|||', '101,4|||101,4', '1. 订单.金额_总和\n2. 订单.金额_总和'],
     );
     await page.locator('input[value=清除]').click();
-    assert.deepEqual(await page.evaluate(() => [StatsRecord, count, Result.innerText]), ['', 1, '']);
+    assert.deepEqual(await page.evaluate(() => [StatsRecord, count, Result.innerText]), [
+      '',
+      1,
+      '',
+    ]);
   },
 };

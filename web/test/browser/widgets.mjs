@@ -44,11 +44,18 @@ export const tests = {
     assert.equal(await page.evaluate(() => expresion.parentElement === c), true);
   },
 
-  async 'a choice is told once; what scripts set, and what the tag has swallowed, is not'({ page, open }) {
+  async 'a choice is told once; what scripts set, and what the tag has swallowed, is not'({
+    page,
+    open,
+  }) {
     await open('/tags');
     await page.locator('#c select').selectOption('2');
     assert.deepEqual(await seen(page), ['select 2', 'change 2']);
-    await page.evaluate(() => { c.value = 1; c.selectvalue = '2'; c.value = 'none of them'; });
+    await page.evaluate(() => {
+      c.value = 1;
+      c.selectvalue = '2';
+      c.value = 'none of them';
+    });
     await page.locator('#expresion').fill('y');
     await page.locator('#expresion').selectText();
     await page.locator('#expresion').blur();
@@ -71,8 +78,14 @@ export const tests = {
 
   async 'a form posts the tags by their names'({ page, open }) {
     await open('/tags');
-    await page.evaluate(() => { r2.checked = true; d.value = '3,1'; filter.value = 4999; });
-    const posted = await page.evaluate(() => [...new FormData(f)].map((pair) => pair.join('=')).sort());
+    await page.evaluate(() => {
+      r2.checked = true;
+      d.value = '3,1';
+      filter.value = 4999;
+    });
+    const posted = await page.evaluate(() =>
+      [...new FormData(f)].map((pair) => pair.join('=')).sort(),
+    );
     assert.deepEqual(posted, ['System=1', 'c=-1', 'd=3,1', 'e=x', 'filter=4999', 'r=1'].sort());
   },
 
@@ -102,7 +115,10 @@ export const tests = {
     assert.equal(await page.evaluate(() => d.value + d.text), '1a');
   },
 
-  async 'a cascade answers its preset until its rows have come, and asks again by choice'({ page, open }) {
+  async 'a cascade answers its preset until its rows have come, and asks again by choice'({
+    page,
+    open,
+  }) {
     await open('/cascade');
     assert.equal(await page.evaluate(() => early), '8');
     const last = page.locator('#t select').nth(1);
@@ -116,7 +132,9 @@ export const tests = {
       ['table', 'link', 'value', 'text', 'condition', 'parent'].map((key) => asked.get(key)),
       ['T', 'a', 'b', 'c', 'Zembra_Flag <> 0', '1'],
     );
-    await page.evaluate(() => { window.fails = true; });
+    await page.evaluate(() => {
+      window.fails = true;
+    });
     await page.locator('#t select').nth(0).selectOption('2');
     await page.locator('#t .note', { hasText: '列表读取失败' }).waitFor();
     assert.equal(await page.evaluate(() => t.value), '');

@@ -13,7 +13,9 @@ export async function openWizard(test, kind, scheme) {
   const list = wizard.dialog.frameLocator('iframe[name=frametest]');
   if (kind !== '下拉框') {
     await list.locator('tbody tr[dataid]').first().waitFor();
-    const loaded = test.page.waitForResponse((response) => response.url().includes('UsrField1_1&field1=3'));
+    const loaded = test.page.waitForResponse((response) =>
+      response.url().includes('UsrField1_1&field1=3'),
+    );
     await wizard.dialog.locator('#field1').getByText('列表控件向导').click();
     await loaded;
   }
@@ -22,7 +24,8 @@ export async function openWizard(test, kind, scheme) {
   return { frame, wizard };
 }
 
-export const choose = (wizard, id, label) => wizard.dialog.locator(`#${id} select`).selectOption({ label });
+export const choose = (wizard, id, label) =>
+  wizard.dialog.locator(`#${id} select`).selectOption({ label });
 
 export async function fillFilter(wizard, row, field, comparison, value, logic) {
   const condition = wizard.dialog.locator('#relation2 > *').nth(row);

@@ -1,4 +1,5 @@
-// A designer binds schemes to controls: a drop-down and a list are made, previewed, saved, shown and deleted.
+// A designer binds schemes to controls: a drop-down and a list are made, previewed, saved, shown
+// and deleted.
 
 import assert from 'node:assert/strict';
 import { choose, fillFilter, kEntry, openWizard } from './control_steps.mjs';
@@ -115,7 +116,10 @@ export const tests = {
     await fillFilter(wizard, 0, '客户.城市', '等于', "it's");
     await wizard.next.click();
     await test.page.waitForTimeout(300);
-    assert.match(test.seen.messages[0], /^alert: 得到的查询语句有错误，无法预览！\n请检查方案主表关联字段是否正确选择！$/);
+    assert.match(
+      test.seen.messages[0],
+      /^alert: 得到的查询语句有错误，无法预览！\n请检查方案主表关联字段是否正确选择！$/,
+    );
     assert.equal(await position(wizard), 1);
     await wizard.dialog.locator('[id=expresion]').fill('苏州');
     await wizard.next.click();
@@ -136,7 +140,11 @@ export const tests = {
     await test.page.waitForFunction(kNoDialog);
     const list = await show(test, frame, '客户列表');
     await list.locator('#SearchTable_grid th').first().waitFor();
-    assert.deepEqual(await list.locator('#SearchTable_grid th').allInnerTexts(), ['名称', '城市', '区域']);
+    assert.deepEqual(await list.locator('#SearchTable_grid th').allInnerTexts(), [
+      '名称',
+      '城市',
+      '区域',
+    ]);
     await test.page.keyboard.press('Escape');
     await test.page.waitForFunction(kNoDialog);
     await frame.getByText('视图：功能分类').click();

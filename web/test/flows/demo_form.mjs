@@ -1,4 +1,5 @@
-// A form that asks for its controls when it is opened: drop-down, cascade, list, and the JSON interface.
+// A form that asks for its controls when it is opened: drop-down, cascade, list, and the JSON
+// interface.
 
 import assert from 'node:assert/strict';
 import { signIn } from './product.mjs';
@@ -26,7 +27,10 @@ export const tests = {
     await page.locator('#btnSend').click();
     await page.locator('.tarlo-demo-posted').waitFor();
     assert.deepEqual(await page.locator('.tarlo-demo-posted li').allInnerTexts(), [
-      'dropDown = 2', `cascade = ${task}`, 'listRow = 2', `apiRow = ${row}`,
+      'dropDown = 2',
+      `cascade = ${task}`,
+      'listRow = 2',
+      `apiRow = ${row}`,
     ]);
   },
 };

@@ -11,7 +11,8 @@ async function zembra(page) {
   return frame;
 }
 
-const kTimes = () => [...document.querySelectorAll('#SearchTable_grid td:nth-child(5)')].map((cell) => cell.innerText);
+const kTimes = () =>
+  [...document.querySelectorAll('#SearchTable_grid td:nth-child(5)')].map((cell) => cell.innerText);
 
 async function smoke(page, server) {
   const errors = [];
@@ -20,7 +21,9 @@ async function smoke(page, server) {
   await page.goto(server.signInLink());
   await page.waitForFunction(() => window.Zembra.document.querySelector('h1'));
   await page.evaluate((caption) => {
-    [...document.querySelectorAll('#dtMenu a')].find((link) => link.textContent.trim() === caption).click();
+    [...document.querySelectorAll('#dtMenu a')]
+      .find((link) => link.textContent.trim() === caption)
+      .click();
   }, kMenuEntry);
   let frame = await zembra(page);
   const newestFirst = await frame.evaluate(kTimes);
@@ -31,7 +34,9 @@ async function smoke(page, server) {
   assert.deepEqual(oldestFirst, [...oldestFirst].sort());
   assert.notDeepEqual(oldestFirst, newestFirst);
   await frame.evaluate(() => {
-    [...document.querySelectorAll('.tarlo-menu a')].find((link) => link.textContent.includes('Olive')).click();
+    [...document.querySelectorAll('.tarlo-menu a')]
+      .find((link) => link.textContent.includes('Olive'))
+      .click();
   });
   await page.waitForFunction(() => startHead.className === 'startHeadolive');
   frame = await zembra(page);
@@ -39,18 +44,22 @@ async function smoke(page, server) {
   assert.deepEqual(errors, []);
 }
 
-await withBrowser('puppeteer-core', ['firefox-esr', 'firefox'], async ({ default: puppeteer }, executablePath) => {
-  const server = await startServer();
-  let browser;
-  try {
-    browser = await puppeteer.launch({ browser: 'firefox', executablePath, headless: true });
-    await smoke(await browser.newPage(), server);
-    return { passed: 1, failed: 0 };
-  } catch (error) {
-    console.log(`FAILED  ${error.stack}`);
-    return { passed: 0, failed: 1 };
-  } finally {
-    await browser?.close();
-    await server.stop();
-  }
-});
+await withBrowser(
+  'puppeteer-core',
+  ['firefox-esr', 'firefox'],
+  async ({ default: puppeteer }, executablePath) => {
+    const server = await startServer();
+    let browser;
+    try {
+      browser = await puppeteer.launch({ browser: 'firefox', executablePath, headless: true });
+      await smoke(await browser.newPage(), server);
+      return { passed: 1, failed: 0 };
+    } catch (error) {
+      console.log(`FAILED  ${error.stack}`);
+      return { passed: 0, failed: 1 };
+    } finally {
+      await browser?.close();
+      await server.stop();
+    }
+  },
+);

@@ -2,7 +2,17 @@
 
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
-import { afterRows, column, kMenuEntry, managerFrame, rows, selectedIds, signIn, signInToManager, summary } from './product.mjs';
+import {
+  afterRows,
+  column,
+  kMenuEntry,
+  managerFrame,
+  rows,
+  selectedIds,
+  signIn,
+  signInToManager,
+  summary,
+} from './product.mjs';
 
 const kCaptions = ['查询方案', '目录', '类别', '方案说明', '创建时间'];
 
@@ -17,12 +27,17 @@ async function chooseView(page, frame, menu, view) {
 }
 
 export const tests = {
-  async 'the menu opens the list, newest first, with the tables\' own values'({ page, server }) {
+  async "the menu opens the list, newest first, with the tables' own values"({ page, server }) {
     const frame = await signInToManager({ page, server });
-    assert.deepEqual((await frame.locator('th').allInnerTexts()).map((text) => text.trim()), kCaptions);
+    assert.deepEqual(
+      (await frame.locator('th').allInnerTexts()).map((text) => text.trim()),
+      kCaptions,
+    );
     assert.equal(await rows(frame).count(), 15);
     assert.equal(await summary(frame), '共 32 条');
-    const kept = JSON.parse(server.run(['sql', '--json', 'SELECT * FROM Zembra_Query_Main'])).rows.flat();
+    const kept = JSON.parse(
+      server.run(['sql', '--json', 'SELECT * FROM Zembra_Query_Main']),
+    ).rows.flat();
     assert.ok((await column(frame, 1)).every((name) => kept.includes(name)));
     const times = await column(frame, 5);
     assert.deepEqual(times, [...times].sort().reverse());
@@ -53,14 +68,20 @@ export const tests = {
     for (const text of ["'", '"', "' or '1'='1", '%', '_', '[a-z]', '<b>', '😀']) {
       await search(page, frame, text);
       const found = await rows(frame).allInnerTexts();
-      assert.ok(found.every((row) => row.includes(text)), `${text} found ${found.length} rows`);
+      assert.ok(
+        found.every((row) => row.includes(text)),
+        `${text} found ${found.length} rows`,
+      );
       assert.equal(await frame.locator('[role=alert]').count(), 0, text);
     }
     await search(page, frame, '');
     assert.equal(await summary(frame), '共 32 条');
   },
 
-  async 'pages forward, to the end and by number, without losing or repeating a row'({ page, server }) {
+  async 'pages forward, to the end and by number, without losing or repeating a row'({
+    page,
+    server,
+  }) {
     const frame = await signInToManager({ page, server });
     const names = await column(frame, 1);
     await afterRows(page, frame, () => frame.getByText('下一页').click());
@@ -77,7 +98,10 @@ export const tests = {
   async 'views show one kind, or one directory'({ page, server }) {
     const frame = await signInToManager({ page, server });
     const counts = [];
-    for (const [view, kind] of [['系统类型', '系统'], ['用户类型', '用户']]) {
+    for (const [view, kind] of [
+      ['系统类型', '系统'],
+      ['用户类型', '用户'],
+    ]) {
       await chooseView(page, frame, '视图:功能分类', view);
       assert.deepEqual([...new Set(await column(frame, 3))], [kind]);
       counts.push(Number(/\d+/.exec(await summary(frame))[0]));
@@ -92,9 +116,14 @@ export const tests = {
   async 'mouse and keys select rows'({ page, server }) {
     const frame = await signInToManager({ page, server });
     const row = (at) => frame.locator(`#SearchTable_row${at}`);
-    const ids = await rows(frame).evaluateAll((all) => all.map((each) => each.getAttribute('dataID')));
+    const ids = await rows(frame).evaluateAll((all) =>
+      all.map((each) => each.getAttribute('dataID')),
+    );
     const chosen = async (...expected) =>
-      assert.equal(String(await selectedIds(frame)), expected.map((at) => ids[at - 1]).join(',') || '0');
+      assert.equal(
+        String(await selectedIds(frame)),
+        expected.map((at) => ids[at - 1]).join(',') || '0',
+      );
     await row(2).click();
     await chosen(2);
     await row(4).click({ modifiers: ['Control'] });
@@ -115,13 +144,16 @@ export const tests = {
     await page.keyboard.type(kMenuEntry);
     await page.keyboard.press('ArrowDown');
     for (let steps = 0; steps < 6; ++steps) {
-      const label = await page.evaluate(() => document.activeElement.firstElementChild?.textContent ?? '');
+      const label = await page.evaluate(
+        () => document.activeElement.firstElementChild?.textContent ?? '',
+      );
       if (label.trim() === kMenuEntry) break;
       await page.keyboard.press('ArrowDown');
     }
     await page.keyboard.press('Enter');
     const frame = await managerFrame(page);
-    const inGrid = () => frame.evaluate(() => document.activeElement.getAttribute('role') === 'grid');
+    const inGrid = () =>
+      frame.evaluate(() => document.activeElement.getAttribute('role') === 'grid');
     for (let steps = 0; steps < 40 && !(await inGrid()); ++steps) await page.keyboard.press('Tab');
     assert.equal(await inGrid(), true, 'Tab reaches the rows');
     await page.keyboard.press('ArrowDown');
@@ -134,9 +166,18 @@ export const tests = {
     const frame = await signInToManager({ page, server });
     await chooseView(page, frame, '视图:目录分类', '[财务]');
     const shown = await column(frame, 1);
-    const [download] = await Promise.all([page.waitForEvent('download'), frame.getByText('导出').click()]);
-    const lines = readFileSync(await download.path(), 'utf8').replace(/^\ufeff/, '').trim().split('\r\n');
+    const [download] = await Promise.all([
+      page.waitForEvent('download'),
+      frame.getByText('导出').click(),
+    ]);
+    const lines = readFileSync(await download.path(), 'utf8')
+      .replace(/^\ufeff/, '')
+      .trim()
+      .split('\r\n');
     assert.deepEqual(lines[0].split(','), kCaptions);
-    assert.deepEqual(lines.slice(1).map((line) => line.split(',')[0]), shown);
+    assert.deepEqual(
+      lines.slice(1).map((line) => line.split(',')[0]),
+      shown,
+    );
   },
 };

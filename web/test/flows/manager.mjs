@@ -15,10 +15,15 @@ async function pickScheme(page, frame, caption) {
   return managerFrame(page);
 }
 
-const scheme = (page) => page.evaluate(() => [document.documentElement.dataset.scheme, startHead.className]);
+const scheme = (page) =>
+  page.evaluate(() => [document.documentElement.dataset.scheme, startHead.className]);
 
 export const tests = {
-  async 'change and delete ask for a row first; refusing to delete keeps it'({ page, server, seen }) {
+  async 'change and delete ask for a row first; refusing to delete keeps it'({
+    page,
+    server,
+    seen,
+  }) {
     const frame = await signInToManager({ page, server });
     await button(frame, '修改').click();
     await button(frame, '删除').click();
@@ -39,7 +44,10 @@ export const tests = {
     assert.equal(seen.messages[3], 'alert: 对不起，一次只能选取一个项目修改');
   },
 
-  async 'a double click opens a dialog; Escape and the cross close it and give the focus back'({ page, server }) {
+  async 'a double click opens a dialog; Escape and the cross close it and give the focus back'({
+    page,
+    server,
+  }) {
     const frame = await signInToManager({ page, server });
     for (const close of [
       () => page.keyboard.press('Escape'),
@@ -80,9 +88,15 @@ export const tests = {
 
   async 'the switch in the head changes the desktop and the page, and lasts'({ page, server }) {
     await signInToManager({ page, server });
-    for (const [caption, word] of [['金阳', 'sun'], ['海天蓝', 'sea']]) {
+    for (const [caption, word] of [
+      ['金阳', 'sun'],
+      ['海天蓝', 'sea'],
+    ]) {
       await page.locator('.dt-schemes label', { hasText: caption }).click();
-      await page.waitForFunction((name) => Zembra.document.documentElement?.dataset.scheme === name, word);
+      await page.waitForFunction(
+        (name) => Zembra.document.documentElement?.dataset.scheme === name,
+        word,
+      );
       await page.waitForFunction(() => Zembra.document.readyState === 'complete');
       await page.reload();
       await managerFrame(page);

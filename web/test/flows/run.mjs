@@ -1,11 +1,18 @@
-// node run.mjs [NAME...]: drives the product itself in chromium; the suites beside this file, or those named.
-// TARLO_BINARY names the binary. firefox.mjs is a program of its own.
+// node run.mjs [NAME...]: drives the product itself in chromium; the suites beside this file, or
+// those named. TARLO_BINARY names the binary. firefox.mjs is a program of its own.
 
 import { runTest } from '../browser/harness.mjs';
 import { loadSuites, runTests, withBrowser } from '../browser/suites.mjs';
 import { startServer } from './server.mjs';
 
-const kOthers = ['run.mjs', 'server.mjs', 'product.mjs', 'firefox.mjs', 'wizard_steps.mjs', 'control_steps.mjs'];
+const kOthers = [
+  'run.mjs',
+  'server.mjs',
+  'product.mjs',
+  'firefox.mjs',
+  'wizard_steps.mjs',
+  'control_steps.mjs',
+];
 const kArguments = ['--no-sandbox', '--disable-gpu', '--disable-background-networking'];
 
 await withBrowser('playwright-core', ['chromium'], async ({ chromium }, executablePath) => {

@@ -8,7 +8,8 @@ import { join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
 export const kBinary =
-  process.env.TARLO_BINARY ?? fileURLToPath(new URL('../../../build/release/tarloquery', import.meta.url));
+  process.env.TARLO_BINARY ??
+  fileURLToPath(new URL('../../../build/release/tarloquery', import.meta.url));
 
 const kStartSeconds = 10;
 
@@ -32,11 +33,16 @@ async function waitUntilReady(origin, child) {
 
 /** Starts the server over a new demo database. `stop` ends it and removes what it wrote. */
 export async function startServer() {
-  if (!existsSync(kBinary)) throw new Error(`there is no ${kBinary}: build it, or name it in TARLO_BINARY`);
+  if (!existsSync(kBinary))
+    throw new Error(`there is no ${kBinary}: build it, or name it in TARLO_BINARY`);
   const folder = mkdtempSync(join(tmpdir(), 'tarlo-flows-'));
   const database = `sqlite:${join(folder, 'demo.db')}`;
   const run = (args, input = '') =>
-    execFileSync(kBinary, [...args, '--database', database], { input, encoding: 'utf8', stdio: 'pipe' });
+    execFileSync(kBinary, [...args, '--database', database], {
+      input,
+      encoding: 'utf8',
+      stdio: 'pipe',
+    });
   const origin = `http://127.0.0.1:${await freePort()}`;
   let child;
   async function stop() {
@@ -50,7 +56,9 @@ export async function startServer() {
   try {
     run(['init', '--demo']);
     const listen = origin.slice('http://'.length);
-    child = spawn(kBinary, ['serve', '--database', database, '--listen', listen], { stdio: 'ignore' });
+    child = spawn(kBinary, ['serve', '--database', database, '--listen', listen], {
+      stdio: 'ignore',
+    });
     await waitUntilReady(origin, child);
   } catch (error) {
     await stop();

@@ -26,7 +26,11 @@ export const tests = {
     }
   },
 
-  async 'a wrong password and an unknown user are refused alike, the right one opens the desktop'({ page, open, server }) {
+  async 'a wrong password and an unknown user are refused alike, the right one opens the desktop'({
+    page,
+    open,
+    server,
+  }) {
     server.run(['set-password', 'admin'], kPassword + '\n');
     await open('/');
     const attempt = async (user, password) => {
@@ -35,7 +39,10 @@ export const tests = {
       await Promise.all([page.waitForNavigation(), page.click(kSignIn + ' button')]);
     };
     const refusals = [];
-    for (const [user, password] of [['admin', 'wrong password'], ["x' or '1'='1", kPassword]]) {
+    for (const [user, password] of [
+      ['admin', 'wrong password'],
+      ["x' or '1'='1", kPassword],
+    ]) {
       await attempt(user, password);
       refusals.push((await page.locator(kSignIn).innerText()).trim());
     }
@@ -45,7 +52,11 @@ export const tests = {
     await page.locator('#dtMenu').waitFor();
   },
 
-  async 'signing out ends the session in every tab, and a grid left open says so'({ page, context, server }) {
+  async 'signing out ends the session in every tab, and a grid left open says so'({
+    page,
+    context,
+    server,
+  }) {
     delete server.cookies;
     const frame = await signInToManager({ page, server });
     const other = await context.newPage();
@@ -92,8 +103,12 @@ export const tests = {
       await page.goto(server.origin + address);
       assert.equal(await page.locator('img[onerror]').count(), 0, address.slice(0, 60));
     }
-    // An address typed in has no referring page, which the component answers with a message of its own.
-    assert.deepEqual(seen.messages.filter((message) => !/^alert: 无法识别的访问来源/.test(message)), []);
+    // An address typed in has no referring page, which the component answers with a message of its
+    // own.
+    assert.deepEqual(
+      seen.messages.filter((message) => !/^alert: 无法识别的访问来源/.test(message)),
+      [],
+    );
     await page.goto(server.origin + '/');
     await openManager(page);
   },

@@ -1,5 +1,5 @@
-// Templates: a drop-down and a cascade are made of system schemes, previewed, saved and shown; one is bound into a
-// user's scheme.
+// Templates: a drop-down and a cascade are made of system schemes, previewed, saved and shown; one
+// is bound into a user's scheme.
 
 import assert from 'node:assert/strict';
 import { choose, fillFilter } from './control_steps.mjs';
@@ -45,7 +45,8 @@ async function previewDropDown(test, fill = async () => {}) {
   return wizard;
 }
 
-const kProducts = 'select [UserTb_Product].[Zembra_ID],[UserTb_Product].[Name] from [UserTb_Product] where Zembra_Flag <> 0';
+const kProducts =
+  'select [UserTb_Product].[Zembra_ID],[UserTb_Product].[Name] from [UserTb_Product] where Zembra_Flag <> 0';
 
 /** Binds the template to the scheme of stocks, up to the last button. */
 async function bind(test, template, name) {
@@ -80,7 +81,8 @@ export const tests = {
     await goTo(wizard, 3);
     assert.equal(await goNext(wizard), 4);
     await nameAndSave(test, wizard, template);
-    const filter = " and [UserTb_Product].[Name] Not Like '%样品%' and [UserTb_Product].[ListPrice] > '0' ";
+    const filter =
+      " and [UserTb_Product].[Name] Not Like '%样品%' and [UserTb_Product].[ListPrice] > '0' ";
     assert.equal(storedControl(test.server, template).QF_Relation, kProducts + filter);
     await bind(test, template, '不能绑定');
     await test.page.waitForTimeout(300);
@@ -152,7 +154,10 @@ export const tests = {
     await openManager(test.page, '用户控件方案');
     await button(test.page.frame({ name: 'Zembra' }), '模板绑定').click();
     const wizard = wizardOf(test.page);
-    await wizard.dialog.frameLocator('iframe[name=frametest]').getByText('部门费用', { exact: true }).click();
+    await wizard.dialog
+      .frameLocator('iframe[name=frametest]')
+      .getByText('部门费用', { exact: true })
+      .click();
     await wizard.next.click();
     const templates = wizard.dialog.frameLocator('iframe[name=frametest1]');
     await templates.getByText('没有符合条件的记录').waitFor();

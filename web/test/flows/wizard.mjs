@@ -2,8 +2,21 @@
 
 import assert from 'node:assert/strict';
 import {
-  addComputed, addStatistic, button, chooseRelations, chooseTable, comparison, fillCondition, goBack,
-  goNext, openExisting, openNew, position, save, storedScheme, wizardOf,
+  addComputed,
+  addStatistic,
+  button,
+  chooseRelations,
+  chooseTable,
+  comparison,
+  fillCondition,
+  goBack,
+  goNext,
+  openExisting,
+  openNew,
+  position,
+  save,
+  storedScheme,
+  wizardOf,
 } from './wizard_steps.mjs';
 
 const kComputed = '构造虚拟字段';
@@ -29,7 +42,8 @@ const kFill = {
 };
 
 async function until(holds) {
-  for (let tries = 0; tries < 50 && !holds(); tries++) await new Promise((later) => setTimeout(later, 50));
+  for (let tries = 0; tries < 50 && !holds(); tries++)
+    await new Promise((later) => setTimeout(later, 50));
   assert.ok(holds());
 }
 
@@ -66,7 +80,10 @@ function kindTest([stepTxt, steps, positions]) {
 
 export const tests = {
   ...Object.fromEntries(
-    kKinds.map((kind) => [`a scheme of kind ${kind[0]} is made, with Back from every position`, kindTest(kind)]),
+    kKinds.map((kind) => [
+      `a scheme of kind ${kind[0]} is made, with Back from every position`,
+      kindTest(kind),
+    ]),
   ),
 
   async 'a scheme with everything opens as it was saved'(test) {
@@ -76,7 +93,15 @@ export const tests = {
     assert.equal(await wizard.step(6).locator('#Query_Name').inputValue(), '客户应收账款');
     await save(test, wizard, '客户应收账款');
     const after = storedScheme(test.server, '客户应收账款');
-    for (const column of ['Query_ID', 'Query_Vir', 'Query_Rel', 'Query_Static', 'Query_Group', 'Query_Dic', 'Query_System']) {
+    for (const column of [
+      'Query_ID',
+      'Query_Vir',
+      'Query_Rel',
+      'Query_Static',
+      'Query_Group',
+      'Query_Dic',
+      'Query_System',
+    ]) {
       assert.equal(after[column], before[column], column);
     }
     assert.match(comparison(test.server, after.Query_ID), /: equal$/m);
@@ -117,7 +142,10 @@ export const tests = {
     await preview.getByText('查询方案数据错误,无法保存！请重新修改前面步骤的设置').waitFor();
     assert.equal(await wizard.next.isDisabled(), true);
     await preview.locator('summary').click();
-    assert.match(await preview.locator('.tarlo-extras p').innerText(), /计算字段“错”：“NOSUCH”不存在/);
+    assert.match(
+      await preview.locator('.tarlo-extras p').innerText(),
+      /计算字段“错”：“NOSUCH”不存在/,
+    );
     assert.equal(await goBack(wizard), 2);
     assert.equal(await wizard.next.isDisabled(), false);
     await wizard.step(2).locator('input[value=全部清除]').click();
@@ -174,7 +202,9 @@ export const tests = {
     const { keyboard } = test.page;
     const tabTo = async (id) => {
       for (let presses = 0; presses < 40; presses++) {
-        const focused = await wizard.dialog.locator(':root').evaluate((root) => root.ownerDocument.activeElement?.id);
+        const focused = await wizard.dialog
+          .locator(':root')
+          .evaluate((root) => root.ownerDocument.activeElement?.id);
         if (focused === id) return;
         await keyboard.press('Tab');
       }
@@ -216,7 +246,11 @@ export const tests = {
     await button(frame, '删除').click();
     await frame.getByText('调入东莞仓的调拨', { exact: true }).waitFor({ state: 'detached' });
     await until(() => /选中查询方案已经从系统中删除/.test(test.seen.messages.at(-1)));
-    const flag = test.server.run(['sql', '--csv', `select Zembra_Flag from Zembra_Query_Main where Query_ID=${id}`]);
+    const flag = test.server.run([
+      'sql',
+      '--csv',
+      `select Zembra_Flag from Zembra_Query_Main where Query_ID=${id}`,
+    ]);
     assert.match(flag, /\b0\b/);
   },
 };

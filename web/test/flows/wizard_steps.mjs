@@ -2,7 +2,8 @@
 
 import { afterRows, openManager, signInToManager } from './product.mjs';
 
-export const button = (frame, caption) => frame.locator('.tarlo-grid-bar .btnX', { hasText: caption });
+export const button = (frame, caption) =>
+  frame.locator('.tarlo-grid-bar .btnX', { hasText: caption });
 
 /** The wizard's page and the frames of its steps. */
 export function wizardOf(page) {
@@ -33,7 +34,12 @@ export async function goBack(wizard) {
 
 async function opened(page) {
   const wizard = wizardOf(page);
-  await wizard.dialog.locator('#MainTableID select').nth(1).locator('option').first().waitFor({ state: 'attached' });
+  await wizard.dialog
+    .locator('#MainTableID select')
+    .nth(1)
+    .locator('option')
+    .first()
+    .waitFor({ state: 'attached' });
   await page.waitForTimeout(100); // the cascade takes its preset with the list
   return wizard;
 }
@@ -64,7 +70,8 @@ export async function chooseTable(wizard, directory, table) {
 export async function chooseRelations(wizard, steps, relations = 0) {
   const page = wizard.step(1);
   await page.locator('#virtul label').first().waitFor();
-  for (let row = 1; row <= relations; row++) await page.locator(`#SearchTable_row${row}`).dblclick();
+  for (let row = 1; row <= relations; row++)
+    await page.locator(`#SearchTable_row${row}`).dblclick();
   for (const label of steps) await page.locator('#virtul').getByText(label).click();
 }
 
@@ -104,14 +111,18 @@ export async function save(test, wizard, name) {
 function newestRow(server, table, name, key, value) {
   const sql = `select top 1 * from ${table} where ${name}='${value.replaceAll("'", "''")}' order by ${key} desc`;
   const { columns, rows } = JSON.parse(server.run(['sql', '--json', sql]));
-  return rows.length ? Object.fromEntries(columns.map((column, at) => [column, rows[0][at]])) : undefined;
+  return rows.length
+    ? Object.fromEntries(columns.map((column, at) => [column, rows[0][at]]))
+    : undefined;
 }
 
 /** The row of the scheme of that name, newest first. */
-export const storedScheme = (server, name) => newestRow(server, 'Zembra_Query_Main', 'Query_Name', 'Query_ID', name);
+export const storedScheme = (server, name) =>
+  newestRow(server, 'Zembra_Query_Main', 'Query_Name', 'Query_ID', name);
 
 /** The same of a control scheme. */
-export const storedControl = (server, name) => newestRow(server, 'Zembra_Query_Field', 'QF_Name', 'QF_ID', name);
+export const storedControl = (server, name) =>
+  newestRow(server, 'Zembra_Query_Field', 'QF_Name', 'QF_ID', name);
 
 /** What `tarloquery compile` says when it compiles the scheme anew. */
 export function comparison(server, id) {
