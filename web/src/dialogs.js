@@ -69,10 +69,16 @@ function finish(host, dialog) {
     closed.overlay.close();
     closed.overlay.remove();
   }
-  attempt(() => dialog.caller.focus());
+  giveFocusBack(dialog);
   // A caller that has gone on to another page has no use for the result.
   const isThere = attempt(() => dialog.caller.document === dialog.callerDocument);
   if (isThere && saysSaved(result)) reloadGrid(dialog.caller);
+}
+
+/** The caller takes the focus at the element that had it, a button that keys have pressed perhaps. */
+function giveFocusBack({ caller, focused }) {
+  attempt(() => caller.focus());
+  if (attempt(() => focused.isConnected)) attempt(() => focused.focus({ preventScroll: true }));
 }
 
 /**
@@ -100,7 +106,8 @@ function listenForEscape(host, dialog) {
 function openOverlay(host, caller, url, width, height) {
   const room = { width: host.innerWidth, height: host.innerHeight };
   const parts = buildOverlay(host.document, dialogSize(width, height, room));
-  const dialog = { ...parts, caller, callerDocument: caller.document };
+  const callerDocument = caller.document;
+  const dialog = { ...parts, caller, callerDocument, focused: callerDocument.activeElement };
   dialog.close = () => closeSoon(host, dialog);
   host.TarloLibrary.dialogs.push(dialog);
   dialog.cross.onclick = () => cancel(host, dialog);

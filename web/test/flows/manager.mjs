@@ -64,6 +64,12 @@ export const tests = {
       assert.equal(await page.evaluate(() => document.activeElement.name), 'Zembra');
       assert.equal(await frame.evaluate(() => SearchTable.getSelectedRowDataID()), '30');
     }
+    await button(frame, '预览').focus();
+    await page.keyboard.press('Enter');
+    await page.locator('dialog[open] iframe').waitFor();
+    await page.locator('.tarlo-dialog-bar button').click();
+    await page.waitForFunction(kNoDialog);
+    assert.match(await frame.evaluate(() => document.activeElement.textContent), /^预览/);
   },
 
   async 'a scheme chosen for the page is kept for its module only'({ page, server }) {
