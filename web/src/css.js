@@ -4,6 +4,9 @@
 
 import { attempt, kStyleAddress } from './library.js';
 
+// The frames of wizards in which a list stands, whose page is to fit its frame.
+const kListFrame = '.tarlo-step iframe[name^=frametest]';
+
 function linkSheet(document) {
   if (document.querySelector(`link[href="${kStyleAddress}"]`)) return;
   const link = document.createElement('link');
@@ -18,4 +21,6 @@ export function install(window) {
   const root = window.document.documentElement;
   const scheme = attempt(() => window.top.document.documentElement.dataset.scheme);
   if (scheme && !root.dataset.scheme) root.dataset.scheme = scheme;
+  if (attempt(() => window.frameElement.matches(kListFrame)))
+    root.classList.add('tarlo-list-frame');
 }
