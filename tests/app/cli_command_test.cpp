@@ -2,16 +2,14 @@
 
 #include "app/exit_code.h"
 #include "app/json_value.h"
+#include "support/text.h"
 
 namespace tarlo::app {
 namespace {
 
+using testing::holds;
 using ::testing::Test;
 using Arguments = std::vector<std::string>;
-
-bool holds(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
 
 // A database with one small table, made by the program itself.
 class CliDatabaseTest : public CliTest {

@@ -1,13 +1,12 @@
 #include "app/cli_fixture.h"
 
 #include "app/exit_code.h"
+#include "support/text.h"
 
 namespace tarlo::app {
 namespace {
 
-bool holds(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
+using testing::holds;
 
 // One demo database for all tests of this file; each works on a copy.
 class CliCompileTest : public CliTest {

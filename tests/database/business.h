@@ -10,7 +10,7 @@ struct Answer {
   std::string expected;
 };
 
-class Business : public testing::Test {
+class Business : public ::testing::Test {
  protected:
   Business() {
     for (const char* sql : {

@@ -19,7 +19,7 @@ GO
 create table Plain (Code int, Name nvarchar(50))
 )";
 
-class Contract : public testing::Test {
+class Contract : public ::testing::Test {
  protected:
   Contract() {
     connection->allowDdl(true);

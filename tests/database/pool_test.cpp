@@ -8,7 +8,7 @@
 namespace tarlo::database::test {
 namespace {
 
-class Pool : public testing::Test {
+class Pool : public ::testing::Test {
  protected:
   Pool() {
     Foreigner owner(folder.file());

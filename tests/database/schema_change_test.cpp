@@ -6,7 +6,7 @@
 namespace tarlo::database::test {
 namespace {
 
-class SchemaChange : public testing::Test {
+class SchemaChange : public ::testing::Test {
  protected:
   SchemaChange() {
     other.run("PRAGMA journal_mode=WAL");

@@ -18,7 +18,7 @@ constexpr std::string_view kSetup[] = {
     " ('Gamma', 2.675, NULL, 2, NULL, '5'), ('delta', 20, '', 3, '2024/3/1', 'x')",
 };
 
-class Semantics : public testing::Test {
+class Semantics : public ::testing::Test {
  protected:
   Semantics() : database_(openDatabase("sqlite::memory:")), lease_(database_->borrow()) {
     lease_->allowDdl(true);

@@ -53,7 +53,7 @@ std::string textOf(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-class Statements : public testing::Test {
+class Statements : public ::testing::Test {
  protected:
   Statements() : database_(openDatabase("sqlite:" + folder_.file(), {.create = true})) {
     database_->addProcedure("Zembra_WorkFlowInstance_IsExistsTempMenu",
@@ -92,19 +92,19 @@ class Statements : public testing::Test {
 };
 
 TEST_F(Statements, OfThePlatformRun) {
-  for (const std::string& sql : tarlo::test::goldenEntries(kGolden + "platform.sql")) {
+  for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + "platform.sql")) {
     expectTaken(sql);
   }
 }
 
 TEST_F(Statements, OfSchemesAndControlsRun) {
-  for (const std::string& sql : tarlo::test::goldenEntries(kGolden + "business.sql")) {
+  for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + "business.sql")) {
     expectTaken(sql);
   }
 }
 
 TEST_F(Statements, WithComputedFieldsRun) {
-  for (const std::string& expression : tarlo::test::goldenLines(kGolden + "expressions.txt")) {
+  for (const std::string& expression : tarlo::testing::goldenLines(kGolden + "expressions.txt")) {
     expectTaken("select " + expression + " as [v] from [UserTb_Contract]");
   }
 }
@@ -126,7 +126,7 @@ TEST_F(Statements, WithLongChainsRun) {
 
 TEST_F(Statements, ThatMustFailAreRefused) {
   for (const char* file : {"refused.sql", "unresolved.sql"}) {
-    for (const std::string& sql : tarlo::test::goldenEntries(kGolden + file)) {
+    for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + file)) {
       EXPECT_NE(run(sql), "") << "taken: " << sql;
     }
   }

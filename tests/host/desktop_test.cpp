@@ -2,49 +2,38 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
-#include "database/script.h"
-#include "frame/local_page.h"
 #include "host/desktop/desktop_data.h"
-#include "support/temporary_folder.h"
+#include "support/database_page.h"
+#include "support/schema_files.h"
+#include "support/text.h"
 #include "variant/convert.h"
 
 namespace tarlo::host {
 namespace {
 
+using testing::holds;
+
 // The demo company: user 3 designs schemes, user 22 sells and does not, user 24 may not open 211.
-class DesktopTest : public ::testing::Test {
+class DesktopTest : public ::testing::Test, public testing::DatabasePage {
  protected:
-  DesktopTest()
-      : connection_("sqlite:" + (folder_.path() / "demo.db").string()),
-        local_(databases_, connection_) {
+  DesktopTest() {
     for (const char* script :
-         {"tables/10_schemes", "tables/20_dictionary", "tables/30_organisation",
-          "tables/40_workflow", "demo/10_organisation", "demo/15_workflow"}) {
-      std::ifstream file(std::string(TARLO_TEST_DATA "/../../schema/") + script + ".sql");
-      EXPECT_TRUE(file) << script;
-      run({std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+         {"tables/10_schemes.sql", "tables/20_dictionary.sql", "tables/30_organisation.sql",
+          "tables/40_workflow.sql", "demo/10_organisation.sql", "demo/15_workflow.sql"}) {
+      runScript(testing::schemaFile(script));
     }
     signIn("3");
   }
 
-  void run(const std::string& script) {
-    database::Lease lease = databases_.find(connection_).borrow();
-    lease->allowDdl(true);
-    database::runScript(*lease, script);
-  }
-  void signIn(const Variant& user) { local_.session()["usrID"] = user; }
-  std::string session(const char* key) { return variant::spliced(local_.session()[key]); }
-  Page& page() { return local_.page(); }
+  void signIn(const Variant& user) { local().session()["usrID"] = user; }
+  std::string session(const char* key) { return variant::spliced(local().session()[key]); }
 
   // What one page writes.
   template <class Write>
   std::string text(Write write) {
     page().response.clear();
     write();
-    return local_.written();
+    return local().written();
   }
   std::string opened(const char* id) {
     return text([&] { openMenu(page(), id); });
@@ -52,16 +41,7 @@ class DesktopTest : public ::testing::Test {
   std::string shell() {
     return text([&] { writeShell(page()); });
   }
-
-  testing::TemporaryFolder folder_;
-  std::string connection_;
-  database::Registry databases_{database::OpenOptions{.create = true}};
-  frame::LocalPage local_;
 };
-
-bool holds(const std::string& text, std::string_view piece) {
-  return text.find(piece) != std::string::npos;
-}
 
 // "1(2 3)": the numbers, children in brackets.
 std::string outline(const std::vector<MenuEntry>& entries) {
@@ -92,7 +72,8 @@ TEST_F(DesktopTest, MenuTreeFollowsPermissions) {
 TEST_F(DesktopTest, MenuTreeTakesBrokenTables) {
   // A second permission row for one entry, an entry below a folder that is not granted, one below
   // nothing, a circle, an entry without a name, and a permission that is neither given nor refused.
-  run("INSERT INTO Zembra_Permission (Permission_UserID, Permission_MenuID) VALUES (22, 2)\nGO\n"
+  runScript(
+      "INSERT INTO Zembra_Permission (Permission_UserID, Permission_MenuID) VALUES (22, 2)\nGO\n"
       "INSERT INTO Zembra_Permission (Permission_UserID, Permission_MenuID) VALUES (22, 128)\nGO\n"
       "SET IDENTITY_INSERT Zembra_Menu ON\nGO\n"
       "INSERT INTO Zembra_Menu (Menu_ID, Menu_Name, Menu_Href, Menu_ParentID, Menu_Order) VALUES\n"
@@ -107,7 +88,7 @@ TEST_F(DesktopTest, MenuTreeTakesBrokenTables) {
 
 TEST_F(DesktopTest, OpenMenuNotesTheModuleAndLeadsOn) {
   EXPECT_TRUE(holds(opened("127"), "location.replace(\"/TarloQuery.Zembra?action=ctrlSearch\")"));
-  EXPECT_TRUE(local_.session()["usrICID"].isText());
+  EXPECT_TRUE(local().session()["usrICID"].isText());
   EXPECT_EQ(session("usrICID"), "127");
   // A folder shows what the user may open in it.
   signIn("14");
@@ -136,7 +117,7 @@ TEST_F(DesktopTest, OpenMenuRefuses) {
                {"3 or 1=1", "2"}};
   for (const auto& row : kRows) {
     signIn(row.user);
-    local_.session()["usrICID"] = "2";
+    local().session()["usrICID"] = "2";
     const std::string text = opened(row.menu);
     EXPECT_TRUE(holds(text, "没有使用它的权限")) << row.user << '/' << row.menu;
     EXPECT_FALSE(holds(text, "location")) << row.menu;
@@ -153,8 +134,9 @@ TEST_F(DesktopTest, OpenMenuTakesAddressesOfPagesOnly) {
                {" JavaScript:alert(1)", false}, {"java\tscript:alert(1)", false},
                {"data:text/html,x", false}};
   for (const auto& row : kRows) {
-    run("UPDATE Zembra_Menu SET Menu_Href = '" + std::string(row.href) + "' WHERE Menu_ID = 2");
-    local_.session()["usrICID"] = "0";
+    runScript("UPDATE Zembra_Menu SET Menu_Href = '" + std::string(row.href) +
+              "' WHERE Menu_ID = 2");
+    local().session()["usrICID"] = "0";
     EXPECT_EQ(holds(opened("2"), "location.replace"), row.opens) << row.href;
     EXPECT_EQ(session("usrICID"), row.opens ? "2" : "0") << row.href;
   }
@@ -162,11 +144,12 @@ TEST_F(DesktopTest, OpenMenuTakesAddressesOfPagesOnly) {
 
 TEST_F(DesktopTest, HostileTextStaysText) {
   const std::string hostile = "\"><script>x()</script>&''";
-  run("UPDATE Zembra_User SET User_Name = N'" + hostile + "' WHERE User_ID = 3\nGO\n" +
-      "UPDATE Zembra_Group SET Group_name = N'" + hostile + "' WHERE Group_ID = 8\nGO\n" +
-      "UPDATE Zembra_Menu SET Menu_Name = N'" + hostile + "', Menu_Desc = N'" + hostile +
-      "'\nGO\nUPDATE Zembra_Menu SET Menu_Href = N'/a" + hostile + "' WHERE Menu_ID = 2\nGO\n" +
-      "UPDATE Zembra_MyTask_Record SET MT_Topic = N'" + hostile + "' WHERE MT_UserID = '3'\nGO\n");
+  runScript("UPDATE Zembra_User SET User_Name = N'" + hostile + "' WHERE User_ID = 3\nGO\n" +
+            "UPDATE Zembra_Group SET Group_name = N'" + hostile + "' WHERE Group_ID = 8\nGO\n" +
+            "UPDATE Zembra_Menu SET Menu_Name = N'" + hostile + "', Menu_Desc = N'" + hostile +
+            "'\nGO\nUPDATE Zembra_Menu SET Menu_Href = N'/a" + hostile +
+            "' WHERE Menu_ID = 2\nGO\n" + "UPDATE Zembra_MyTask_Record SET MT_Topic = N'" +
+            hostile + "' WHERE MT_UserID = '3'\nGO\n");
   const auto pane = [&] { writePane(page()); };
   const auto form = [&] { writeSignInPage(page(), hostile, hostile); };
   for (const std::string& text :
@@ -179,7 +162,8 @@ TEST_F(DesktopTest, HostileTextStaysText) {
 }
 
 TEST_F(DesktopTest, StartPageShowsOwnOpenTasksAndSchemesToDesignersOnly) {
-  run("INSERT INTO Zembra_MyTask_Record (MT_UserID, MT_Status, MT_Topic, MT_StartDate,\n"
+  runScript(
+      "INSERT INTO Zembra_MyTask_Record (MT_UserID, MT_Status, MT_Topic, MT_StartDate,\n"
       "  MT_PlanEndDate) VALUES ('3', 1, N'还没开始', '2999-01-01', '2999-02-01'),\n"
       "  ('3', 1, N'没有期限', '2020-01-01', NULL), ('3', 1, N'早该完成', '2020-01-01', "
       "'2020-02-01')"
@@ -204,8 +188,8 @@ TEST_F(DesktopTest, SchemeComesFromTheCookieElseFromTheSession) {
   } kRows[] = {{"", "", "sea", ""},    {"3", "", "orange", "3"}, {"", "2", "olive", "2"},
                {"4", "2", "sun", "4"}, {"9", "2", "olive", "2"}, {"1\"", "x", "sea", "x"}};
   for (const auto& row : kRows) {
-    local_.request()["tarloStyle"] = row.cookie;
-    local_.session()["usrStyle"] = row.before;
+    local().request()["tarloStyle"] = row.cookie;
+    local().session()["usrStyle"] = row.before;
     EXPECT_TRUE(holds(shell(), "data-scheme=\"" + std::string(row.word) + '"')) << row.cookie;
     EXPECT_EQ(session("usrStyle"), row.after) << row.cookie;
   }

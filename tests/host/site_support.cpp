@@ -2,23 +2,13 @@
 
 #include <spdlog/sinks/ostream_sink.h>
 
-#include <fstream>
-#include <stdexcept>
-
 #include "database/script.h"
+#include "support/schema_files.h"
 #include "variant/text.h"
 
 namespace tarlo::host::testing {
 
 namespace {
-
-std::string schemaFile(const std::string& name) {
-  std::ifstream in(std::string(TARLO_TEST_DATA) + "/../../schema/" + name);
-  if (!in) throw std::runtime_error("no schema file " + name);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
 
 // Made once: a site starts from a copy.
 const std::filesystem::path& templateDatabase() {
@@ -31,7 +21,7 @@ const std::filesystem::path& templateDatabase() {
     for (const char* script :
          {"tables/10_schemes.sql", "tables/20_dictionary.sql", "tables/30_organisation.sql",
           "tables/40_workflow.sql", "tables/60_sign_in.sql", "demo/10_organisation.sql"})
-      database::runScript(*connection, schemaFile(script));
+      database::runScript(*connection, tarlo::testing::schemaFile(script));
     return path;
   }();
   return file;

@@ -74,7 +74,7 @@ TEST(ActionHelp, JoinsTheRowsOfTheSessionsModule) {
   Page& page = data.page();
   page.session.put("usrICID", 7);
   EXPECT_NE(errorOf([&] { getActionHelp(page, "go"); }), 0);  // not swallowed
-  data.createTables(
+  data.runScript(
       "CREATE TABLE Zembra_Functions (Func_ID int, Func_MenuID int, Func_Action nvarchar(50))\nGO\n"
       "CREATE TABLE Zembra_SubHelp (SubHelp_ID int, SubHelp_FuncID int, SubHelp_title "
       "nvarchar(50), "

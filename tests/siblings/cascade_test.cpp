@@ -16,7 +16,7 @@ class Cascade : public ::testing::Test {
         {"text", "[Customer].[City]"}, {"condition", "Zembra_Flag <> 0"}, {"parent", "1"}};
     for (const auto& [key, value] : usual) data_.ask(key, value);
     for (const auto& [key, value] : changes) data_.ask(key, value);
-    return data_.written([&] { sendCascadeOptions(data_.page()); });
+    return data_.writtenBy([&] { sendCascadeOptions(data_.page()); });
   }
   testing::DictionaryDatabase data_;
 };

@@ -6,25 +6,15 @@
 #include "frame/sibling_calls.h"
 #include "siblings/single_dialog.h"
 #include "siblings/web_dialog.h"
+#include "support/errors.h"
+#include "support/text.h"
 
 namespace tarlo::siblings {
 namespace {
 
 using frame::callMethod;
-
-bool holds(std::string_view text, std::string_view part) {
-  return text.find(part) != std::string_view::npos;
-}
-
-template <class Step>
-int errorOf(Step&& step) {
-  try {
-    step();
-    return 0;
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-}
+using testing::errorOf;
+using testing::holds;
 
 class Dialogs : public ::testing::Test {
  protected:

@@ -4,59 +4,38 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include <nlohmann/json.hpp>
 
-#include "database/script.h"
 #include "frame/context_object.h"
-#include "frame/data.h"
-#include "frame/local_page.h"
 #include "frame/sibling_calls.h"
 #include "siblings/siblings.h"
-#include "support/temporary_folder.h"
+#include "support/database_page.h"
+#include "support/schema_files.h"
 #include "variant/convert.h"
 #include "variant/text.h"
 
 namespace tarlo::testing {
 
-class GridPage : public ::testing::Test {
+class GridPage : public ::testing::Test, public DatabasePage {
  protected:
   using Json = nlohmann::json;
 
-  GridPage()
-      : connectionString_("sqlite:" + (folder_.path() / "grid.db").string()),
-        local_(databases_, connectionString_) {
-    database::OpenOptions options;
-    options.create = true;
-    const auto database = database::openDatabase(connectionString_, options);
-    auto connection = database->borrow();
-    connection->allowDdl(true);
-    for (const char* name : {"10_schemes.sql", "20_dictionary.sql", "30_organisation.sql",
-                             "40_workflow.sql", "50_services.sql"}) {
-      std::ifstream file(std::string(TARLO_TEST_DATA) + "/../../schema/tables/" + name);
-      std::stringstream text;
-      text << file.rdbuf();
-      database::runScript(*connection, text.str());
-    }
-    connection->execute(
-        "insert into Zembra_Dict_TableDir (TD_Name,Zembra_Flag) values ('销售',1),('采购',1)");
+  GridPage() {
+    for (const std::string& script : platformTables()) runScript(script);
+    execute("insert into Zembra_Dict_TableDir (TD_Name,Zembra_Flag) values ('销售',1),('采购',1)");
     for (int i = 1; i <= 40; ++i) addScheme("方案" + std::to_string(i), i % 2, i);
   }
 
-  Page& page() { return local_.page(); }
-
   // The number is also the day of the writing date.
   void addScheme(const std::string& name, int system, int number) {
-    frame::execSQL(
-        page(),
+    execute(
         "insert into Zembra_Query_Main (Query_Name,Query_System,Query_Dic,Zembra_WriteDate) "
         "values ('" +
-            variant::replace(name, "'", "''") + "'," + std::to_string(system) + ",1,DATEADD(day," +
-            std::to_string(number) + ",'2024-01-01'))");
+        variant::replace(name, "'", "''") + "'," + std::to_string(system) + ",1,DATEADD(day," +
+        std::to_string(number) + ",'2024-01-01'))");
   }
 
   std::shared_ptr<Object> make(std::string_view progId) {
@@ -100,13 +79,13 @@ class GridPage : public ::testing::Test {
 
   // The answer to a request with the values given, as text.
   std::string ask(std::string_view action, const std::map<std::string, std::string>& values) {
-    local_.request().clear();
-    for (const auto& [name, value] : values) local_.request()[name] = value;
-    const std::size_t before = local_.written().size();
-    for (const auto& operation : siblings::pageOperations()) {
-      if (operation.component == "TarloTable" && operation.name == action) operation.run(page());
-    }
-    return local_.written().substr(before);
+    local().request().clear();
+    for (const auto& [name, value] : values) local().request()[name] = value;
+    return writtenBy([&] {
+      for (const auto& operation : siblings::pageOperations()) {
+        if (operation.component == "TarloTable" && operation.name == action) operation.run(page());
+      }
+    });
   }
   Json rows(const std::string& key, std::map<std::string, std::string> values = {}) {
     values["grid"] = key;
@@ -121,11 +100,6 @@ class GridPage : public ::testing::Test {
     }
     return all;
   }
-
-  TemporaryFolder folder_;
-  std::string connectionString_;
-  database::Registry databases_;
-  frame::LocalPage local_;
 };
 
 }  // namespace tarlo::testing

@@ -31,7 +31,7 @@ TEST_F(Grid, DrawsItsFirstPageAtOnce) {
   callMethod(*table, "addActions", {"新增", "新增...", "addRecord()", "btnX"});
   table->put("onRowDoubleClick", "ShowDetail()");
   callMethod(*table, "WriteTable");
-  const std::string html = local_.written();
+  const std::string html = local().written();
   EXPECT_NE(html.find("<tr id=\"SearchTable_row1\" dataID=\"40\"><td>方案40</td><td>销售</td>"
                       "<td>用户</td><td>2024-02-10</td></tr>"),
             std::string::npos)
@@ -115,7 +115,7 @@ TEST_F(Grid, PagesSortsAndSearches) {
     EXPECT_EQ(answer.value("total", -1), row.total) << answer;
     EXPECT_EQ(answer.value("page", -1), row.page);
   }
-  EXPECT_EQ(local_.headers().at("Content-Type"), "application/json; charset=utf-8");
+  EXPECT_EQ(local().headers().at("Content-Type"), "application/json; charset=utf-8");
 }
 
 TEST_F(Grid, TakesSearchTextAsText) {
@@ -237,7 +237,7 @@ TEST_F(Grid, ExportsTheViewForSpreadsheets) {
       "方案1,销售,系统,2024-01-02\r\n";
   EXPECT_EQ(csv.substr(0, start.size()), start);
   EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 25);
-  EXPECT_EQ(local_.headers().at("Content-Type"), "text/csv; charset=utf-8");
+  EXPECT_EQ(local().headers().at("Content-Type"), "text/csv; charset=utf-8");
 }
 
 TEST_F(Grid, KeepsAtMostSoManyGridsOfASession) {
@@ -252,11 +252,11 @@ TEST_F(Grid, KeepsAtMostSoManyGridsOfASession) {
 
 // The page as a designer gets it, with its menu and its grid.
 TEST_F(Grid, ServesTheManagerOfSchemes) {
-  local_.session()["usrICID"] = 31;
-  local_.session()["usrID"] = 1;
-  for (const auto& each : progIds()) local_.registerObject(std::string(each.name), each.make);
+  local().session()["usrICID"] = 31;
+  local().session()["usrID"] = 1;
+  for (const auto& each : progIds()) local().registerObject(std::string(each.name), each.make);
   scheme::ctrlSearch(page());
-  const std::string html = local_.written();
+  const std::string html = local().written();
   EXPECT_NE(html.find("role=\"menubar\""), std::string::npos);
   const Json set = settings(html);
   EXPECT_EQ(set.at("error"), "");

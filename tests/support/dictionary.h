@@ -2,15 +2,11 @@
 // A database file with the dictionary of a small business, its data and the scheme tables, and a
 // page context on it. Ids are fixed, so that tests can name them.
 
-#include <filesystem>
 #include <string>
 #include <string_view>
 
-#include "database/database.h"
-#include "database/script.h"
-#include "frame/data.h"
-#include "frame/local_page.h"
-#include "support/temporary_folder.h"
+#include "support/database_page.h"
+#include "support/errors.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 
@@ -69,38 +65,14 @@ insert into Zembra_DataDict_Relation (Zembra_ID,DDR_MainTableID,DDR_MainFieldID,
 GO
 )sql";
 
-class DictionaryDatabase {
+class DictionaryDatabase : public DatabasePage {
  public:
-  DictionaryDatabase()
-      : connectionString_("sqlite:" + (folder_.path() / "business.db").string()),
-        page_(databases_, connectionString_) {
-    database::OpenOptions options;
-    options.create = true;
-    const auto database = database::openDatabase(connectionString_, options);
-    auto connection = database->borrow();
-    connection->allowDdl(true);
+  DictionaryDatabase() {
     for (std::string_view script : {kDictionaryTables, kBusinessTables, kDictionaryRows}) {
-      database::runScript(*connection, script);
+      runScript(script);
     }
   }
 
-  Page& page() { return page_.page(); }
-  void execute(std::string_view sql) { frame::execSQL(page(), Variant(sql)); }
-  void ask(std::string_view key, const Variant& value) {
-    page_.request()[std::string(key)] = value;
-  }
-  // What the step writes into the page.
-  template <class Step>
-  std::string written(Step&& step) {
-    const std::size_t before = page_.written().size();
-    step();
-    return page_.written().substr(before);
-  }
-  void createTables(std::string_view script) {
-    database::Lease connection = frame::borrowConnection(page());
-    connection->allowDdl(true);
-    database::runScript(*connection, script);
-  }
   // Adds a live field of an ordinary kind.
   void addField(int id, int table, std::string_view name, std::string_view display) {
     execute(
@@ -124,12 +96,6 @@ class DictionaryDatabase {
     execute("update Zembra_DataDict_" + std::string(what) +
             " set Zembra_Flag=0 where Zembra_ID=" + std::to_string(id));
   }
-
- private:
-  TemporaryFolder folder_;
-  std::string connectionString_;
-  database::Registry databases_;
-  frame::LocalPage page_;
 };
 
 // A rows table on one line: cells joined by ",", rows by " | "; "Null" and "Empty" for these.
@@ -147,17 +113,6 @@ inline std::string textOf(const Variant& value) {
     }
   }
   return text;
-}
-
-// The number of the run-time error that a step raises, 0 when it raises none.
-template <class Step>
-int errorOf(Step&& step) {
-  try {
-    step();
-    return 0;
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
 }
 
 }  // namespace tarlo::testing

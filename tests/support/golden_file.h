@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace tarlo::test {
+namespace tarlo::testing {
 
 inline std::vector<std::string> fileLines(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -42,4 +42,4 @@ inline std::vector<std::string> goldenLines(const std::string& path) {
   return lines;
 }
 
-}  // namespace tarlo::test
+}  // namespace tarlo::testing

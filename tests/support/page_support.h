@@ -5,11 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "database/script.h"
 #include "frame/context_object.h"
-#include "frame/data.h"
-#include "frame/local_page.h"
-#include "support/temporary_folder.h"
+#include "support/database_page.h"
 #include "variant/convert.h"
 #include "variant/text.h"
 
@@ -87,51 +84,24 @@ class RecordingObject : public Object {
   Variant title_;
 };
 
-// What the step writes into the page.
-template <class Step>
-std::string writtenInto(const frame::LocalPage& page, Step&& step) {
-  const std::size_t before = page.written().size();
-  step();
-  return page.written().substr(before);
-}
-
-class PageDatabase {
+class PageDatabase : public DatabasePage {
  public:
-  PageDatabase()
-      : connectionString_("sqlite:" + (folder_.path() / "pages.db").string()),
-        page_(databases_, connectionString_) {
-    database::OpenOptions options;
-    options.create = true;
-    const auto database = database::openDatabase(connectionString_, options);
-    auto connection = database->borrow();
-    connection->allowDdl(true);
-    database::runScript(*connection, kPageTables);
-    page_.session()["usrID"] = 1;
-    page_.session()["usrICID"] = 101;
+  PageDatabase() {
+    runScript(kPageTables);
+    local().session()["usrID"] = 1;
+    local().session()["usrICID"] = 101;
     registerRecorder("TarloTable.table", "grid");
     registerRecorder("Tarlo.menu", "menu");
   }
 
-  Page& page() { return page_.page(); }
   void setSession(std::string_view key, const Variant& value) { page().session.put(key, value); }
-  void execute(std::string_view sql) { frame::execSQL(page(), Variant(sql)); }
-  const frame::LocalPage& local() const { return page_; }
-  // What the step writes.
-  template <class Step>
-  std::string writtenBy(Step&& step) {
-    return writtenInto(page_, std::forward<Step>(step));
-  }
 
  private:
   void registerRecorder(std::string progId, std::string name) {
-    page_.registerObject(std::move(progId),
-                         [this, name] { return std::make_shared<RecordingObject>(page(), name); });
+    local().registerObject(std::move(progId), [this, name] {
+      return std::make_shared<RecordingObject>(page(), name);
+    });
   }
-
-  TemporaryFolder folder_;
-  std::string connectionString_;
-  database::Registry databases_;
-  frame::LocalPage page_;
 };
 
 }  // namespace tarlo::testing

@@ -39,27 +39,27 @@ void compare(const std::string& name, const std::vector<std::string>& statements
     for (const std::string& result : results) out << result << "\nGO\n";
     return;
   }
-  const std::vector<std::string> expected = test::goldenEntries(path);
+  const std::vector<std::string> expected = testing::goldenEntries(path);
   ASSERT_EQ(results.size(), expected.size());
   for (std::size_t i = 0; i < results.size(); ++i) EXPECT_EQ(results[i], expected[i]);
 }
 
 TEST(ParserGolden, Taken) {
   for (const std::string name : {"language", "platform", "business", "unresolved"}) {
-    compare(name, test::goldenEntries(kFolder + name + ".sql"), false);
+    compare(name, testing::goldenEntries(kFolder + name + ".sql"), false);
   }
 }
 
 TEST(ParserGolden, TakenAsComputedFields) {
   std::vector<std::string> statements;
-  for (const std::string& expression : test::goldenLines(kFolder + "expressions.txt")) {
+  for (const std::string& expression : testing::goldenLines(kFolder + "expressions.txt")) {
     statements.push_back("select " + expression + " as [v] from [UserTb_Contract]");
   }
   compare("expressions", statements, false);
 }
 
 TEST(ParserGolden, Refused) {
-  compare("refused", test::goldenEntries(kFolder + "refused.sql"), true);
+  compare("refused", testing::goldenEntries(kFolder + "refused.sql"), true);
 }
 
 TEST(Parser, ListsTheLiteralsThatAreNoNode) {

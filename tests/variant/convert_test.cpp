@@ -4,22 +4,14 @@
 
 #include <limits>
 
+#include "support/errors.h"
 #include "variant/array.h"
 #include "variant/runtime_error.h"
 
 namespace tarlo::variant {
 namespace {
 
-// The number of the error that the step raises, 0 when it raises none.
-template <class Step>
-int errorOf(Step&& step) {
-  try {
-    step();
-    return 0;
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-}
+using testing::errorOf;
 
 TEST(ToText, DoublesHaveNoExponentAndNoTrailingZeros) {
   const std::pair<double, std::string> rows[] = {
