@@ -12,7 +12,7 @@
 #include "app/exit_code.h"
 #include "app/new_file.h"
 #include "app/platform_scripts.h"
-#include "variant/text.h"
+#include "variant/sql_text.h"
 
 namespace tarlo::app {
 namespace {
@@ -34,7 +34,7 @@ constexpr const char* kFooter =
 
 void storeStatement(database::Connection& connection, const DemoStatement& scheme) {
   connection.execute(fmt::format("update Zembra_Query_Main set Query_Fields='{}' where Query_ID={}",
-                                 variant::replace(scheme.statement, "'", "''"), scheme.schemeId));
+                                 variant::doubledQuotes(scheme.statement), scheme.schemeId));
 }
 
 void refuseWhenThere(database::Connection& connection, const std::string& name) {

@@ -21,7 +21,7 @@
 #include "variant/convert.h"
 #include "variant/display_width.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
+#include "variant/sql_text.h"
 
 namespace tarlo::app {
 namespace {
@@ -75,7 +75,7 @@ class Propagation {
     const bool isId = !word.empty() && word.size() <= 9 &&
                       word.find_first_not_of("0123456789") == std::string::npos;
     const std::string condition =
-        isId ? "Zembra_ID=" + word : "DDT_Name='" + variant::replace(word, "'", "''") + "'";
+        isId ? "Zembra_ID=" + word : "DDT_Name='" + variant::doubledQuotes(word) + "'";
     const Variant rows = frame::execSQLRows(
         page(), "select Zembra_ID from Zembra_DataDict_Table where " + condition);
     if (rows.isArray()) return variant::toInt32(rows.array().at(0, 0));

@@ -6,7 +6,7 @@
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
+#include "variant/sql_text.h"
 
 namespace tarlo::compile {
 namespace {
@@ -28,7 +28,7 @@ bool updateScheme(Page& page, const Variant& tableid, const Array& schemes, std:
   errors.run([&] { frame::execSQL(page, statement, frame::kCommandText); });
   if (errors.failed()) return false;
   Variant update("update Zembra_Query_Main set Query_Fields='" +
-                 variant::replace(spliced(statement), "'", "''") + "',Zembra_ModiDate='" +
+                 variant::doubledQuotes(spliced(statement)) + "',Zembra_ModiDate='" +
                  frame::currentDateTimeText() + "' where Query_ID=" + spliced(schemes.at(0, row)));
   return errors.run([&] { frame::execSQLLogged(page, update, frame::kCommandText); });
 }

@@ -57,9 +57,8 @@ std::string templatesOn(const std::string& related, const std::string& field) {
 }
 
 Variant mainTableOf(Page& page, const std::string& scheme) {
-  const Variant rows = frame::execSQLRows(
+  return frame::firstCell(
       page, Variant("select Query_MainTBID from Zembra_Query_Main where Query_ID=" + scheme));
-  return rows.isArray() ? rows.array().at(0, 0) : Variant();
 }
 
 // "" when the scheme has no main table or no relation leaves it.

@@ -2,6 +2,7 @@
 
 #include "control/control_statement.h"
 #include "variant/convert.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::control {
@@ -31,7 +32,7 @@ ControlColumns postedColumns(Page& page) {
 }
 
 void describeColumns(Page& page, const ControlColumns& columns, ControlRow& row) {
-  const std::string list = variant::replace(posted(page, "CField"), "'", "''");
+  const std::string list = variant::doubledQuotes(posted(page, "CField"));
   const auto captions = variant::split(list, ",");
   const Caption value = captionOf(captions, 0);
   const Caption text = captionOf(captions, 1);

@@ -3,6 +3,7 @@
 #include "control/control_filter.h"
 #include "frame/data.h"
 #include "variant/convert.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::control {
@@ -55,7 +56,7 @@ bool isNameTaken(Page& page, const ControlRow& row) {
 
 void readNameAndRemark(Page& page, ControlRow& row) {
   const auto doubled = [&](std::string_view key) {
-    return variant::replace(variant::spliced(page.request.value(key)), "'", "''");
+    return variant::doubledQuotes(variant::spliced(page.request.value(key)));
   };
   row.name = doubled("QF_Name");
   row.remark = doubled("QF_Desc");

@@ -12,6 +12,7 @@
 #include "services/data_sources.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::control {
@@ -28,7 +29,7 @@ constexpr DropDownLook kTemplateDropDown = {
 
 // Whether a live control scheme is made of the statement.
 bool isStored(Page& page, const std::string& statement) {
-  const std::string literal = variant::replace(statement, "'", "''");
+  const std::string literal = variant::doubledQuotes(statement);
   return frame::execSQLRows(
              page, Variant("select top 1 QF_ID from Zembra_Query_Field where Zembra_Flag <> 0 and "
                            "(QF_Relation = '" +

@@ -14,6 +14,7 @@
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::control {
@@ -34,10 +35,6 @@ constexpr std::string_view kCascadeSaved =
     "top.window.close();</script>";
 constexpr std::string_view kSaved =
     "        window.top.switchStep(); \r\nparent.dialogArguments.window.location.reload();";
-
-std::string doubled(std::string_view text) {
-  return replace(text, "'", "''");
-}
 
 // The row that was posted, for the scheme `id`.
 ControlRow postedRow(Page& page, ControlKind kind) {
@@ -112,7 +109,7 @@ void savesearch_UsrField1(Page& page) {
   page.response.write("<script>");
   if (isGood) {
     sql.append(kPartMark).append(spliced(page.request.value("relfield")));
-    row.definition = doubled(sql);
+    row.definition = variant::doubledQuotes(sql);
     page.response.write(store(page, row));
   } else {
     page.response.write(kRefusedDropDown);
@@ -146,7 +143,7 @@ void savesearch_UsrField3(Page& page) {
   if (sql.empty()) {
     page.response.write(kNotSaveable);
   } else {
-    row.definition = doubled(sql) + std::string(kPartMark) + postedTitles(page);
+    row.definition = variant::doubledQuotes(sql) + std::string(kPartMark) + postedTitles(page);
     page.response.write(store(page, row));
   }
   page.response.write("</script>");

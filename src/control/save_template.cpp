@@ -5,6 +5,7 @@
 #include "control/template_definition.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::control {
@@ -51,7 +52,7 @@ std::string saveDropDown(Page& page) {
   std::string tested = sql;
   if (!runs(page, err, tested)) return std::string(kNotSaveable);
   if (isNameTaken(page, row)) return std::string(kNameTaken);
-  row.definition = replace(sql, "'", "''");
+  row.definition = variant::doubledQuotes(sql);
   if (!isStored(page, row)) return std::string(kNotSaved);
   return std::string(kReloadOpenerGrid).append(kNextStep);
 }

@@ -46,11 +46,14 @@ std::string withoutRows(const std::string& statement) {
 
 Variant kindOf(Page& page) {
   ErrorState err;
-  const Variant rows = err.value([&] {
-    return frame::execSQLRows(page, "select QF_FieldType from Zembra_Query_Field where QF_ID = " +
-                                        spliced(page.request.value("id")));
+  Variant kind(1);
+  err.run([&] {
+    kind = frame::firstCell(page,
+                            "select QF_FieldType from Zembra_Query_Field where QF_ID = " +
+                                spliced(page.request.value("id")),
+                            kind);
   });
-  return rows.isArray() ? rows.array().at(0, 0) : Variant(1);
+  return kind;
 }
 
 // How a control's body is laid out.

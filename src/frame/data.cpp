@@ -41,6 +41,11 @@ Variant execSQLRows(Page& page, const Variant& sql) {
   return connection->open(commandText(sql, buffer))->getRows();
 }
 
+Variant firstCell(Page& page, const Variant& sql, const Variant& otherwise) {
+  const Variant rows = execSQLRows(page, sql);
+  return rows.isArray() ? rows.array().at(0, 0) : otherwise;
+}
+
 Variant execSQL(Page& page, const Variant& sql, int commandType) {
   database::Lease connection = borrowConnection(page);
   return runCommand(*connection, sql, commandType);

@@ -19,6 +19,8 @@ database::Lease borrowConnection(Page& page);
 
 // The rows as (column, row), both from 0, or Empty when there are none.
 Variant execSQLRows(Page& page, const Variant& sql);
+// The first column of the first row; `otherwise` when there are no rows.
+Variant firstCell(Page& page, const Variant& sql, const Variant& otherwise = {});
 // Runs a statement that is not to be logged. Gives the field NeoID when the text ends in "NeoID"
 // (case counts), else Empty.
 Variant execSQL(Page& page, const Variant& sql, int commandType = kCommandText);

@@ -22,12 +22,12 @@ Variant lookUpById(Page& page, std::string_view statement, const Variant& id) {
   return errors.failed() ? Variant(variant::Null{}) : rows;
 }
 
-// Element (0,0), or -1 when the statement gives no row or fails.
-Variant firstCell(Page& page, const std::string& statement) {
+// The first cell, or -1 when the statement gives no row or fails.
+Variant firstCellOrNone(Page& page, const std::string& statement) {
   ErrorState errors;
-  Variant rows;
-  errors.run([&] { rows = frame::execSQLRows(page, Variant(statement)); });
-  return rows.isArray() ? rows.array().at(0, 0) : Variant(-1);
+  Variant cell(-1);
+  errors.run([&] { cell = frame::firstCell(page, Variant(statement), Variant(-1)); });
+  return cell;
 }
 
 // `name` without its brackets when it starts with one. "[" alone raises error 5.
@@ -103,10 +103,10 @@ Variant getFieldDesc(Page& page, const Variant& fieldname) {
   std::string_view field = pieces.size() < 2 ? "" : pieces[1];
   errors.run([&] { table = withoutBrackets(table); });
   errors.run([&] { field = withoutBrackets(field); });
-  return firstCell(page, joined({"select a.DDF_CName from Zembra_DataDict_Field as a,"
-                                 "Zembra_DataDict_Table as b"
-                                 " where a.DDF_TableID=b.Zembra_ID and a.DDF_Name='",
-                                 field, "' and b.DDT_Name='", table, "'"}));
+  return firstCellOrNone(page, joined({"select a.DDF_CName from Zembra_DataDict_Field as a,"
+                                       "Zembra_DataDict_Table as b"
+                                       " where a.DDF_TableID=b.Zembra_ID and a.DDF_Name='",
+                                       field, "' and b.DDT_Name='", table, "'"}));
 }
 
 Variant getTableDesc(Page& page, Variant& tablename) {
@@ -116,7 +116,7 @@ Variant getTableDesc(Page& page, Variant& tablename) {
   errors.run([&] { name = std::string(withoutBrackets(name)); });
   // Null trims to Null, and an array cannot be trimmed: both stay as the caller gave them.
   if (!tablename.isNull() && !tablename.isArray() && !tablename.isObject()) tablename = name;
-  return firstCell(
+  return firstCellOrNone(
       page, joined({"select DDT_CName from Zembra_DataDict_Table where DDT_Name='", name, "'"}));
 }
 

@@ -91,7 +91,7 @@ std::shared_ptr<Object> makeMenu(Page& page, std::string_view title) {
 }
 
 // The pane's text as a piece of a single-quoted script string.
-std::string scriptText(std::string_view text) {
+std::string paneScript(std::string_view text) {
   return variant::replace(variant::replace(text, "'", "\\'"), "\r\n", "\\n");
 }
 
@@ -101,7 +101,7 @@ void writeSidePane(Page& page, SidePane pane) {
   const bool isLinks = pane == SidePane::Links;
   const std::string text =
       isLinks ? variant::spliced(showLinksq(page, "")) : frame::getOEMInfoHTML(page);
-  (isLinks ? links : oem).write(page.response, {{"text", scriptText(text)}});
+  (isLinks ? links : oem).write(page.response, {{"text", paneScript(text)}});
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::scheme {
@@ -29,9 +30,7 @@ constexpr std::string_view kSaved =
 
 SchemeRow postedRow(Page& page) {
   const auto value = [&](std::string_view key) { return spliced(page.request.value(key)); };
-  const auto doubled = [&](std::string_view key) {
-    return variant::replace(value(key), "'", "''");
-  };
+  const auto doubled = [&](std::string_view key) { return variant::doubledQuotes(value(key)); };
   SchemeRow row;
   row.isChange = value("type") == "1";
   row.id = value("prikeyid");
@@ -55,10 +54,9 @@ bool isNameInUse(Page& page, const SchemeRow& row) {
 }
 
 std::string keyFieldOf(Page& page, const Variant& table) {
-  const Variant rows = frame::execSQLRows(
+  return spliced(frame::firstCell(
       page, "select Zembra_ID from Zembra_DataDict_Field where DDF_TableID=" + spliced(table) +
-                " and DDF_Type=1");
-  return rows.isArray() ? spliced(rows.array().at(0, 0)) : "";
+                " and DDF_Type=1"));
 }
 
 std::string_view save(Page& page, SchemeRow row) {

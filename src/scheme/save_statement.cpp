@@ -4,16 +4,13 @@
 #include <vector>
 
 #include "variant/convert.h"
-#include "variant/text.h"
+#include "variant/sql_text.h"
 
 namespace tarlo::scheme {
 namespace {
 
+using variant::doubledQuotes;
 using variant::spliced;
-
-std::string doubled(std::string_view text) {
-  return variant::replace(text, "'", "''");
-}
 
 std::string updateStatement(const SchemeRow& row, bool hasStatistics) {
   const compile::Definition& definition = row.definition;
@@ -22,7 +19,7 @@ std::string updateStatement(const SchemeRow& row, bool hasStatistics) {
     sql.append("',").append(column).append("='").append(value);
   };
   set("Query_Desc", row.description);
-  set("Query_Fields", doubled(row.statement));
+  set("Query_Fields", doubledQuotes(row.statement));
   set("Query_HasStatic", hasStatistics ? "1" : "0");
   set("Query_Prikey", row.keyField);
   set("Query_System", row.kind);
@@ -30,9 +27,9 @@ std::string updateStatement(const SchemeRow& row, bool hasStatistics) {
   set("Zembra_ModiUser", row.user);
   set("Zembra_ModiDate", row.now);
   set("Query_MainTBID", spliced(definition.sTable));
-  set("Query_Vir", doubled(spliced(definition.computed)));
-  set("Query_Rel", doubled(spliced(definition.filter)));
-  set("Query_Static", doubled(spliced(definition.stats)));
+  set("Query_Vir", doubledQuotes(spliced(definition.computed)));
+  set("Query_Rel", doubledQuotes(spliced(definition.filter)));
+  set("Query_Static", doubledQuotes(spliced(definition.stats)));
   set("Query_Group", spliced(definition.group));
   if (!hasStatistics) {
     sql.append("',Query_MultiRel=").append(row.isMultiLevel);
@@ -50,17 +47,17 @@ std::string insertStatement(const SchemeRow& row, bool hasStatistics) {
   sql += hasStatistics ? "Query_HasStatic)" : "Query_MultiRel,Query_MultiRelSel)";
   sql.append(" values('").append(row.name);
   const std::vector<std::string> values = {row.description,
-                                           doubled(row.statement),
+                                           doubledQuotes(row.statement),
                                            row.now,
                                            row.keyField,
                                            row.kind,
                                            row.directory,
                                            row.user,
                                            spliced(definition.sTable),
-                                           doubled(spliced(definition.computed)),
-                                           doubled(spliced(definition.filter)),
-                                           doubled(spliced(definition.stats)),
-                                           doubled(spliced(definition.group))};
+                                           doubledQuotes(spliced(definition.computed)),
+                                           doubledQuotes(spliced(definition.filter)),
+                                           doubledQuotes(spliced(definition.stats)),
+                                           doubledQuotes(spliced(definition.group))};
   for (const std::string& value : values) sql.append("','").append(value);
   if (hasStatistics) return sql.append("','1')");
   sql.append("',").append(row.isMultiLevel).append(",'");

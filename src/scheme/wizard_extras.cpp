@@ -30,9 +30,8 @@ std::uint64_t hashOf(std::string_view text) {
 std::string nameOf(Page& page, const Variant& user) {
   if (variant::equalsAsText(user, spliced(page.session.get("usrid")))) return "您在另一个窗口";
   if (!variant::isNumeric(user)) return "其他用户";
-  const Variant rows =
-      frame::execSQLRows(page, "select User_Name from Zembra_User where User_ID=" + spliced(user));
-  return rows.isArray() ? spliced(rows.array().at(0, 0)) : "其他用户";
+  return spliced(frame::firstCell(
+      page, "select User_Name from Zembra_User where User_ID=" + spliced(user), "其他用户"));
 }
 
 }  // namespace

@@ -75,11 +75,6 @@ struct Preset {
   bool isMultiLevel = false;
 };
 
-Variant firstCell(Page& page, const std::string& sql) {
-  const Variant rows = frame::execSQLRows(page, sql);
-  return rows.isArray() ? rows.array().at(0, 0) : Variant();
-}
-
 // A multi-level flag that is Null counts as set, since it is not "0".
 void readMultiLevel(Page& page, Preset& preset) {
   const Variant rows = frame::execSQLRows(
@@ -100,7 +95,7 @@ Preset readPreset(Page& page) {
   err.run(
       [&] { preset.table = spliced(metadata::KeyField2TableID(page, Variant(preset.id), false)); });
   err.run([&] {
-    preset.directory = spliced(firstCell(
+    preset.directory = spliced(frame::firstCell(
         page, "select DDT_DirID from Zembra_DataDict_Table where Zembra_ID=" + preset.table));
   });
   err.run([&] { readMultiLevel(page, preset); });

@@ -20,7 +20,7 @@ std::string ofTable(const Variant& name) {
   return " FROM Zembra_DataDict_Field WHERE DDF_TableID =(" + tableIdOf(name) + ")";
 }
 
-Variant firstCell(Page& page, const std::string& sql) {
+Variant requiredCell(Page& page, const std::string& sql) {
   const Variant rows = frame::execSQLRows(page, Variant(sql));
   if (!rows.isArray()) throw RuntimeError(ErrorNumber::TypeMismatch, "no such table or field");
   return rows.array().at(0, 0);
@@ -41,15 +41,15 @@ Variant getUserFieldName(Page& page, const Variant& sTableName) {
 }
 
 Variant getTableIDField(Page& page, const Variant& sTableName) {
-  return firstCell(page, "SELECT DDF_Name" + ofTable(sTableName) + " and DDF_Type=1");
+  return requiredCell(page, "SELECT DDF_Name" + ofTable(sTableName) + " and DDF_Type=1");
 }
 
 Variant getTableIDValue(Page& page, const Variant& sTableName) {
-  return firstCell(page, tableIdOf(sTableName));
+  return requiredCell(page, tableIdOf(sTableName));
 }
 
 Variant getFieldIDValue(Page& page, const Variant& sTableName, const Variant& sFieldName) {
-  return firstCell(
+  return requiredCell(
       page, "SELECT DDF_ID" + ofTable(sTableName) + " and DDF_Name='" + spliced(sFieldName) + "'");
 }
 

@@ -11,12 +11,14 @@
 #include "siblings/json_answer.h"
 #include "variant/array.h"
 #include "variant/convert.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::siblings {
 namespace {
 
 using variant::spliced;
+using variant::sqlText;
 
 // What the platform's own pages build cascades over.
 struct PlatformTable {
@@ -56,10 +58,6 @@ std::optional<std::string> columnOf(std::string_view name, std::string_view tabl
   return std::string(withoutBrackets(name));
 }
 
-std::string literal(std::string_view text) {
-  return "'" + variant::replace(text, "'", "''") + "'";
-}
-
 bool isPlatformColumn(const Level& level, std::string_view column) {
   const auto isSame = [](std::string_view name) {
     return [name](std::string_view other) { return variant::equalsNoCase(name, other); };
@@ -75,7 +73,7 @@ bool isDictionaryColumn(Page& page, const Level& level, std::string_view column)
       page,
       "select b.Zembra_ID from Zembra_DataDict_Table as a,Zembra_DataDict_Field as b where "
       "a.DDT_Name=" +
-          literal(level.table) + " and b.DDF_Name=" + literal(column) +
+          sqlText(level.table) + " and b.DDF_Name=" + sqlText(column) +
           " and b.DDF_TableID=a.Zembra_ID and a.Zembra_Flag<>0 and b.Zembra_Flag<>0");
   return rows.isArray();
 }
@@ -100,7 +98,7 @@ std::optional<Level> requestedLevel(Page& page) {
 
 std::string statementOf(const Level& level) {
   std::string sql = "select top 5000 [" + level.value + "],[" + level.text + "] from [" +
-                    level.table + "] where [" + level.link + "]=" + literal(level.parent);
+                    level.table + "] where [" + level.link + "]=" + sqlText(level.parent);
   if (!level.condition.empty()) sql += " and " + level.condition;
   return sql + " order by [" + level.text + "]";
 }

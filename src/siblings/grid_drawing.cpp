@@ -8,10 +8,13 @@
 #include "siblings/grid_state.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
+#include "variant/sql_text.h"
 #include "variant/text.h"
 
 namespace tarlo::siblings {
 namespace {
+
+using variant::sqlText;
 
 std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grids,
                                             const GridDefinition& grid) {
@@ -20,16 +23,12 @@ std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grid
   return std::make_shared<PreparedGrid>(grid, connection->catalogue());
 }
 
-std::string quoted(std::string_view text) {
-  return "'" + variant::replace(text, "'", "''") + "'";
-}
-
 // One row for each list that a session draws; one that is drawn again at once keeps its row. Beyond
 // the bound the session's newest row is written again and no older one, since readers take the row
 // with the highest number.
 void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
   constexpr int kMostRowsOfSession = 20;
-  const std::string session = quoted(page.session.id());
+  const std::string session = sqlText(page.session.id());
   const Variant kept =
       frame::execSQLRows(page,
                          "select count(*),max(TarloTable_ID) from Zembra_Temp_TarloTable "
@@ -37,13 +36,13 @@ void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
                              session);
   const bool isFull = variant::toInt32(kept.array().at(0, 0)) >= kMostRowsOfSession;
   frame::execSQL(
-      page, isFull
-                ? fmt::format("update Zembra_Temp_TarloTable set TarloTable_SQLString = {},"
-                              "TarloTable_SQLString2 = {} where TarloTable_ID = {}",
-                              quoted(sql), quoted(ordered), variant::spliced(kept.array().at(1, 0)))
-                : fmt::format("insert into Zembra_Temp_TarloTable (TarloTable_SessionID,"
-                              "TarloTable_SQLString,TarloTable_SQLString2) values ({},{},{})",
-                              session, quoted(sql), quoted(ordered)));
+      page,
+      isFull ? fmt::format("update Zembra_Temp_TarloTable set TarloTable_SQLString = {},"
+                           "TarloTable_SQLString2 = {} where TarloTable_ID = {}",
+                           sqlText(sql), sqlText(ordered), variant::spliced(kept.array().at(1, 0)))
+             : fmt::format("insert into Zembra_Temp_TarloTable (TarloTable_SessionID,"
+                           "TarloTable_SQLString,TarloTable_SQLString2) values ({},{},{})",
+                           session, sqlText(sql), sqlText(ordered)));
 }
 
 }  // namespace

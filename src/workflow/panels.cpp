@@ -92,20 +92,21 @@ void WorkFlowWaitingForDealList(Page& page) {
 
 Variant doGetWFIName(Page& page, const Variant& iUID, const Variant&, const Variant&,
                      const Variant&) {
-  const Variant rows =
-      frame::execSQLRows(page, Variant("DECLARE  @strReturn varchar(50);EXEC "
-                                       "Zembra_WorkFlowInstance_IsExistsTempMenu " +
-                                       spliced(iUID) + ",@strReturn out;SELECT @strReturn "));
-  return rows.isArray() ? rows.array().at(0, 0) : Variant("");
+  return frame::firstCell(page,
+                          Variant("DECLARE  @strReturn varchar(50);EXEC "
+                                  "Zembra_WorkFlowInstance_IsExistsTempMenu " +
+                                  spliced(iUID) + ",@strReturn out;SELECT @strReturn "),
+                          Variant(""));
 }
 
 Variant doFindPermissionWFI(Page& page, const Variant& intMenuID, const Variant&, const Variant&) {
-  const Variant rows = frame::execSQLRows(
-      page, Variant("SELECT Exper_SID      FROM Zembra_ExchangePermission      WHERE   "
-                    "ExPer_RID = " +
-                    spliced(org::currentUserId()) +
-                    "             AND ExPer_Para = " + spliced(intMenuID)));
-  return rows.isArray() ? rows.array().at(0, 0) : Variant(0);
+  return frame::firstCell(
+      page,
+      Variant("SELECT Exper_SID      FROM Zembra_ExchangePermission      WHERE   "
+              "ExPer_RID = " +
+              spliced(org::currentUserId()) +
+              "             AND ExPer_Para = " + spliced(intMenuID)),
+      Variant(0));
 }
 
 Variant getCurrentResultSet(Page& page) {

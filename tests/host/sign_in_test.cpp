@@ -6,7 +6,6 @@
 #include <thread>
 
 #include "host/sign_in/passwords.h"
-#include "host/sign_in/sql_text.h"
 #include "host/site/sign_in_pages.h"
 #include "site_support.h"
 
@@ -174,11 +173,6 @@ TEST(LocalAddress, LeadsToNoOtherSite) {
                               "/a\r\nSet-Cookie: x"})
     EXPECT_EQ(localAddress(address), "") << address;
   EXPECT_EQ(localAddress("/a?b=//c"), "/a?b=//c");
-}
-
-TEST(SqlText, KeepsAValueInsideItsLiteral) {
-  EXPECT_EQ(sqlText("a'b''"), "N'a''b'''''");
-  EXPECT_EQ(sqlText(""), "N''");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "frame/template.h"
 #include "host/api/control_resource.h"
 #include "host/desktop/desktop.h"
+#include "host/desktop/desktop_data.h"
 #include "host/desktop/desktop_style.h"
 #include "services/data_sources.h"
 #include "variant/array.h"
@@ -24,14 +25,11 @@ using variant::spliced;
 // none.
 ControlResource controlFor(Page& page, std::string_view key, int kind) {
   std::string id = spliced(page.request.value(key));
-  const bool isId =
-      !id.empty() && id.size() <= 9 && id.find_first_not_of("0123456789") == std::string::npos;
-  if (!isId) {
-    const Variant rows = frame::execSQLRows(
+  if (!positiveNumber(id)) {
+    id = spliced(frame::firstCell(
         page, fmt::format("select min(QF_ID) from Zembra_Query_Field where QF_FieldType={} and "
                           "QF_System=0 and Zembra_Flag<>0",
-                          kind));
-    id = rows.isArray() ? spliced(rows.array().at(0, 0)) : "";
+                          kind)));
   }
   auto control = id.empty() ? std::nullopt : readControl(page, std::stoll(id));
   if (control && control->kind == kind) return std::move(*control);

@@ -6,29 +6,13 @@
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_style.h"
 #include "host/desktop/menu_html.h"
+#include "siblings/markup.h"
 
 namespace tarlo::host {
 namespace {
 
 namespace pages = embedded::host_pages;
-
-// Text inside a script string in double quotes, so written that it ends neither the string nor the
-// script element.
-std::string scriptQuoted(std::string_view text) {
-  constexpr std::string_view kHex = "0123456789abcdef";
-  std::string quoted = "\"";
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || c == '"' || c == '\\' || c == '<' || c == '>' || c == '\'') {
-      quoted += "\\u00";
-      quoted += kHex[byte >> 4];
-      quoted += kHex[byte & 15];
-    } else {
-      quoted += c;
-    }
-  }
-  return quoted + '"';
-}
+using frame::Template;
 
 // An address on this server, or a full one of the web. Anything else that a browser would run or
 // open (javascript:, data:, file:) is none: the table is data, and its text must not become script.
@@ -45,17 +29,17 @@ bool isPageAddress(std::string_view href) {
 }
 
 void refuse(Page& page, std::string_view reason) {
-  frame::Template(pages::find("desktop/refusal.html"))
-      .write(page.response, {{"scheme", takeStyle(page)}, {"reason", reason}});
+  static const Template refusal(pages::find("desktop/refusal.html"));
+  refusal.write(page.response, {{"scheme", takeStyle(page)}, {"reason", reason}});
 }
 
 void writeFolder(Page& page, const MenuEntry& entry) {
-  frame::Template(pages::find("desktop/folder.html"))
-      .write(page.response, {{"scheme", takeStyle(page)},
-                             {"id", std::to_string(entry.id)},
-                             {"name", page.server.htmlEncode(entry.name)},
-                             {"description", page.server.htmlEncode(entry.description)},
-                             {"cards", menuCardsHtml(page, entry.children)}});
+  static const Template folder(pages::find("desktop/folder.html"));
+  folder.write(page.response, {{"scheme", takeStyle(page)},
+                               {"id", std::to_string(entry.id)},
+                               {"name", page.server.htmlEncode(entry.name)},
+                               {"description", page.server.htmlEncode(entry.description)},
+                               {"cards", menuCardsHtml(page, entry.children)}});
 }
 
 }  // namespace
@@ -73,9 +57,10 @@ void openMenu(Page& page, std::string_view menuId) {
   if (!isPageAddress(entry->href)) return refuse(page, "此功能的地址无效，请与系统管理员联系。");
   page.session.put("usrICID", std::to_string(entry->id));
   if (entry->isFolder()) return writeFolder(page, *entry);
-  frame::Template(pages::find("desktop/open.html"))
-      .write(page.response,
-             {{"id", std::to_string(entry->id)}, {"address", scriptQuoted(entry->href)}});
+  static const Template open(pages::find("desktop/open.html"));
+  std::string address;
+  siblings::appendScriptString(address, entry->href);
+  open.write(page.response, {{"id", std::to_string(entry->id)}, {"address", address}});
 }
 
 }  // namespace tarlo::host

@@ -8,9 +8,11 @@ namespace tarlo::host {
 namespace {
 
 namespace pages = embedded::host_pages;
+using frame::Template;
 
-std::string scriptText(std::string_view name) {
-  return frame::Template(pages::find(name)).fill();
+// Line ends as pages have them.
+std::string scriptOf(std::string_view name) {
+  return Template(pages::find(name)).fill();
 }
 
 }  // namespace
@@ -18,20 +20,21 @@ std::string scriptText(std::string_view name) {
 void writeShell(Page& page) {
   const DesktopUser user = currentUser(page);
   const std::string menu = menuTreeHtml(page, menuTree(page, user.id));
-  const std::string script = scriptText("desktop/shell.js") + scriptText("desktop/shell_menu.js") +
-                             scriptText("desktop/shell_tools.js");
-  frame::Template(pages::find("desktop/shell.html"))
-      .write(page.response, {{"scheme", takeStyle(page)},
-                             {"user", page.server.htmlEncode(user.name)},
-                             {"department", page.server.htmlEncode(user.department)},
-                             {"menu", menu},
-                             {"script", script}});
+  static const std::string script = scriptOf("desktop/shell.js") +
+                                    scriptOf("desktop/shell_menu.js") +
+                                    scriptOf("desktop/shell_tools.js");
+  static const Template shell(pages::find("desktop/shell.html"));
+  shell.write(page.response, {{"scheme", takeStyle(page)},
+                              {"user", page.server.htmlEncode(user.name)},
+                              {"department", page.server.htmlEncode(user.department)},
+                              {"menu", menu},
+                              {"script", script}});
 }
 
 void writePane(Page& page) {
   const DesktopUser user = currentUser(page);
-  frame::Template(pages::find("desktop/pane.html"))
-      .write(page.response, {{"scheme", takeStyle(page)},
+  static const Template pane(pages::find("desktop/pane.html"));
+  pane.write(page.response, {{"scheme", takeStyle(page)},
                              {"user", page.server.htmlEncode(user.name)},
                              {"department", page.server.htmlEncode(user.department)}});
 }
@@ -40,10 +43,10 @@ void writeSignInPage(Page& page, std::string_view message, std::string_view next
   const std::string note = message.empty() ? std::string()
                                            : "<p class=\"dt-alert\" role=\"alert\">" +
                                                  page.server.htmlEncode(message) + "</p>";
-  frame::Template(pages::find("desktop/sign_in.html"))
-      .write(
-          page.response,
-          {{"scheme", takeStyle(page)}, {"message", note}, {"next", page.server.htmlEncode(next)}});
+  static const Template signIn(pages::find("desktop/sign_in.html"));
+  signIn.write(
+      page.response,
+      {{"scheme", takeStyle(page)}, {"message", note}, {"next", page.server.htmlEncode(next)}});
 }
 
 }  // namespace tarlo::host

@@ -10,6 +10,8 @@
 namespace tarlo::host {
 namespace {
 
+using frame::Template;
+
 constexpr std::string_view kManagerAddress = "/TarloQuery.Zembra?action=ctrlSearch";
 
 std::string_view greeting(int hour) {
@@ -109,10 +111,10 @@ std::string schemesHtml(Page& page) {
 
 // Schemes are shown to those only who may open their manager.
 std::string schemesPanel(Page& page, const std::vector<MenuEntry>& entries) {
+  static const Template panel(embedded::host_pages::find("desktop/start_schemes.html"));
   for (const MenuEntry& entry : entries) {
     if (entry.href != kManagerAddress) continue;
-    return frame::Template(embedded::host_pages::find("desktop/start_schemes.html"))
-        .fill({{"id", std::to_string(entry.id)}, {"schemes", schemesHtml(page)}});
+    return panel.fill({{"id", std::to_string(entry.id)}, {"schemes", schemesHtml(page)}});
   }
   return "";
 }
@@ -124,15 +126,15 @@ void writeStart(Page& page) {
   const variant::Date date = variant::now();
   const variant::CalendarTime now = variant::calendarOf(date);
   const std::vector<MenuEntry> entries = openEntries(menuTree(page, user.id));
-  frame::Template(embedded::host_pages::find("desktop/start.html"))
-      .write(page.response, {{"scheme", takeStyle(page)},
-                             {"greeting", greeting(now.hour)},
-                             {"user", page.server.htmlEncode(user.name)},
-                             {"date", dateText(now, date)},
-                             {"tasks", tasksHtml(page, user.id)},
-                             {"steps", stepsHtml(page, user.id)},
-                             {"schemes", schemesPanel(page, entries)},
-                             {"cards", menuCardsHtml(page, entries)}});
+  static const Template start(embedded::host_pages::find("desktop/start.html"));
+  start.write(page.response, {{"scheme", takeStyle(page)},
+                              {"greeting", greeting(now.hour)},
+                              {"user", page.server.htmlEncode(user.name)},
+                              {"date", dateText(now, date)},
+                              {"tasks", tasksHtml(page, user.id)},
+                              {"steps", stepsHtml(page, user.id)},
+                              {"schemes", schemesPanel(page, entries)},
+                              {"cards", menuCardsHtml(page, entries)}});
 }
 
 }  // namespace tarlo::host

@@ -1,0 +1,14 @@
+#include "variant/sql_text.h"
+
+#include <gtest/gtest.h>
+
+namespace tarlo::variant {
+namespace {
+
+TEST(SqlText, KeepsAValueInsideItsLiteral) {
+  EXPECT_EQ(sqlText("a'b''"), "N'a''b'''''");
+  EXPECT_EQ(sqlText(""), "N''");
+}
+
+}  // namespace
+}  // namespace tarlo::variant
