@@ -45,6 +45,7 @@ struct Config {
   std::string mailCompany;
 
   bool statementsByUrl = false;
+  bool designersOnly = true;
   std::string registry;  // "" = no classes of other libraries
 
   std::string transferFolder;  // "" = no file is sent

@@ -49,6 +49,9 @@ const ConfigKey kKeys[] = {
     {"pages", "statements_by_address", &C::statementsByUrl,
      "Let the preview of a caller's cascade run any SELECT that an address names. Off: only those "
      "of stored control schemes."},
+    {"pages", "designers_only", &C::designersOnly,
+     "Managers, wizards and what they send are for users whose menu has one of the managers. Off: "
+     "for everybody who is signed in."},
     {"pages", "start_page", &C::startPage, "Where a sign-in leads."},
 
     {"session", "idle_minutes", &C::sessionIdle,

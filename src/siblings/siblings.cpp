@@ -22,7 +22,7 @@ constexpr PageOperation kPageOperations[] = {
     {"TarloTable", "rows", sendGridRows},
     {"TarloTable", "csv", sendGridCsv},
     {"TarloRelation", "options", sendCascadeOptions},
-    {"TarloDialog", "schemeState", sendSchemeState},
+    {"TarloDialog", "schemeState", sendSchemeState, true},
 };
 
 }  // namespace

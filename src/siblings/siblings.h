@@ -23,6 +23,7 @@ struct PageOperation {
   std::string_view component;  // "TarloTable"
   std::string_view name;
   void (*run)(Page&);
+  bool isForDesigners = false;  // only the wizard's pages ask
 };
 std::span<const PageOperation> pageOperations();
 

@@ -7,6 +7,7 @@
 #include "host/site/boundary.h"
 #include "host/site/cross_site.h"
 #include "site_support.h"
+#include "variant/convert.h"
 
 namespace tarlo::host::testing {
 namespace {
@@ -95,6 +96,27 @@ TEST_F(SiteTest, OperationsByAddress) {
     EXPECT_NE(answer->text().find(row.text), std::string::npos) << row.target << answer->text();
     EXPECT_NE(site_.log().find(row.logged), std::string::npos) << row.target;
     EXPECT_EQ(answer->body.find("<b>"), std::string::npos);
+  }
+}
+
+TEST_F(SiteTest, DesignersPagesNeedAManagerInTheMenu) {
+  const auto user =
+      site_.database().borrow()->open("select User_user from Zembra_User where User_ID=22");
+  const std::string seller = variant::spliced(user->value(0));
+  const char* pages[] = {"/TarloQuery.Zembra?action=ctrlSearch",
+                         "/TarloQuery.Zembra?action=DELSEARCH&id=1",
+                         "/TarloQuery.Zembra?action=getQueryTable",
+                         "/TarloDialog.Zembra?action=schemeState&prikeyid=1"};
+  site_.signInAs(seller);
+  for (const char* page : pages) {
+    EXPECT_EQ(site_.get(page, {kReferer})->status, 403U) << page;
+  }
+  EXPECT_EQ(site_.get("/TarloQuery.Zembra?action=getDateTime", {kReferer})->status, 200U);
+  EXPECT_NE(site_.log().find("may open no manager"), std::string::npos);
+  site_.changeConfig().designersOnly = false;
+  site_.signInAs(seller);
+  for (const char* page : pages) {
+    EXPECT_EQ(site_.get(page, {kReferer})->status, 200U) << page;
   }
 }
 

@@ -1,9 +1,8 @@
 #include "host/api/api_access.h"
 
-#include "frame/data.h"
 #include "host/api/api_error.h"
+#include "host/site/permission.h"
 #include "host/site/sign_in_pages.h"
-#include "variant/convert.h"
 #include "variant/text.h"
 
 namespace tarlo::host {
@@ -18,15 +17,8 @@ std::string_view tokenOf(const WireRequest& request) {
   return variant::trim(value.substr(kScheme.size()));
 }
 
-void require(Page& page, const std::string& condition) {
-  const Variant rows = frame::execSQLRows(
-      page,
-      "select top 1 Permission_MenuID from Zembra_Permission,Zembra_Menu where "
-      "Permission_UserID=" +
-          std::to_string(variant::toInt32(page.session.get("usrID"))) +
-          " and permission_forbid <> 1 and Menu_ID=Permission_MenuID" + condition);
-  if (rows.isArray()) return;
-  throw ApiError(403, "forbidden", "The user has no permission for this.");
+void require(bool isGranted) {
+  if (!isGranted) throw ApiError(403, "forbidden", "The user has no permission for this.");
 }
 
 }  // namespace
@@ -51,11 +43,11 @@ void requireUser(Visit& visit, SignIn& signIn) {
 }
 
 void requireAnyModule(Page& page) {
-  require(page, "");
+  require(mayOpenAnyModule(page));
 }
 
 void requireSchemeManager(Page& page) {
-  require(page, " and Menu_Href like '%action=ctrlSearch'");
+  require(mayOpenSchemeManager(page));
 }
 
 }  // namespace tarlo::host

@@ -9,6 +9,7 @@
 #include "frame/helpers.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
+#include "host/site/permission.h"
 #include "siblings/siblings.h"
 #include "variant/convert.h"
 #include "variant/text.h"
@@ -48,7 +49,20 @@ bool mayConnect(Visit& visit, BoundComponent& bound, spdlog::logger& log) {
   return false;
 }
 
-void runOwnOperation(Visit& visit, const std::string& action, spdlog::logger& log) {
+// The managers, the wizards and what their pages send.
+bool isForDesigners(const component::Operation& operation) {
+  return operation.folder == "scheme" || operation.folder == "control";
+}
+
+// A user whose menu has no manager has been told so when this is false.
+bool mayDesign(Visit& visit, PagesFor pagesFor, spdlog::logger& log) {
+  if (pagesFor == PagesFor::Everybody || mayOpenAnyManager(visit.page)) return true;
+  refuse(visit, log, kNotGranted, "the user may open no manager (pages.designers_only)");
+  return false;
+}
+
+void runOwnOperation(Visit& visit, const std::string& action, PagesFor pagesFor,
+                     spdlog::logger& log) {
   BoundComponent bound(visit.page);
   if (!mayConnect(visit, bound, log)) return;
   const component::Operation* operation = component::findOperation(action);
@@ -56,23 +70,24 @@ void runOwnOperation(Visit& visit, const std::string& action, spdlog::logger& lo
     refuse(visit, log, kNoSuchOperation, "no such operation");
   } else if (operation->kind == component::OperationKind::Service || operation->arity > 0) {
     refuse(visit, log, kNotAPage, "a service operation, asked for by address");
-  } else {
+  } else if (!isForDesigners(*operation) || mayDesign(visit, pagesFor, log)) {
     bound.call(operation->name);
   }
 }
 
 void runSiblingOperation(Visit& visit, std::string_view component, const std::string& action,
-                         spdlog::logger& log) {
+                         PagesFor pagesFor, spdlog::logger& log) {
   {
     BoundComponent bound(visit.page);
     if (!mayConnect(visit, bound, log)) return;
   }
   for (const auto& operation : siblings::pageOperations()) {
-    if (variant::equalsNoCase(operation.component, component) &&
-        variant::equalsNoCase(operation.name, action)) {
-      operation.run(visit.page);
-      return;
+    if (!variant::equalsNoCase(operation.component, component) ||
+        !variant::equalsNoCase(operation.name, action)) {
+      continue;
     }
+    if (!operation.isForDesigners || mayDesign(visit, pagesFor, log)) operation.run(visit.page);
+    return;
   }
   refuse(visit, log, kNoSuchOperation, "no such operation");
 }
@@ -94,13 +109,14 @@ bool hasComponent(std::string_view component) {
          });
 }
 
-void runComponentPage(Visit& visit, std::string_view component, spdlog::logger& log) {
+void runComponentPage(Visit& visit, std::string_view component, PagesFor pagesFor,
+                      spdlog::logger& log) {
   const std::string action = variant::spliced(visit.request.value("action"));
   visit.what = fmt::format("{} {}", component, action);
   if (variant::equalsNoCase(component, component::kClassName)) {
-    runOwnOperation(visit, action, log);
+    runOwnOperation(visit, action, pagesFor, log);
   } else {
-    runSiblingOperation(visit, component, action, log);
+    runSiblingOperation(visit, component, action, pagesFor, log);
   }
 }
 

@@ -24,6 +24,8 @@ inline constexpr Notice kWrongMethod{405, "请求方式不支持",
                                      "本服务器只接受 GET、HEAD 和 POST 请求。"};
 inline constexpr Notice kCrossSite{403, "请求被拒绝",
                                    "请求来自别的网站，没有执行。请从本系统的页面操作。"};
+inline constexpr Notice kNotGranted{403, "没有权限",
+                                    "您没有使用查询方案设计功能的权限，请与系统管理员联系。"};
 inline constexpr Notice kTooManyFailures{429, "登录失败次数过多", "请稍候再试。"};
 inline constexpr Notice kBusy{503, "服务器繁忙", "请稍候再试。"};
 inline constexpr Notice kFailure{500, "页面出错",

@@ -1,6 +1,6 @@
 #include "host/site/site.h"
-#include "host/api/api.h"
 
+#include "host/api/api.h"
 #include "host/context/registered_classes.h"
 #include "host/desktop/desktop.h"
 #include "host/site/boundary.h"
@@ -140,7 +140,8 @@ void Site::route(Visit& visit) {
   } else if (!takeTrustedUser(visit, signIn_)) {
     askToSignIn(visit);
   } else if (!component.empty()) {
-    runComponentPage(visit, component, *log_);
+    const PagesFor pagesFor = config_.designersOnly ? PagesFor::Designers : PagesFor::Everybody;
+    runComponentPage(visit, component, pagesFor, *log_);
   } else {
     routeDesktop(visit);
   }
