@@ -8,7 +8,9 @@ namespace tarlo::app {
 
 void addDatabaseOption(CLI::App& command, std::string& connection) {
   connection = kDefaultDatabase;
-  command.add_option("-d,--database", connection, "The database, sqlite:FILE")
+  command
+      .add_option("-d,--database", connection,
+                  "The database, sqlite:FILE; sqlite-read:FILE writes nothing")
       ->type_name("CONN")
       ->capture_default_str();
 }

@@ -16,8 +16,14 @@ Lease::~Lease() {
 std::unique_ptr<Database> openDatabase(std::string_view connectionString,
                                        const OpenOptions& options) {
   constexpr std::string_view kSqlite = "sqlite:";
+  constexpr std::string_view kSqliteRead = "sqlite-read:";
   if (connectionString.starts_with(kSqlite)) {
     return openSqliteDatabase(std::string(connectionString.substr(kSqlite.size())), options);
+  }
+  if (connectionString.starts_with(kSqliteRead)) {
+    OpenOptions reading = options;
+    reading.readOnly = true;
+    return openSqliteDatabase(std::string(connectionString.substr(kSqliteRead.size())), reading);
   }
   // The string may hold a password, so only what stands in front of the colon is shown.
   const std::string_view engine = connectionString.substr(0, connectionString.find(':'));

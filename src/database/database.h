@@ -13,7 +13,8 @@
 namespace tarlo::database {
 
 struct OpenOptions {
-  bool create = false;  // make the file when it is missing; otherwise a missing file is an error
+  bool create = false;    // make the file when it is missing; otherwise a missing file is an error
+  bool readOnly = false;  // every write is refused, whoever asks for it
   std::size_t maxConnections = 16;  // a further borrower waits, at most `borrowTimeout`
   std::chrono::milliseconds borrowTimeout{10'000};
   std::chrono::milliseconds busyTimeout{5'000};  // how long a write waits for another process
@@ -50,9 +51,9 @@ class Database {
   virtual void giveBack(std::unique_ptr<Connection> connection) noexcept = 0;
 };
 
-// Opens by connection string: `sqlite:<file>`, or `sqlite::memory:` for one that lives with the
-// object. Throws DatabaseError with a plain description: no such file, not a database, read-only
-// where `create` was asked, an unknown engine.
+// Opens by connection string: `sqlite:<file>`, `sqlite-read:<file>` for a login that only reads, or
+// `sqlite::memory:` for one that lives with the object. Throws DatabaseError with a plain
+// description: no such file, not a database, read-only where `create` was asked, an unknown engine.
 std::unique_ptr<Database> openDatabase(std::string_view connectionString,
                                        const OpenOptions& options = {});
 

@@ -95,6 +95,25 @@ TEST(Faults, AReadOnlyFileIsReadAndNotWritten) {
   }));
 }
 
+TEST(Faults, ALoginThatOnlyReadsWritesNothing) {
+  const TempFolder folder;
+  const std::string reading = "sqlite-read:" + folder.file();
+  EXPECT_EQ(errorOf([&] { openDatabase(reading, {.create = true}); }).number(), kConnectionFailed);
+  EXPECT_FALSE(std::filesystem::exists(folder.file()));
+  makeTable(folder.file());
+  const auto writer = openDatabase("sqlite:" + folder.file());
+  const auto reader = openDatabase(reading);
+  auto lease = reader->borrow();
+  lease->allowDdl(true);
+  for (const char* sql :
+       {"update T set Name='x'", "insert into T (Name) values ('y')", "create table U (ID int)"}) {
+    EXPECT_EQ(errorOf([&] { lease->execute(sql); }).description(), "The database can only be read.")
+        << sql;
+  }
+  writer->borrow()->execute("update T set Name='second'");
+  EXPECT_EQ(ask(*lease, "select Name from T"), "tsecond");
+}
+
 TEST(Faults, ADamagedFileIsToldAndItsConnectionNotUsedAgain) {
   const TempFolder folder;
   {

@@ -91,8 +91,9 @@ SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
   // SQLite takes "" for a database on disk that vanishes with the connection.
   if (path.empty()) throwUnopenable(path, SQLITE_CANTOPEN, "");
   // One thread at a time uses a connection, so the handle needs no lock of its own.
-  int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
-  if (options.create) flags |= SQLITE_OPEN_CREATE;
+  int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
+  flags |= options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  if (options.create && !options.readOnly) flags |= SQLITE_OPEN_CREATE;
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
   SqliteHandle handle(opened);
