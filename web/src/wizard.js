@@ -2,6 +2,7 @@
 // move through switchStep() and moveStep(n); a step without a script moves by one.
 
 import { attempt, define, libraryOf } from './library.js';
+import { StepMemory } from './step_memory.js';
 
 const kSize = { width: 940, height: 600 };
 const kLongestLoad = 30_000; // milliseconds; then the page may be used again, whatever came
@@ -19,6 +20,7 @@ class Wizard {
     this.isTouched = false;
     this.isDone = false;
     this.steps = [...this.document.querySelectorAll('.tarlo-step')];
+    this.memory = new StepMemory(this.document);
     this.busy = undefined;
   }
 
@@ -91,7 +93,10 @@ class Wizard {
     if (way === 'next' && this.busy) return;
     this.ready();
     const before = this.position;
-    if (way === 'next') this.passed.add(before);
+    if (way === 'next') {
+      this.passed.add(before);
+      this.memory.remember(this.steps[before]);
+    }
     const script = this.scripts[this.position][way];
     if (script) (0, this.window.eval)(script);
     else this.move(way === 'next' ? 1 : -1);
@@ -106,6 +111,7 @@ class Wizard {
     if (next >= this.steps.length) return this.finish();
     this.position = Math.max(0, next);
     if (by > 0) this.isTouched = true;
+    else this.memory.restore(this.steps[this.position]);
     this.show();
   }
 

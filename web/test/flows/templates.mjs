@@ -45,6 +45,22 @@ async function previewDropDown(test, fill = async () => {}) {
   return wizard;
 }
 
+/** A cascade of projects and their tasks, up to its preview. */
+async function previewCascade(test) {
+  const { wizard, list } = await openTemplateWizard(test, '项目任务清单');
+  await list.locator('#field1').getByText('级联控件向导').click();
+  await wizard.next.click();
+  await goTo(wizard, 1);
+  await choose(wizard, 'fieldid2', '项目任务.任务名称');
+  await choose(wizard, 'Relfieldid2', '项目');
+  await wizard.dialog.getByText('增加层次').click();
+  await wizard.dialog.locator('#div2').getByText('项目任务.任务名称').waitFor();
+  await choose(wizard, 'fieldid2', '项目.项目名称');
+  await wizard.next.click();
+  await goTo(wizard, 3);
+  return wizard;
+}
+
 const kProducts =
   'select [UserTb_Product].[Zembra_ID],[UserTb_Product].[Name] from [UserTb_Product] where Zembra_Flag <> 0';
 
@@ -105,17 +121,7 @@ export const tests = {
 
   async 'a cascade is built level by level, and works in its preview'(test) {
     const name = '项目与任务模板';
-    const { wizard, list } = await openTemplateWizard(test, '项目任务清单');
-    await list.locator('#field1').getByText('级联控件向导').click();
-    await wizard.next.click();
-    await goTo(wizard, 1);
-    await choose(wizard, 'fieldid2', '项目任务.任务名称');
-    await choose(wizard, 'Relfieldid2', '项目');
-    await wizard.dialog.getByText('增加层次').click();
-    await wizard.dialog.locator('#div2').getByText('项目任务.任务名称').waitFor();
-    await choose(wizard, 'fieldid2', '项目.项目名称');
-    await wizard.next.click();
-    await goTo(wizard, 3);
+    const wizard = await previewCascade(test);
     const boxes = wizard.dialog.locator('#prewrel select');
     await boxes.nth(0).selectOption({ index: 1 });
     await boxes.nth(1).locator('option').first().waitFor({ state: 'attached' });
@@ -131,6 +137,17 @@ export const tests = {
     await shown.nth(0).selectOption({ index: 1 });
     await shown.nth(1).locator('option').first().waitFor({ state: 'attached' });
     assert.deepEqual(test.seen.messages, ['alert: 方案成功保存！']);
+  },
+
+  async 'back from the preview, a cascade gets a further level'(test) {
+    const wizard = await previewCascade(test);
+    assert.equal(await wizard.dialog.locator('#prewrel select').count(), 2);
+    assert.equal(await goBack(wizard), 1);
+    await wizard.dialog.getByText('增加层次').click();
+    await wizard.dialog.locator('#div2').getByText('项目.项目名称').waitFor();
+    await wizard.next.click();
+    await goTo(wizard, 3);
+    assert.equal(await wizard.dialog.locator('#prewrel select').count(), 3);
   },
 
   async 'one level is no cascade, and a table without relations says so'(test) {
