@@ -42,6 +42,16 @@ export class RelCombobox extends Widget {
     this.lists = Object.assign(this.lists ?? [], { [at]: options });
     const isLater = at > 0 && options.length === 0;
     fill(this.boxes[at], isLater ? [{ label: kNoRows, value: '' }] : options);
+    this.boxes[at].disabled = this.isDisabled;
+  }
+
+  /** Takes away what belonged to an older choice, so that nobody can choose or send it meanwhile. */
+  emptyFrom(first) {
+    for (let at = first; at <= this.levels.length; at++) {
+      this.lists[at] = [];
+      fill(this.boxes[at], []);
+      this.boxes[at].disabled = true;
+    }
   }
 
   /** Loads the level and those behind it, one by the other's choice. */
@@ -49,6 +59,7 @@ export class RelCombobox extends Widget {
     this.turn = (this.turn ?? 0) + 1; // a slow answer to an older choice must not win
     const turn = this.turn;
     this.note.textContent = '';
+    this.emptyFrom(first);
     for (let at = first; at <= this.levels.length; at++) {
       const parent = this.boxes[at - 1].value;
       let options = [];
