@@ -47,11 +47,9 @@ std::vector<ExpressionToken> expressionTokens(std::string_view expression) {
 }
 
 std::optional<std::string_view> comparisonOperator(std::string_view code) {
-  static constexpr std::array<std::string_view, 8> kOperators = {
-      ">", "<", "<>", ">=", "<=", "Like", "=", "Not Like"};
   const double value = number(code);
-  for (std::size_t i = 0; i < kOperators.size(); ++i) {
-    if (value == static_cast<double>(i + 1)) return kOperators[i];
+  for (std::size_t i = 0; i < kComparisonOperators.size(); ++i) {
+    if (value == static_cast<double>(i + 1)) return kComparisonOperators[i];
   }
   return std::nullopt;
 }

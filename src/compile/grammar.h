@@ -3,6 +3,7 @@
 // conditions. Nothing is escaped in them, so taking apart is splitting. The compilers differ in
 // what they do with the pieces, not in how they find them.
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -36,6 +37,10 @@ struct ExpressionToken {
   std::optional<std::string_view> reference;  // a field id; text behind a second "[" is lost
 };
 std::vector<ExpressionToken> expressionTokens(std::string_view expression);
+
+// By code, from 1: the order of the operator lists in the wizards.
+inline constexpr std::array<std::string_view, 8> kComparisonOperators = {
+    ">", "<", "<>", ">=", "<=", "Like", "=", "Not Like"};
 
 // The comparison operator of a code, 1 to 8; nothing for any other number. Error 13 when the code
 // is no number.

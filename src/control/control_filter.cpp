@@ -1,20 +1,15 @@
 #include "control/control_filter.h"
 
-#include <array>
-
+#include "compile/grammar.h"
 #include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
 
-// By code, from 1: the order of the operator list in the wizards.
-constexpr std::array<std::string_view, 8> kOperators = {
-    ">", "<", "<>", ">=", "<=", "Like", "=", "Not Like"};
-
 // Nothing when the code is none.
 std::string_view operatorOf(std::string_view code) {
   if (code.size() != 1 || code[0] < '1' || code[0] > '8') return {};
-  return kOperators[static_cast<std::size_t>(code[0] - '1')];
+  return compile::kComparisonOperators[static_cast<std::size_t>(code[0] - '1')];
 }
 
 std::string conditions(std::string_view filter) {

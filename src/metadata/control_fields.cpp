@@ -17,11 +17,6 @@ using variant::spliced;
 
 constexpr std::ptrdiff_t kColumns = 5;
 
-std::string_view bare(std::string_view name) {
-  if (!name.starts_with('[')) return name;
-  return variant::mid(name, 2, static_cast<std::ptrdiff_t>(variant::len(name)) - 2);
-}
-
 Array tableOf(std::size_t rows) {
   return Array({kColumns, static_cast<std::ptrdiff_t>(rows)});
 }
@@ -138,7 +133,7 @@ bool isDictionaryField(Page& page, std::string_view qualified) {
       page, joined({"select b.Zembra_ID from Zembra_DataDict_Table as a , Zembra_DataDict_Field as "
                     "b , Zembra_Dict_FieldType as c  where c.Zembra_ID in (3 , 5 , 7) and "
                     "a.DDT_Name='",
-                    bare(names[0]), "' and b.DDF_Name='", bare(names[1]),
+                    withoutBrackets(names[0]), "' and b.DDF_Name='", withoutBrackets(names[1]),
                     "' and b.DDF_TableID=a.Zembra_ID"}));
   return rows.isArray();
 }
@@ -159,7 +154,8 @@ Variant getQueryFields(Page& page, const Variant& queryid, const Variant& tablen
   const std::string given = spliced(tablename);
   if (spliced(controlType).empty()) {
     const std::string_view trimmed = variant::trim(given);
-    return plainFields(page, queryid, trimmed.starts_with('[') ? bare(trimmed) : given, isInstance);
+    return plainFields(page, queryid, trimmed.starts_with('[') ? withoutBrackets(trimmed) : given,
+                       isInstance);
   }
   const bool isBound =
       variant::equalsAsText(controlType, "1") || variant::equalsAsText(controlType, "2");
@@ -174,15 +170,8 @@ Variant getQueryField(Page&, const Variant& sql) {
   const auto items = listItems(statement);
   Array pairs({2, static_cast<std::ptrdiff_t>(items.size())});
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto names = variant::split(pieceOf(variant::split(items[i], " as "), 0), ".");
-    const bool isBracketed = pieceOf(names, 0).starts_with('[');
-    const auto row = static_cast<std::ptrdiff_t>(i) + 1;
-    for (const std::ptrdiff_t part : {0, 1}) {
-      const std::string_view name = pieceOf(names, static_cast<std::size_t>(part));
-      pairs.at(part + 1, row) =
-          isBracketed ? variant::mid(name, 2, static_cast<std::ptrdiff_t>(variant::len(name)) - 2)
-                      : name;
-    }
+    storePair(pairs, static_cast<std::ptrdiff_t>(i) + 1,
+              pieceOf(variant::split(items[i], " as "), 0));
   }
   return pairs;
 }
@@ -199,7 +188,7 @@ Variant getCalFieldOrder(Page& page, const Variant& controlid, const Variant&) {
     bool isField = false;
     // The outer brackets of the whole go first. A compiled column, [table].[column], is no name of
     // the dictionary any more then, so only bare names give something: deliberate.
-    errors.run([&] { isField = isDictionaryField(page, bare(parts[0])); });
+    errors.run([&] { isField = isDictionaryField(page, withoutBrackets(parts[0])); });
     if (isField) chosen.push_back({static_cast<std::ptrdiff_t>(i), std::string(parts[1])});
   }
   return pairsOf(chosen);

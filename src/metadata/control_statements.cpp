@@ -90,11 +90,7 @@ Variant Control2Field(Page& page, const Variant& controlid, const Variant& isIns
 
 Variant getQueryKeyField(Page& page, const Variant& queryid, const Variant& isInstance) {
   ErrorState errors;
-  const Variant keys = errors.value([&] {
-    return versionedRows(page, isInstance,
-                         "select Query_Prikey from Zembra_Query_Ver2 where Zembra_ID = ",
-                         "select Query_Prikey from Zembra_Query_Main where Query_ID = ", queryid);
-  });
+  const Variant keys = errors.value([&] { return keyRow(page, queryid, isInstance); });
   if (!keys.isArray() || variant::equalsAsText(keys.array().at(0, 0), "0")) return -1;
   const Variant names = errors.value([&] {
     return rowsOrNull(page,

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "frame/data.h"
+#include "metadata/select_list.h"
 #include "metadata/statement_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -28,12 +29,6 @@ Variant firstCellOrNone(Page& page, const std::string& statement) {
   Variant cell(-1);
   errors.run([&] { cell = frame::firstCell(page, Variant(statement), Variant(-1)); });
   return cell;
-}
-
-// `name` without its brackets when it starts with one. "[" alone raises error 5.
-std::string_view withoutBrackets(std::string_view name) {
-  if (!name.starts_with('[')) return name;
-  return variant::mid(name, 2, static_cast<std::ptrdiff_t>(variant::len(name)) - 2);
 }
 
 constexpr std::string_view kFieldNames =

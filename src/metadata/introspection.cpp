@@ -56,11 +56,7 @@ Variant getQueryAllField(Page& page, const Variant& queryid, const Variant& isIn
 Variant KeyField2TableID(Page& page, const Variant& queryid, const Variant& isInstance) {
   ErrorState errors;
   Variant keys;
-  errors.run([&] {
-    keys = versionedRows(page, isInstance,
-                         "select Query_Prikey from Zembra_Query_Ver2 where Zembra_ID = ",
-                         "select Query_Prikey from Zembra_Query_Main where Query_ID = ", queryid);
-  });
+  errors.run([&] { keys = keyRow(page, queryid, isInstance); });
   if (!keys.isArray()) return -1;
   Variant tables;
   errors.run([&] {

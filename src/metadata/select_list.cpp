@@ -18,21 +18,9 @@ std::string_view withoutComma(std::string_view text) {
   return text;
 }
 
-std::string_view withoutBrackets(std::string_view name) {
+// Without the first and the last character. A single character raises error 5.
+std::string_view inner(std::string_view name) {
   return variant::mid(name, 2, static_cast<std::ptrdiff_t>(variant::len(name)) - 2);
-}
-
-// Table and column as row `row` of a pair array. Brackets go from both when the table has them.
-void storePair(Array& pairs, std::ptrdiff_t row, std::string_view qualified) {
-  const Pieces names = variant::split(qualified, ".");
-  std::string_view table = pieceOf(names, 0);
-  std::string_view column = pieceOf(names, 1);
-  if (table.starts_with('[')) {
-    table = withoutBrackets(table);
-    column = withoutBrackets(column);
-  }
-  pairs.at(1, row) = table;
-  pairs.at(2, row) = column;
 }
 
 Array pairsFor(const Pieces& items) {
@@ -56,6 +44,19 @@ std::string_view firstOperand(std::string_view item) {
 std::string_view pieceOf(const Pieces& pieces, std::size_t index) {
   if (index >= pieces.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
   return pieces[index];
+}
+
+std::string_view withoutBrackets(std::string_view name) {
+  return name.starts_with('[') ? inner(name) : name;
+}
+
+void storePair(Array& pairs, std::ptrdiff_t row, std::string_view qualified) {
+  const Pieces names = variant::split(qualified, ".");
+  const std::string_view table = pieceOf(names, 0);
+  const std::string_view column = pieceOf(names, 1);
+  const bool isBracketed = table.starts_with('[');
+  pairs.at(1, row) = isBracketed ? inner(table) : table;
+  pairs.at(2, row) = isBracketed ? inner(column) : column;
 }
 
 std::string_view selectListOf(std::string_view statement) {

@@ -13,6 +13,12 @@ Variant versionedRows(Page& page, const Variant& isInstance, std::string_view ve
       page, joined({isVersion ? versionStatement : currentStatement, variant::spliced(id)}));
 }
 
+Variant keyRow(Page& page, const Variant& queryid, const Variant& isInstance) {
+  return versionedRows(page, isInstance,
+                       "select Query_Prikey from Zembra_Query_Ver2 where Zembra_ID = ",
+                       "select Query_Prikey from Zembra_Query_Main where Query_ID = ", queryid);
+}
+
 Variant controlRow(Page& page, const Variant& controlid, const Variant& isInstance,
                    std::string_view columns) {
   return versionedRows(

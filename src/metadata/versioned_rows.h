@@ -12,6 +12,9 @@ namespace tarlo::metadata {
 Variant versionedRows(Page& page, const Variant& isInstance, std::string_view versionStatement,
                       std::string_view currentStatement, const Variant& id);
 
+// The scheme's Query_Prikey, as one row; Null for an unknown scheme. Raises DatabaseError.
+Variant keyRow(Page& page, const Variant& queryid, const Variant& isInstance);
+
 // Columns of a control; Null for an unknown one. Raises DatabaseError.
 Variant controlRow(Page& page, const Variant& controlid, const Variant& isInstance,
                    std::string_view columns = "QF_Relation,QF_FieldType");
