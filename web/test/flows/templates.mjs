@@ -150,6 +150,16 @@ export const tests = {
     assert.equal(await wizard.dialog.locator('#prewrel select').count(), 3);
   },
 
+  async 'back from the preview, another field takes the place of the last'(test) {
+    const wizard = await previewCascade(test);
+    assert.equal(await goBack(wizard), 1);
+    await choose(wizard, 'fieldid2', '项目.编号');
+    await wizard.next.click();
+    await goTo(wizard, 3);
+    const first = wizard.dialog.locator('#prewrel select').first().locator('option').first();
+    assert.match(await first.innerText(), /^\d+$/);
+  },
+
   async 'one level is no cascade, and a table without relations says so'(test) {
     const { wizard, list } = await openTemplateWizard(test, '项目任务清单');
     await list.locator('#field1').getByText('级联控件向导').click();
