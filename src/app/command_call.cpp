@@ -13,7 +13,10 @@
 #include "component/operations.h"
 #include "component/tarlo_query.h"
 #include "frame/local_page.h"
+#include "org/may_call.h"
 #include "siblings/siblings.h"
+#include "variant/convert.h"
+#include "variant/display_width.h"
 
 namespace tarlo::app {
 namespace {
@@ -111,6 +114,28 @@ void writeOutcome(std::ostream& out, const Outcome& outcome, std::span<const Var
   out << "}\n";
 }
 
+// A session with a user stands for that user, and asks as a page of theirs would; one without is
+// the operator's own.
+void requireAccess(Page& page, const Operation& operation) {
+  if (page.session.get("usrID").isEmpty() || org::mayCall(page, operation.access)) return;
+  throw CommandError(
+      kFailed, fmt::format("User {} may not call {}.", variant::spliced(page.session.get("usrID")),
+                           operation.name));
+}
+
+// Refused statements, for whoever looks at the console.
+class RefusalsTo : public database::RefusalLog {
+ public:
+  explicit RefusalsTo(std::ostream& out) : out_(out) {}
+  void refused(std::string_view statement, std::string_view reason) noexcept override {
+    out_ << fmt::format("refused: {}; statement {}\n", variant::visible(reason),
+                        variant::visible(statement));
+  }
+
+ private:
+  std::ostream& out_;
+};
+
 int callOperation(Console console, const CallOptions& options, const Words& words) {
   const Operation& operation = operationByName(words.front());
   std::vector<Variant> arguments = argumentsFrom(words);
@@ -123,6 +148,9 @@ int callOperation(Console console, const CallOptions& options, const Words& word
   setValues(local.session(), options.session);
   setValues(local.request(), options.request);
   setValues(local.application(), options.application);
+  requireAccess(local.page(), operation);
+  RefusalsTo refusals(console.err);
+  local.page().statements.refusals = &refusals;
   const Outcome outcome = callOn(local.page(), operation, arguments);
   writeOutcome(console.out, outcome, arguments, local.written());
   return outcome.error ? kFailed : kDone;

@@ -17,6 +17,7 @@
 #include "app/terminal.h"
 #include "compile/statement_parts.h"
 #include "frame/local_page.h"
+#include "frame/statement_scope.h"
 #include "variant/display_width.h"
 #include "variant/error_state.h"
 
@@ -122,7 +123,9 @@ class Compiler {
   void showRows(const std::string& title, const std::string& statement) {
     ErrorState error;
     error.run([&] {
+      const database::StatementContext context = frame::statementContext(frame::kDesignersRights);
       database::Lease connection = database_.borrow();
+      connection->setContext(&context);
       writeRows(console_.out, *connection->open(statement), RowFormat::Table,
                 {.rows = options_.rows, .width = width_});
     });

@@ -13,6 +13,7 @@
 #include "app/terminal.h"
 #include "compile/statement_parts.h"
 #include "frame/local_page.h"
+#include "frame/statement_scope.h"
 #include "host/api/control_resource.h"
 #include "variant/convert.h"
 #include "variant/display_width.h"
@@ -68,7 +69,9 @@ int showControl(Console console, const ControlOptions& options, const Words& wor
   console.out << '\n' << compile::laidOut(control.statement, width) << '\n';
   ErrorState error;
   error.run([&] {
+    const database::StatementContext context = frame::statementContext(frame::kDesignersRights);
     database::Lease connection = database.borrow();
+    connection->setContext(&context);
     writeRows(console.out, *connection->open(control.statement), RowFormat::Table,
               {.rows = options.rows, .width = width});
   });

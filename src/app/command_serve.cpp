@@ -120,7 +120,12 @@ void announce(Console console, const std::string& baseUrl, const std::string& li
 int serve(Console console, const ServeOptions& options) {
   const host::Config config = effectiveConfig(options);
   const ServerLogs logs = openLogs(config);
-  database::Registry databases({.maxConnections = config.limits.running + 4});
+  database::Registry databases(
+      {.maxConnections = config.limits.running + 4,
+       .commandTimeout = config.statementTime,
+       .temporaryBytes = static_cast<std::int64_t>(config.temporaryBytes),
+       .temporaryBytesInAll = static_cast<std::int64_t>(config.temporaryBytesInAll),
+       .valueBytes = config.rowBytes});
   database::Database& database = openWithSignIn(databases, config.database);
   raiseFileLimit(config.limits.connections);
   shareHeaps();

@@ -3,6 +3,7 @@
 #include "compile/definition.h"
 #include "frame/data.h"
 #include "frame/helpers.h"
+#include "frame/statement_scope.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
@@ -25,7 +26,9 @@ bool updateScheme(Page& page, const Variant& tableid, const Array& schemes, std:
   Variant statement = "";
   errors.run([&] { statement = compileDefinition(page, definition); });
   errors.clear();
-  errors.run([&] { frame::execSQL(page, statement, frame::kCommandText); });
+  errors.run([&] {
+    frame::asDesigner(page, [&] { frame::execSQL(page, statement, frame::kCommandText); });
+  });
   if (errors.failed()) return false;
   Variant update("update Zembra_Query_Main set Query_Fields='" +
                  variant::doubledQuotes(spliced(statement)) + "',Zembra_ModiDate='" +

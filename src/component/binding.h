@@ -51,25 +51,29 @@ constexpr std::size_t countNames(std::string_view commaJoined) {
 // Does not compile when the number of argument names is not that of the arguments.
 template <auto kFunction>
 consteval Operation bind(std::string_view name, std::string_view folder, ErrorMode errors,
-                         std::string_view argumentNames) {
+                         std::string_view argumentNames, frame::Access access,
+                         database::StatementRights rights) {
   using Type = Signature<decltype(kFunction)>;
   if (countNames(argumentNames) != Type::kArity) throw "argument names";
-  return {
-      name, folder, Type::kKind, errors, argumentNames, Type::kArity, invokeOperation<kFunction>};
+  return {name,   folder,        Type::kKind,
+          errors, argumentNames, Type::kArity,
+          access, rights,        invokeOperation<kFunction>};
 }
 
 // An operation whose errors go to its caller.
 template <auto kFunction>
 consteval Operation raising(std::string_view name, std::string_view folder,
-                            std::string_view argumentNames) {
-  return bind<kFunction>(name, folder, ErrorMode::Raise, argumentNames);
+                            std::string_view argumentNames, frame::Access access,
+                            database::StatementRights rights) {
+  return bind<kFunction>(name, folder, ErrorMode::Raise, argumentNames, access, rights);
 }
 
 // An operation that handles its run-time errors itself and goes on.
 template <auto kFunction>
 consteval Operation resuming(std::string_view name, std::string_view folder,
-                             std::string_view argumentNames) {
-  return bind<kFunction>(name, folder, ErrorMode::ResumeNext, argumentNames);
+                             std::string_view argumentNames, frame::Access access,
+                             database::StatementRights rights) {
+  return bind<kFunction>(name, folder, ErrorMode::ResumeNext, argumentNames, access, rights);
 }
 
 // A page operation that also gives a value to callers of its own kind; as a page it writes nothing.

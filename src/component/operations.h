@@ -1,6 +1,7 @@
 #pragma once
 // The table of operations: the single list that the component, the command line, the host and the
-// documentation read.
+// documentation read. What an operation is called, who may call it and which tables its statements
+// touch stand here and nowhere else.
 
 #include <span>
 #include <string_view>
@@ -17,10 +18,18 @@ struct Operation {
   std::string_view folder;  // the subsystem it lives in
   OperationKind kind;
   ErrorMode errors;
-  std::string_view argumentNames;                          // comma-joined, "" for none
-  std::size_t arity;                                       // taken from the function's type
+  std::string_view argumentNames;  // comma-joined, "" for none
+  std::size_t arity;               // taken from the function's type
+  // Who may call it, at every door: by address, from the command line, through another component.
+  frame::Access access;
+  // What the statements that it puts together itself may touch. Statements of designers and stored
+  // ones have narrower rights of their own, and its row of the operation log needs none.
+  database::StatementRights rights;
   Variant (*invoke)(Page&, std::span<Variant> arguments);  // `arguments` has `arity` elements
 };
+
+// Whether a call changes what others see. Lists that were drawn are a session's own.
+bool changesData(const Operation& operation);
 
 // In alphabetical order of the folded names.
 std::span<const Operation> operations();

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "component/operations.h"
+#include "frame/statement_scope.h"
 #include "variant/runtime_error.h"
 #include "variant/text.h"
 
@@ -47,6 +48,8 @@ Variant TarloQuery::call(std::string_view name, std::span<Variant> arguments) {
   if (const Operation* operation = findOperation(name)) {
     checkCount(operation->name, operation->arity, arguments.size());
     if (!page_) throw RuntimeError(ErrorNumber::ObjectNotSet, operation->name);
+    const frame::StatementScope scope(*page_, operation->rights);
+    const frame::AccessScope access(*page_, operation->access);
     return operation->invoke(*page_, arguments);
   }
   const std::optional<Member> member = lifecycleMember(name);

@@ -29,6 +29,8 @@ class TarloQuery : public Object {
   void onEndPage();
 
   // Any operation or lifecycle member by name, any case. Operations may write into `arguments`.
+  // While one runs, the page's statements are held to the rights of its row; who may call it is the
+  // question of the door that the call comes through, and has been asked there.
   // Error 438 for an unknown name, 450 for a wrong number of arguments. OnStartPage takes a context
   // object and is for hosts that have one as a variant: ContextObject below. ASPConnect takes five
   // arguments and, like ASPDisconnect, does nothing.

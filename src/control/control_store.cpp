@@ -2,6 +2,7 @@
 
 #include "control/control_filter.h"
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "variant/convert.h"
 #include "variant/sql_text.h"
 #include "variant/text.h"
@@ -72,6 +73,10 @@ bool runs(Page& page, ErrorState& err, std::string& sql) {
   err.run([&] { frame::execSQLLogged(page, statement, frame::kCommandText); });
   sql = variant::spliced(statement);
   return !err.failed();
+}
+
+bool runsAsTest(Page& page, ErrorState& err, std::string& sql) {
+  return frame::asDesigner(page, [&] { return runs(page, err, sql); });
 }
 
 }  // namespace tarlo::control

@@ -38,8 +38,10 @@ bool isNameTaken(Page& page, const ControlRow& row);
 void readNameAndRemark(Page& page, ControlRow& row);
 bool hasName(const ControlRow& row);
 
-// Runs a statement as a test, or to write: through the operation log, with the error state cleared
+// Runs a statement of the system's own through the operation log, with the error state cleared
 // before. True when it ran. A long statement is "Batch update" afterwards, as the log has it.
 bool runs(Page& page, ErrorState& err, std::string& sql);
+// The same for a statement that a designer has put together, to see whether it runs.
+bool runsAsTest(Page& page, ErrorState& err, std::string& sql);
 
 }  // namespace tarlo::control

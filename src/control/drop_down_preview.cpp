@@ -4,6 +4,7 @@
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
+#include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "services/option_list.h"
 #include "variant/array.h"
@@ -31,8 +32,10 @@ bool writeDropDownPreview(Page& page, const std::string& sql, const DropDownLook
   static const frame::Template preview(embedded::control_pages::find("drop_down_preview.html"));
   ErrorState err;
   std::string tested = sql;
-  if (!runs(page, err, tested)) return false;
-  const auto options = optionsOf(err.value([&] { return frame::execSQLRows(page, Variant(sql)); }));
+  if (!runsAsTest(page, err, tested)) return false;
+  const auto options = optionsOf(err.value([&] {
+    return frame::asDesigner(page, [&] { return frame::execSQLRows(page, Variant(sql)); });
+  }));
   preview.write(page.response, {{"size", look.size},
                                 {"data", look.keepsLastMark ? options.text() : options.joined()},
                                 {"script", look.script}});

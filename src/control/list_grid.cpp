@@ -1,6 +1,7 @@
 #include "control/list_grid.h"
 
 #include "frame/sibling_calls.h"
+#include "frame/statement_scope.h"
 
 namespace tarlo::control {
 
@@ -23,7 +24,7 @@ Variant listGrid(Page& page, const std::string& sql, const std::string& titles,
   grid->put("MultiPage", "true");
   grid->put("Width", width);
   grid->put("Search", "false");
-  return frame::callMethod(*grid, "getTableHtml");
+  return frame::asDesigner(page, [&] { return frame::callMethod(*grid, "getTableHtml"); });
 }
 
 }  // namespace tarlo::control

@@ -8,9 +8,11 @@
 #include "control/list_grid.h"
 #include "control/scheme_columns.h"
 #include "embedded_control_pages.h"
+#include "frame/statement_scope.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "metadata/introspection.h"
+#include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
@@ -54,9 +56,11 @@ void previewSearchdlg_UsrField2(Page& page) {
   const bool isGrouped = sql.find(" group by ") != std::string::npos;
   sql = withCondition(sql, isGrouped ? "[].Zembra_Flag <> 0" : "[]. Zembra_Flag <> 0");
   ErrorState err;
-  if (runs(page, err, sql)) {
-    preview.write(page.response, {{"levels", postedLevels(page, "")},
-                                  {"options", services::comboBoxOptions(page, sql)}});
+  if (runsAsTest(page, err, sql)) {
+    const std::string levels = postedLevels(page, "");
+    services::offerCascade(page, levels, frame::kDesignersRights);
+    preview.write(page.response,
+                  {{"levels", levels}, {"options", services::storedOptions(page, sql)}});
   } else {
     page.response.write(kNotPreviewable);
   }
@@ -74,7 +78,7 @@ void previewSearchdlg_UsrField3(Page& page) {
   sql = withCondition(sql, "1 = 0");
   ErrorState err;
   std::string tested = sql;
-  if (!runs(page, err, tested)) {
+  if (!runsAsTest(page, err, tested)) {
     page.response.write("<script>" + std::string(kNotSaveable) + "</script>");
     return;
   }

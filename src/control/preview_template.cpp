@@ -8,7 +8,9 @@
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
 #include "frame/helpers.h"
+#include "frame/statement_scope.h"
 #include "frame/template.h"
+#include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
@@ -61,8 +63,9 @@ void previewSearchdlg_sysField2(Page& page) {
   static const Template preview(embedded::control_pages::find("template_cascade_preview.html"));
   const auto cascade = postedCascade(page);
   if (!cascade) return page.response.write(kOneLevel);
+  services::offerCascade(page, cascade->levels, frame::kDesignersRights);
   preview.write(page.response, {{"levels", cascade->levels},
-                                {"options", services::comboBoxOptions(page, cascade->statement)}});
+                                {"options", services::storedOptions(page, cascade->statement)}});
 }
 
 void showSearchpreview_SysField(Page& page) {
@@ -72,7 +75,7 @@ void showSearchpreview_SysField(Page& page) {
   frame::writeDialogHead(page, "级联控件预览", frame::DialogBody::WindowColour);
   body.write(page.response,
              {{"levels", page.server.htmlEncode(spliced(page.request.value("rel")))},
-              {"options", isAllowed ? services::comboBoxOptions(page, statement) : ""}});
+              {"options", isAllowed ? services::storedOptions(page, statement) : ""}});
   writePreviewEnd(page);
 }
 

@@ -8,6 +8,7 @@
 #include "control/control_statement.h"
 #include "control/scheme_columns.h"
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "metadata/control_statements.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
@@ -80,10 +81,12 @@ std::string listStatement(Page& page, const std::string& scheme) {
   ErrorState err;
   std::string sql = "select " + spliced(metadata::getQueryKeyField(page, Variant(scheme), false)) +
                     listColumns(page, scheme);
-  err.run([&] { frame::execSQL(page, Variant(sql), frame::kCommandText); });
+  err.run([&] {
+    frame::asDesigner(page, [&] { frame::execSQL(page, Variant(sql), frame::kCommandText); });
+  });
   if (!err.failed()) return sql;
   sql = "select 1 as tempidcolumn_V1," + sql.substr(std::min(sql.find(',') + 1, sql.size()));
-  return runs(page, err, sql) ? sql : "";
+  return runsAsTest(page, err, sql) ? sql : "";
 }
 
 }  // namespace
@@ -105,7 +108,7 @@ void savesearch_UsrField1(Page& page) {
       compileControlFilter(spliced(page.request.value("filter")), FilterUse::SaveUserControl);
   std::string sql = oneTableStatement(columns.value, columns.text, filter);
   ErrorState err;
-  const bool isGood = runs(page, err, sql);
+  const bool isGood = runsAsTest(page, err, sql);
   page.response.write("<script>");
   if (isGood) {
     sql.append(kPartMark).append(spliced(page.request.value("relfield")));
@@ -127,7 +130,7 @@ void savesearch_UsrField2(Page& page) {
   sql.append(conditionWord(sql)).append("[").append(mainTableName(page, row.scheme));
   sql.append("].Zembra_Flag <> 0");
   ErrorState err;
-  if (!runs(page, err, sql)) return page.response.write(kRefusedCascade);
+  if (!runsAsTest(page, err, sql)) return page.response.write(kRefusedCascade);
   if (isNameTaken(page, row)) return page.response.write(kCascadeNameTaken);
   // Quotes of the statement are not doubled here: one that has any fails the INSERT.
   row.definition = sql + std::string(kPartMark) + postedLevels(page, "Zembra_Flag <> 0");

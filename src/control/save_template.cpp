@@ -50,7 +50,7 @@ std::string saveDropDown(Page& page) {
   const std::string sql = templateDropDown(page, columns, filter);
   ErrorState err;
   std::string tested = sql;
-  if (!runs(page, err, tested)) return std::string(kNotSaveable);
+  if (!runsAsTest(page, err, tested)) return std::string(kNotSaveable);
   if (isNameTaken(page, row)) return std::string(kNameTaken);
   row.definition = variant::doubledQuotes(sql);
   if (!isStored(page, row)) return std::string(kNotSaved);

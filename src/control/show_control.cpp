@@ -6,8 +6,10 @@
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
+#include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "metadata/control_statements.h"
+#include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/compare.h"
@@ -72,16 +74,17 @@ Variant dropDownBody(Page& page, const Layout& layout) {
   const Definition control = storedDefinition(page, ControlKind::DropDown);
   return Variant(body.fill({{"opening", layout.opening},
                             {"size", layout.size},
-                            {"options", services::comboBoxOptions(page, control.statement)}}));
+                            {"options", services::storedOptions(page, control.statement)}}));
 }
 
 Variant cascadeBody(Page& page, const Layout& layout) {
   static const Template body(embedded::control_pages::find("show_cascade.html"));
   const Definition control = storedDefinition(page, ControlKind::Cascade);
+  services::offerCascade(page, control.rest, frame::kDesignersRights);
   return Variant(body.fill({{"opening", layout.opening},
                             {"size", layout.size},
                             {"levels", control.rest},
-                            {"options", services::comboBoxOptions(page, control.statement)}}));
+                            {"options", services::storedOptions(page, control.statement)}}));
 }
 
 Variant userBody(Page& page) {

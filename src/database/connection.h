@@ -12,6 +12,7 @@
 
 #include "database/error.h"
 #include "database/recordset.h"
+#include "database/statement_context.h"
 #include "tsql/catalogue.h"
 #include "tsql/translation.h"
 
@@ -59,9 +60,9 @@ class Connection {
 
   // CREATE TABLE and CREATE INDEX are refused unless allowed; data procedures never allow them.
   virtual void allowDdl(bool allowed) = 0;
-  // The server's own tables (tsql::kOwnTablePrefix) are unknown to statements while they are
-  // hidden; they are not unless asked for. Data procedures hide them.
-  virtual void hideOwnTables(bool hidden) = 0;
+  // For whom the statements run from here on: what they may touch and cost. The context outlives
+  // the loan; nothing, as after the borrowing, allows everything. Data procedures always give one.
+  virtual void setContext(const StatementContext* context) = 0;
   // Longest run of one call; 0 = no limit. 30 s when the connection is made, an ADO command's own
   // default.
   virtual void setCommandTimeout(std::chrono::milliseconds timeout) = 0;

@@ -19,6 +19,11 @@ struct OpenOptions {
   std::chrono::milliseconds borrowTimeout{10'000};
   std::chrono::milliseconds busyTimeout{5'000};  // how long a write waits for another process
   std::chrono::milliseconds commandTimeout{30'000};
+  // Files that the engine makes for itself while it sorts and groups: of one, and of all
+  // connections together. 0 is no limit.
+  std::int64_t temporaryBytes = 0;
+  std::int64_t temporaryBytesInAll = 0;
+  std::size_t valueBytes = 0;  // the longest text that a statement may make; 0: the engine's own
 };
 
 class Database;

@@ -14,7 +14,12 @@ inline constexpr int kStatementFailed = -2147217900;   // 0x80040E14
 inline constexpr int kConnectionFailed = -2147467259;  // 0x80004005
 inline constexpr int kTimeout = -2147217871;           // 0x80040E31
 inline constexpr int kConstraint = -2147217873;        // 0x80040E2F
-inline constexpr int kNoSuchField = 3265;              // item not found in the collection
+inline constexpr int kForbidden = -2147217911;         // 0x80040E09, permission denied
+inline constexpr int kCancelled = -2147217842;         // 0x80040E4E: nobody waits for the rows
+// Rows beyond what one operation may hold, and beyond what all of them together may.
+inline constexpr int kTooManyRows = -2147217883;    // 0x80040E25, row limit exceeded
+inline constexpr int kNoRoomForRows = -2147024882;  // 0x8007000E, out of memory
+inline constexpr int kNoSuchField = 3265;           // item not found in the collection
 
 class DatabaseError : public RuntimeError {
  public:

@@ -33,6 +33,9 @@ class PooledDatabase : public Database {
   // Throws DatabaseError. Called without any lock held.
   virtual std::unique_ptr<PooledConnection> connect() = 0;
   void giveBack(std::unique_ptr<Connection> connection) noexcept override;
+  // Ends the connections that nobody has borrowed: for engines whose connections use what goes
+  // before this object does.
+  void closeIdle() noexcept { idle_.clear(); }
 
   OpenOptions options_;
   ProcedureTable procedures_;

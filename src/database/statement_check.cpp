@@ -18,6 +18,8 @@ Fault faultOf(tsql::Refusal refusal) {
       return Fault::Kind;
     case tsql::Refusal::Rule:
       return Fault::Rule;
+    case tsql::Refusal::Forbidden:
+      return Fault::Forbidden;
     case tsql::Refusal::Unsupported:
       break;
   }
@@ -43,6 +45,7 @@ StatementCheck checkRun(Connection& connection, std::string_view sql) {
     connection.execute(sql);
     return {};
   } catch (const DatabaseError& error) {
+    if (error.number() == kForbidden) return {Fault::Forbidden, 0};
     return {error.number() == kTimeout ? Fault::Time : Fault::Running, 0};
   }
 }

@@ -17,6 +17,7 @@ enum class Fault {
   Kind,         // values of kinds that do not go together
   Rule,         // grouping, statistics and the like
   Unsupported,  // a construct that the engine is not given
+  Forbidden,    // a table that the statement may not touch
   Running,      // the engine refuses it, at the latest at its first row
   Time          // it took too long
 };

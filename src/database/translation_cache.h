@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "database/rights.h"
 #include "tsql/lex/shape.h"
 #include "tsql/translation.h"
 
@@ -20,6 +21,7 @@ namespace tarlo::database {
 struct CachedTranslation {
   tsql::Translation translation;
   std::int64_t schemaVersion = 0;  // of the catalogue that it was made against
+  Footprint footprint;             // what its text touches
 };
 using TranslationPtr = std::shared_ptr<const CachedTranslation>;
 

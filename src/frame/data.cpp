@@ -31,7 +31,7 @@ Variant runCommand(database::Connection& connection, const Variant& sql, int com
 database::Lease borrowConnection(Page& page) {
   const std::string name = variant::spliced(page.application.get("strConn"));
   database::Lease connection = page.databases.find(name).borrow();
-  connection->hideOwnTables(true);
+  connection->setContext(&page.statements);
   return connection;
 }
 

@@ -3,7 +3,8 @@
 // connection and one statement, committed by itself. The connection string is read from
 // Application("strConn") at every call. All raise DatabaseError; none of them handles anything. An
 // Empty or Null statement is an empty one, and refused by the database. A command type other than
-// kCommandText raises error 5.
+// kCommandText raises error 5. A statement that touches more than page.statements allows raises
+// DatabaseError (kForbidden).
 
 #include "frame/page.h"
 #include "variant/array.h"
@@ -14,7 +15,8 @@ inline constexpr int kCommandText =
     1;  // ADO's adCmdText: what every caller passes as the command type
 
 // A connection to the page's database, for what the procedures below do not offer: reading a few
-// rows of many, the catalogue. Give it back soon. The server's own tables are hidden on it.
+// rows of many, the catalogue. Give it back soon. Its statements are held to page.statements, as
+// they stand when each is run.
 database::Lease borrowConnection(Page& page);
 
 // The rows as (column, row), both from 0, or Empty when there are none.

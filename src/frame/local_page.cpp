@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "frame/statement_scope.h"
 #include "variant/runtime_error.h"
 #include "variant/text.h"
 
@@ -86,7 +87,13 @@ class LocalApplication : public Application {
 
 struct LocalPage::Parts {
   explicit Parts(database::Registry& databases)
-      : page{request, response, server, session, application, databases} {}
+      : page{request,
+             response,
+             server,
+             session,
+             application,
+             databases,
+             statementContext(database::StatementRights::everything())} {}
 
   LocalRequest request;
   LocalResponse response;

@@ -1,6 +1,7 @@
 #pragma once
 // A page context in memory: for tests, the command line and programs that call operations without a
-// web server.
+// web server. Its statements may touch everything but the server's own tables; an operation called
+// through the component is held to its own rights here too.
 
 #include <functional>
 #include <map>

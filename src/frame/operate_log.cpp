@@ -12,6 +12,23 @@ namespace {
 
 constexpr int kNoModule = 127;  // the module of a row whose session names none
 
+// The row is the system's own, whatever the statement that it tells of was allowed.
+class LogRights {
+ public:
+  LogRights(Page& page, database::Connection& connection) : page_(page), connection_(connection) {
+    context_.rights.writes = {database::TableGroup::OperationLog};
+    connection_.setContext(&context_);
+  }
+  ~LogRights() { connection_.setContext(&page_.statements); }
+  LogRights(const LogRights&) = delete;
+  LogRights& operator=(const LogRights&) = delete;
+
+ private:
+  Page& page_;
+  database::Connection& connection_;
+  database::StatementContext context_;
+};
+
 }  // namespace
 
 void writeOperateLog(Page& page, database::Connection& connection, Variant& sql) {
@@ -27,6 +44,7 @@ void writeOperateLog(Page& page, database::Connection& connection, Variant& sql)
     literal = variant::replace(variant::toText(sql), "<", "&lt;");
     preSQLFormat(page, literal, false);
   });
+  const LogRights rights(page, connection);
   err.run([&] {
     connection.execute(fmt::format(
         " insert into {}(OperateLog_UID,OperateLog_ModulID,OperateLog_SQL) values({},{},{})",

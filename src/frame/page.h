@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "database/database.h"
+#include "frame/access.h"
 #include "variant/object.h"
 #include "variant/variant.h"
 
@@ -73,6 +74,12 @@ struct Page {
   Session& session;
   Application& application;
   database::Registry& databases;
+  // What the statements that run for the page may touch and cost: nothing unless somebody has said
+  // so. See statement_scope.h.
+  database::StatementContext statements = {};
+  // Who may call what is being run now: what a page hands out for later (the rows of a list) is
+  // given to no others.
+  Access access = {};
 };
 
 }  // namespace tarlo::frame

@@ -44,6 +44,14 @@ struct Config {
   std::string mailComplaintsTelephone;
   std::string mailCompany;
 
+  std::vector<std::string> readableTables;  // beside those of the dictionary
+  std::vector<std::string> administrators;  // sign-in names
+  std::size_t rowBytes = 64u << 20;
+  std::size_t rowBytesInAll = 512u << 20;
+  std::size_t temporaryBytes = 128u << 20;
+  std::size_t temporaryBytesInAll = 512u << 20;
+  Milliseconds statementTime{30'000};
+
   bool statementsByUrl = false;
   bool designersOnly = true;
   std::string registry;  // "" = no classes of other libraries

@@ -33,6 +33,19 @@ const ConfigKey kKeys[] = {
     {"limits", "body_seconds", &L::bodyTime, "For the whole body of a request.", 0.1, 3600},
     {"limits", "write_seconds", &L::writeTime, "For one write to a client.", 0.1, 3600},
 
+    {"limits", "row_bytes", &C::rowBytes,
+     "Rows that one operation may hold in memory; beyond it the answer is that the result is too "
+     "large.",
+     1 << 20, 4e9},
+    {"limits", "row_bytes_in_all", &C::rowBytesInAll,
+     "Rows that all operations together may hold; beyond it a further one gets 503.", 1 << 20,
+     64e9},
+    {"limits", "temporary_bytes", &C::temporaryBytes,
+     "One temporary file of a statement that sorts or groups.", 1 << 20, 1e12},
+    {"limits", "temporary_bytes_in_all", &C::temporaryBytesInAll,
+     "Temporary files of all statements together.", 1 << 20, 1e12},
+    {"limits", "statement_seconds", &C::statementTime, "Longest run of one statement.", 0.1, 3600},
+
     {"database", "connection", &C::database,
      "Connection string; sqlite:FILE is the embedded database."},
 
@@ -46,6 +59,9 @@ const ConfigKey kKeys[] = {
      "a "
      "note when somebody else has changed the scheme. Off: the platform's own pages and nothing "
      "else."},
+    {"pages", "readable_tables", &C::readableTables,
+     "Tables beside those of the dictionary that schemes and controls may read, the platform's own "
+     "included."},
     {"pages", "statements_by_address", &C::statementsByUrl,
      "Let the preview of a caller's cascade run any SELECT that an address names. Off: only those "
      "of stored control schemes."},
@@ -67,6 +83,7 @@ const ConfigKey kKeys[] = {
      "The window of the failures, and the pause that follows.", 1, 86'400},
     {"sign_in", "link_seconds", &C::linkLife, "How long a one-time sign-in link can be used.", 1,
      86'400},
+    {"sign_in", "administrators", &C::administrators, "Sign-in names of the administrators."},
     {"sign_in", "trusted_header", &C::trustedHeader,
      "Header in which a reverse proxy names the user. Empty turns it off."},
     {"sign_in", "trusted_addresses", &C::trustedAddresses,

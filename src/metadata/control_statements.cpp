@@ -1,6 +1,7 @@
 #include "metadata/control_statements.h"
 
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/select_list.h"
 #include "metadata/statement_text.h"
@@ -36,7 +37,9 @@ Variant listStatement(Page& page, const std::string& definition) {
   Variant statement(parts.empty() ? std::string() : std::string(parts[0]));
   const std::string whole =
       joined({spliced(statement), kListMark, parts.size() > 1 ? parts[1] : ""});
-  errors.run([&] { frame::execSQLLogged(page, statement, frame::kCommandText); });
+  errors.run([&] {
+    frame::asDesigner(page, [&] { frame::execSQLLogged(page, statement, frame::kCommandText); });
+  });
   return errors.failed() ? Variant() : Variant(whole);
 }
 

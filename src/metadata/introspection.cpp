@@ -1,6 +1,7 @@
 #include "metadata/introspection.h"
 
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "metadata/select_list.h"
 #include "metadata/statement_text.h"
 #include "metadata/versioned_rows.h"
@@ -36,7 +37,8 @@ Variant getQuerySQL(Page& page, const Variant& queryid, const Variant& isInstanc
 
 Variant getQueryAllTitle(Page& page, const Variant& queryid, const Variant& isInstance) {
   const Variant statement = storedStatement(page, queryid, isInstance);
-  return statement.isNull() ? statement : frame::getSQLFieldNames(page, statement);
+  if (statement.isNull()) return statement;
+  return frame::asDesigner(page, [&] { return frame::getSQLFieldNames(page, statement); });
 }
 
 Variant getQueryAllCal(Page& page, const Variant& queryid, const Variant& isInstance) {

@@ -7,6 +7,7 @@
 #include "compile/grammar.h"
 #include "database/statement_check.h"
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "scheme/diagnosis_words.h"
 #include "scheme/step_fields.h"
 #include "variant/convert.h"
@@ -89,6 +90,7 @@ StatementCheck check(Page& page, const Definition& part, bool isRun) {
   std::string statement;
   err.run([&] { statement = spliced(compile::compileDefinition(page, part)); });
   if (err.failed()) return {Fault::Syntax, 0};
+  const frame::StatementScope scope(page, frame::kDesignersRights);
   database::Lease connection = frame::borrowConnection(page);
   connection->setCommandTimeout(kMostTrialTime);
   return isRun ? database::checkRun(*connection, statement)

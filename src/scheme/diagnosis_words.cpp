@@ -26,6 +26,8 @@ std::string_view sentenceFor(Fault fault) {
       return "有统计时，没有用统计函数的项目都应列入分组。";
     case Fault::Unsupported:
       return "用到了系统不支持的写法。";
+    case Fault::Forbidden:
+      return "用到了不允许查询的数据表。";
     case Fault::Running:
       return "运行时被数据库拒绝，常见原因是文字不能换算成数字或日期，或者除数为零。";
     case Fault::Time:

@@ -5,6 +5,7 @@
 #include "compile/statement_parts.h"
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "scheme/diagnosis.h"
 #include "variant/convert.h"
@@ -56,7 +57,7 @@ std::string firstRows(Page& page, const std::string& statement) {
   static const Template extras(embedded::scheme_pages::find("preview_extras.html"));
   ErrorState err;
   std::string rows;
-  err.run([&] { rows = rowsMarkup(page, statement); });
+  err.run([&] { rows = frame::asDesigner(page, [&] { return rowsMarkup(page, statement); }); });
   if (rows.empty()) rows = err.failed() ? "<p>前十条记录暂时无法读取。</p>" : "<p>没有记录。</p>";
   const std::string text = compile::laidOut(statement, kStatementColumns);
   return extras.fill({{"statement", page.server.htmlEncode(text)}, {"rows", rows}});

@@ -2,6 +2,7 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "scheme/posted_definition.h"
@@ -46,7 +47,9 @@ void previewSearchdlg(Page& page) {
   Variant statement;
   err.run([&] { statement = compile::compileDefinition(page, definition); });
   err.clear();
-  err.run([&] { frame::execSQL(page, statement, frame::kCommandText); });
+  err.run([&] {
+    frame::asDesigner(page, [&] { frame::execSQL(page, statement, frame::kCommandText); });
+  });
   const std::string text = spliced(statement);
   if (err.failed()) {
     refused.write(page.response);

@@ -2,6 +2,7 @@
 
 #include "frame/data.h"
 #include "frame/helpers.h"
+#include "frame/statement_scope.h"
 #include "scheme/posted_definition.h"
 #include "scheme/save_statement.h"
 #include "variant/array.h"
@@ -69,7 +70,9 @@ std::string_view save(Page& page, SchemeRow row) {
   Variant statement;
   err.run([&] { statement = compile::compileDefinition(page, row.definition); });
   err.clear();
-  err.run([&] { frame::execSQL(page, statement, frame::kCommandText); });
+  err.run([&] {
+    frame::asDesigner(page, [&] { frame::execSQL(page, statement, frame::kCommandText); });
+  });
   if (err.failed()) return kRefused;
   row.statement = spliced(statement);
   err.run([&] { row.keyField = keyFieldOf(page, row.definition.sTable); });

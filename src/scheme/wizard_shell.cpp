@@ -10,6 +10,7 @@
 #include "metadata/introspection.h"
 #include "scheme/wizard_extras.h"
 #include "services/action_help.h"
+#include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/compare.h"
@@ -28,6 +29,9 @@ using variant::spliced;
 constexpr bool kDebug = true;
 constexpr std::string_view kTableFilter =
     kDebug ? "Zembra_Flag <> 0" : "Zembra_Flag <> 0 and DDT_Status <> 2 and DDT_Status <> 4";
+
+// The level of tables below the directories, as the page has it.
+const std::string kTables = "Zembra_DataDict_Table,DDT_DirID,Zembra_ID,DDT_CName,";
 
 constexpr std::string_view kDirectories =
     "select Zembra_ID,TD_Name from Zembra_Dict_TableDir where Zembra_Flag<>0";
@@ -112,6 +116,8 @@ std::string firstStep(Page& page, const Preset& preset) {
   const std::string presets = preset.isChange ? " beginvalue=\"" + preset.table +
                                                     "\" selectvalue=\"" + preset.directory + "\""
                                               : "";
+  services::offerCascade(page, kTables + std::string(kTableFilter),
+                         {.reads = {database::TableGroup::Dictionary}, .writes = {}});
   constexpr std::string_view kChecked = " checked";
   return content.fill({{"scheme", scheme},
                        {"presets", presets},

@@ -4,6 +4,7 @@
 
 #include "frame/data.h"
 #include "frame/helpers.h"
+#include "frame/statement_scope.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
@@ -56,6 +57,10 @@ Variant GetComboBoxXMLs(Page& page, const Variant& sSQL) {
 
 std::string comboBoxOptions(Page& page, const std::string& statement) {
   return variant::spliced(GetComboBoxXMLs(page, Variant(statement)));
+}
+
+std::string storedOptions(Page& page, const std::string& statement) {
+  return frame::asDesigner(page, [&] { return comboBoxOptions(page, statement); });
 }
 
 Variant GetRadioOrCheckBoxXML(Page& page, const Variant& sSQL) {

@@ -17,6 +17,8 @@ Variant TarloCBODataSource(Page& page, const Variant& sSQL, Variant& sPar);
 Variant GetComboBoxXMLs(Page& page, const Variant& sSQL);
 // The same as text, "" for Empty.
 std::string comboBoxOptions(Page& page, const std::string& statement);
+// The same for a statement that was stored, or that a designer has put together.
+std::string storedOptions(Page& page, const std::string& statement);
 
 // The options as XML for radio buttons and check boxes; Empty with no rows. Raises DatabaseError.
 Variant GetRadioOrCheckBoxXML(Page& page, const Variant& sSQL);

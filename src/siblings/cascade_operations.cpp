@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <string>
 
 #include <nlohmann/json.hpp>
 
 #include "frame/data.h"
+#include "frame/statement_scope.h"
+#include "org/may_call.h"
+#include "services/cascade_levels.h"
 #include "siblings/json_answer.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -17,6 +19,7 @@
 namespace tarlo::siblings {
 namespace {
 
+using services::CascadeLevel;
 using variant::spliced;
 using variant::sqlText;
 
@@ -31,34 +34,7 @@ constexpr std::array<PlatformTable, 1> kPlatformTables = {
 constexpr std::array<std::string_view, 3> kConditions = {
     "", "Zembra_Flag <> 0", "Zembra_Flag <> 0 and DDT_Status <> 2 and DDT_Status <> 4"};
 
-struct Level {
-  std::string table;
-  std::string link;
-  std::string value;
-  std::string text;
-  std::string condition;
-  std::string parent;
-};
-
-std::string_view withoutBrackets(std::string_view name) {
-  name = variant::trim(name);
-  if (name.size() > 1 && name.front() == '[' && name.back() == ']') {
-    name = name.substr(1, name.size() - 2);
-  }
-  return name;
-}
-
-// The column of `column`, `table.column` or `[table].[column]`; nothing for one of another table.
-std::optional<std::string> columnOf(std::string_view name, std::string_view table) {
-  const std::size_t dot = name.find('.');
-  if (dot != std::string_view::npos) {
-    if (!variant::equalsNoCase(withoutBrackets(name.substr(0, dot)), table)) return {};
-    name = name.substr(dot + 1);
-  }
-  return std::string(withoutBrackets(name));
-}
-
-bool isPlatformColumn(const Level& level, std::string_view column) {
+bool isPlatformColumn(const CascadeLevel& level, std::string_view column) {
   const auto isSame = [](std::string_view name) {
     return [name](std::string_view other) { return variant::equalsNoCase(name, other); };
   };
@@ -68,7 +44,7 @@ bool isPlatformColumn(const Level& level, std::string_view column) {
   });
 }
 
-bool isDictionaryColumn(Page& page, const Level& level, std::string_view column) {
+bool isDictionaryColumn(Page& page, const CascadeLevel& level, std::string_view column) {
   const Variant rows = frame::execSQLRows(
       page,
       "select b.Zembra_ID from Zembra_DataDict_Table as a,Zembra_DataDict_Field as b where "
@@ -78,38 +54,66 @@ bool isDictionaryColumn(Page& page, const Level& level, std::string_view column)
   return rows.isArray();
 }
 
-// Nothing when a name is refused.
-std::optional<Level> requestedLevel(Page& page) {
-  const auto value = [&](std::string_view key) { return spliced(page.request.value(key)); };
-  Level level{std::string(withoutBrackets(value("table"))), "", "", "", "", value("parent")};
-  const std::string condition = value("condition");
-  const auto known = std::ranges::find(kConditions, variant::trim(condition));
-  if (known == kConditions.end()) return {};
-  level.condition = *known;
-  for (auto [key, column] : {std::pair{"link", &Level::link}, std::pair{"value", &Level::value},
-                             std::pair{"text", &Level::text}}) {
-    const auto name = columnOf(value(key), level.table);
-    if (!name) return {};
-    if (!isPlatformColumn(level, *name) && !isDictionaryColumn(page, level, *name)) return {};
-    level.*column = *name;
-  }
-  return level;
+std::string asked(Page& page, std::string_view key) {
+  return spliced(page.request.value(key));
 }
 
-std::string statementOf(const Level& level) {
+// Whether a live cascade has the level. The search in the database only narrows what is read.
+bool isStored(Page& page, const CascadeLevel& level) {
+  const Variant rows = frame::execSQLRows(
+      page,
+      "select QF_Relation from Zembra_Query_Field where QF_FieldType=2 and Zembra_Flag<>0 "
+      "and CHARINDEX(" +
+          sqlText(level.text) + ",QF_Relation) > 0");
+  if (!rows.isArray()) return false;
+  const auto& cells = rows.array().elements();
+  return std::ranges::any_of(cells, [&](const Variant& cell) {
+    const std::string definition = spliced(cell);
+    const auto parts = variant::split(definition, "|||");
+    if (parts.size() < 2) return false;
+    const auto levels = services::cascadeLevels(parts[1]);
+    return std::ranges::find(levels, level) != levels.end();
+  });
+}
+
+// The rights under which the level's rows are read. Error 70 when it is nobody's to ask for.
+database::StatementRights rightsOf(Page& page, const CascadeLevel& level) {
+  if (const auto offered = services::OfferedCascades::of(page)->find(level)) return *offered;
+  const bool isForForms = org::mayCall(page, {frame::Caller::FormUser});
+  if (isForForms && isStored(page, level)) return frame::kDesignersRights;
+  throw RuntimeError(ErrorNumber::PermissionDenied, "a level that no page has offered");
+}
+
+bool isKnown(Page& page, const CascadeLevel& level) {
+  const auto isColumn = [&](const std::string& column) {
+    return isPlatformColumn(level, column) || isDictionaryColumn(page, level, column);
+  };
+  return std::ranges::find(kConditions, level.condition) != kConditions.end() &&
+         isColumn(level.link) && isColumn(level.value) && isColumn(level.text);
+}
+
+std::string statementOf(const CascadeLevel& level, const std::string& parent) {
   std::string sql = "select top 5000 [" + level.value + "],[" + level.text + "] from [" +
-                    level.table + "] where [" + level.link + "]=" + sqlText(level.parent);
+                    level.table + "] where [" + level.link + "]=" + sqlText(parent);
   if (!level.condition.empty()) sql += " and " + level.condition;
   return sql + " order by [" + level.text + "]";
+}
+
+Variant rowsOf(Page& page, const CascadeLevel& level) {
+  const database::StatementRights rights = rightsOf(page, level);
+  if (!isKnown(page, level)) return {};
+  const frame::StatementScope scope(page, rights);
+  return frame::execSQLRows(page, statementOf(level, asked(page, "parent")));
 }
 
 }  // namespace
 
 void sendCascadeOptions(Page& page) {
-  const auto level = requestedLevel(page);
+  const auto level =
+      services::cascadeLevel(asked(page, "table"), asked(page, "link"), asked(page, "value"),
+                             asked(page, "text"), asked(page, "condition"));
   nlohmann::json list = nlohmann::json::array();
-  if (!level) return sendJson(page, list.dump());
-  const Variant rows = frame::execSQLRows(page, statementOf(*level));
+  const Variant rows = level ? rowsOf(page, *level) : Variant();
   if (rows.isArray()) {
     const Array& cells = rows.array();
     for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {

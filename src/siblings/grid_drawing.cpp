@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "siblings/grid_markup.h"
 #include "siblings/grid_rows.h"
 #include "siblings/grid_state.h"
@@ -27,6 +28,8 @@ std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grid
 // the bound the session's newest row is written again and no older one, since readers take the row
 // with the highest number.
 void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
+  const frame::StatementScope scope(page,
+                                    {.reads = {}, .writes = {database::TableGroup::DrawnGrids}});
   constexpr int kMostRowsOfSession = 20;
   const std::string session = sqlText(page.session.id());
   const Variant kept =
@@ -60,7 +63,7 @@ std::string drawGrid(Page& page, GridDefinition grid) {
       const auto& titles = prepared->statement.titles();
       grid.captions.assign(titles.begin() + 1, titles.end());
     }
-    state = std::make_shared<GridState>(grid, std::move(prepared));
+    state = std::make_shared<GridState>(page, grid, std::move(prepared));
     drawn.rows = readRows(page, *state, {});
   });
   if (state != nullptr) drawn.key = grids->add(state);

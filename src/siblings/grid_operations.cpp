@@ -4,6 +4,8 @@
 #include <optional>
 
 #include "frame/data.h"
+#include "frame/statement_scope.h"
+#include "org/may_call.h"
 #include "siblings/csv_field.h"
 #include "siblings/grid_markup.h"
 #include "siblings/grid_rows.h"
@@ -17,8 +19,8 @@ namespace tarlo::siblings {
 namespace {
 
 constexpr int kBadRequest = 400;
+constexpr int kForbidden = 403;
 constexpr int kGone = 410;
-constexpr int kFailed = 500;
 
 std::string textOf(Page& page, std::string_view name) {
   return variant::spliced(page.request.value(name));
@@ -57,6 +59,10 @@ std::shared_ptr<GridState> gridOf(Page& page) {
     sendJson(page, errorJson(kGone, "列表已过期，请刷新页面后再试。"));
     return nullptr;
   }
+  if (!org::mayCall(page, grid->access)) {
+    sendJson(page, errorJson(kForbidden, "您没有查看此列表的权限。"));
+    return nullptr;
+  }
   for (const std::string_view name : {"view", "right"}) {
     if (grid->conditions.allows(textOf(page, name))) continue;
     sendJson(page, errorJson(kBadRequest, "不允许使用此查询条件。"));
@@ -90,16 +96,19 @@ void sendGridRows(Page& page) {
   const auto grid = gridOf(page);
   if (grid == nullptr) return;
   if (textOf(page, "reload") == "1") grid->forgetCounts();
+  const frame::StatementScope scope(page, grid->rights);
   ErrorState err;
   GridRows rows;
   err.run([&] { rows = readRows(page, *grid, requestOf(page, grid->definition)); });
-  sendJson(page, err.failed() ? errorJson(kFailed, messageOf(err.number())) : rowsJson(rows));
+  sendJson(page, err.failed() ? errorJson(statusOf(err.number()), messageOf(err.number()))
+                              : rowsJson(rows));
 }
 
 void sendGridCsv(Page& page) {
   const auto grid = gridOf(page);
   if (grid == nullptr) return;
   const GridRequest request = requestOf(page, grid->definition);
+  const frame::StatementScope scope(page, grid->rights);
   ErrorState err;
   std::optional<database::Lease> connection;
   std::unique_ptr<database::Recordset> rows;
@@ -107,7 +116,9 @@ void sendGridCsv(Page& page) {
     connection.emplace(frame::borrowConnection(page));
     rows = (*connection)->open(grid->prepared->statement.all(request.filter, request.sort));
   });
-  if (err.failed()) return sendJson(page, errorJson(kFailed, messageOf(err.number())));
+  if (err.failed()) {
+    return sendJson(page, errorJson(statusOf(err.number()), messageOf(err.number())));
+  }
   page.response.setHeader("Content-Type", "text/csv; charset=utf-8");
   page.response.setHeader("Content-Disposition", "attachment; filename=\"list.csv\"");
   sendCsvRows(page, *grid, *rows);

@@ -10,7 +10,7 @@ namespace tarlo::siblings {
 namespace {
 
 std::vector<GridRow> readAt(database::Connection& connection, const std::string& sql,
-                            std::size_t shown) {
+                            std::size_t shown, database::RowBudget* budget) {
   std::vector<GridRow> rows;
   const auto set = connection.open(sql);
   for (; !set->atEnd(); set->moveNext()) {
@@ -19,6 +19,9 @@ std::vector<GridRow> readAt(database::Connection& connection, const std::string&
     for (std::size_t i = 1; i <= shown; ++i) {
       row.cells.push_back(i < set->fieldCount() ? shownText(set->value(i)) : std::string());
     }
+    std::size_t bytes = sizeof(GridRow) + row.id.size();
+    for (const std::string& cell : row.cells) bytes += sizeof(std::string) + cell.size();
+    if (budget != nullptr) budget->take(bytes);
     rows.push_back(std::move(row));
   }
   return rows;
@@ -63,7 +66,7 @@ GridRows readRows(Page& page, GridState& grid, const GridRequest& request) {
                          isFirst && offset == 0
                              ? prepared.firstPage
                              : prepared.statement.page(request.filter, request.sort, offset, size),
-                         shown);
+                         shown, page.statements.budget);
   };
   read();
   const auto got = static_cast<std::int64_t>(result.rows.size());
@@ -85,8 +88,29 @@ std::string_view messageOf(int errorNumber) {
       return "查询时间过长，请缩小查询范围后再试。";
     case database::kConnectionFailed:
       return "暂时无法连接数据库，请稍后再试。";
+    case database::kTooManyRows:
+      return "结果太大，请缩小查询范围后再试。";
+    case database::kNoRoomForRows:
+      return "服务器繁忙，请稍后再试。";
+    case database::kForbidden:
+      return "列表的查询语句用到了不允许查询的数据表。";
     default:
       return "列表的查询语句无法执行，请与系统管理员联系。";
+  }
+}
+
+int statusOf(int errorNumber) {
+  switch (errorNumber) {
+    case database::kTimeout:
+    case database::kConnectionFailed:
+    case database::kNoRoomForRows:
+      return 503;
+    case database::kTooManyRows:
+      return 413;
+    case database::kForbidden:
+      return 403;
+    default:
+      return 500;
   }
 }
 

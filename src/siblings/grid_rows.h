@@ -38,5 +38,7 @@ GridRows readRows(Page& page, GridState& grid, const GridRequest& request);
 
 // What went wrong, in words for the people who look at the grid: by the number of a run-time error.
 std::string_view messageOf(int errorNumber);
+// The same as a status that reads as HTTP's.
+int statusOf(int errorNumber);
 
 }  // namespace tarlo::siblings

@@ -38,12 +38,21 @@ struct PreparedGrid {
 // Immutable but for the counts. Thread-safe.
 class GridState {
  public:
-  GridState(GridDefinition grid, std::shared_ptr<const PreparedGrid> preparedGrid)
-      : definition(std::move(grid)), prepared(std::move(preparedGrid)), conditions(definition) {}
+  // `page`: as it is while the grid is drawn.
+  GridState(const Page& page, GridDefinition grid, std::shared_ptr<const PreparedGrid> preparedGrid)
+      : definition(std::move(grid)),
+        prepared(std::move(preparedGrid)),
+        conditions(definition),
+        rights(page.statements.rights),
+        access(page.access) {}
 
   const GridDefinition definition;
   const std::shared_ptr<const PreparedGrid> prepared;
   const GridConditions conditions;
+  // Its rows are read later as they were when it was drawn: by the same rights, for those only who
+  // may still call what drew it.
+  const database::StatementRights rights;
+  const frame::Access access;
 
   // How many rows a view and a search have, by the text of the count statement, until the grid is
   // loaded anew.

@@ -18,11 +18,26 @@ constexpr ProgId kProgIds[] = {
     {"TarloDialog.SingleDialog", makeSingleDialog},
 };
 
+using database::TableGroup;
+using frame::Caller;
+using frame::Manager;
+using frame::SubAction;
+
+// A list's rows are read by the rights, and for the users, of the page that drew it. A cascade's
+// levels are those that pages offered, or of stored controls.
 constexpr PageOperation kPageOperations[] = {
-    {"TarloTable", "rows", sendGridRows},
-    {"TarloTable", "csv", sendGridCsv},
-    {"TarloRelation", "options", sendCascadeOptions},
-    {"TarloDialog", "schemeState", sendSchemeState, true},
+    {"TarloTable", "rows", sendGridRows, {Caller::SignedIn}, {}},
+    {"TarloTable", "csv", sendGridCsv, {Caller::SignedIn}, {}},
+    {"TarloRelation",
+     "options",
+     sendCascadeOptions,
+     {Caller::SignedIn},
+     {.reads = {TableGroup::Dictionary, TableGroup::Controls}, .writes = {}}},
+    {"TarloDialog",
+     "schemeState",
+     sendSchemeState,
+     frame::manages(Manager::Schemes, SubAction::Modify),
+     {.reads = {TableGroup::Schemes, TableGroup::Organisation}, .writes = {}}},
 };
 
 }  // namespace

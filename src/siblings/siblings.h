@@ -18,12 +18,13 @@ struct ProgId {
 std::span<const ProgId> progIds();
 
 // `/<component>.Zembra?action=<name>`: what the browser side of a component asks the server for.
-// Runs like a page operation: signed in, origin checked.
+// Runs like a page operation: origin checked, and for those only whom its row names.
 struct PageOperation {
   std::string_view component;  // "TarloTable"
   std::string_view name;
   void (*run)(Page&);
-  bool isForDesigners = false;  // only the wizard's pages ask
+  frame::Access access;
+  database::StatementRights rights;  // of the statements that it puts together itself
 };
 std::span<const PageOperation> pageOperations();
 

@@ -30,10 +30,6 @@ struct Table {
   int find(std::string_view columnName) const;
 };
 
-// The server's own tables beside the platform's: passwords, links and tokens. Statements of pages
-// may not name them.
-inline constexpr std::string_view kOwnTablePrefix = "Tarlo_";
-
 class Catalogue {
  public:
   virtual ~Catalogue() = default;

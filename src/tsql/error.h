@@ -12,12 +12,13 @@
 namespace tarlo::tsql {
 
 enum class Refusal {
-  Syntax,      // the text is not a statement: says what was expected and what was found
-  Limit,       // longer, deeper or with more items than the limits of limits.h
-  Name,        // unknown or ambiguous table, column, function or procedure
-  Kind,        // operand of a wrong kind, literal that does not convert
-  Rule,        // grouping, DISTINCT, UNION and the like
-  Unsupported  // valid T-SQL that this engine is not given
+  Syntax,       // the text is not a statement: says what was expected and what was found
+  Limit,        // longer, deeper or with more items than the limits of limits.h
+  Name,         // unknown or ambiguous table, column, function or procedure
+  Kind,         // operand of a wrong kind, literal that does not convert
+  Rule,         // grouping, DISTINCT, UNION and the like
+  Unsupported,  // valid T-SQL that this engine is not given
+  Forbidden     // a table or procedure that whoever runs the statement may not touch
 };
 
 class StatementError : public std::runtime_error {

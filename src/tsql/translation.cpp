@@ -232,7 +232,7 @@ Translation translate(std::string_view sql, Catalogue& catalogue, const Translat
   Translation translation;
   translation.columns = std::move(resolved.columns);
   translation.explicitIdentityOf = std::move(resolved.explicitIdentityOf);
-  translation.ownTable = std::move(resolved.ownTable);
+  translation.touched = std::move(resolved.touched);
   printSqlite(batch, catalogue, translation);
   noteUnseen(sql, batch, translation);
   return translation;

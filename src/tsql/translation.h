@@ -43,8 +43,8 @@ struct Translation {
   // An INSERT that names an identity column, and the table; refused unless identity_insert is on
   // for it.
   std::string explicitIdentityOf;
-  // A table of the server's own that it names; refused on connections that hide them.
-  std::string ownTable;
+  // What the text touches. Positions are those of the text that it was translated from.
+  std::vector<Touched> touched;
   // SET IDENTITY_INSERT: the table it is turned on or off for. No step belongs to it.
   std::string identityInsertTable;
   bool identityInsertOn = false;

@@ -17,6 +17,8 @@ std::string_view classicDescription(ErrorNumber number) {
       return "Division by zero";
     case ErrorNumber::TypeMismatch:
       return "Type mismatch";
+    case ErrorNumber::PermissionDenied:
+      return "Permission denied";
     case ErrorNumber::ObjectNotSet:
       return "Object variable not set";
     case ErrorNumber::InvalidUseOfNull:

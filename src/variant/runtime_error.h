@@ -15,6 +15,7 @@ enum class ErrorNumber : int {
   SubscriptOutOfRange = 9,
   DivisionByZero = 11,
   TypeMismatch = 13,
+  PermissionDenied = 70,
   ObjectNotSet = 91,
   InvalidUseOfNull = 94,
   CannotCreateObject = 429,

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "variant/text.h"
+
 namespace tarlo::database {
 
 SqliteConnection::SqliteConnection(SqliteHandle handle, TranslationCache& translations,
@@ -10,10 +12,12 @@ SqliteConnection::SqliteConnection(SqliteHandle handle, TranslationCache& transl
     : handle_(std::move(handle)),
       translations_(translations),
       settings_(settings),
-      deadline_(settings.commandTimeout),
+      deadline_(settings.commandTimeout, settings.busyTimeout),
       catalogue_(handle_.get(), procedures),
+      dataVersion_(prepareSqlite(handle_.get(), "PRAGMA data_version")),
       statements_(handle_.get()) {
   deadline_.install(handle_.get());
+  authorizer_.install(handle_.get());
 }
 
 namespace {
@@ -56,10 +60,52 @@ tsql::Catalogue& SqliteConnection::catalogue() {
   return catalogue_;
 }
 
+void SqliteConnection::setContext(const StatementContext* context) {
+  guard_.setContext(context);
+  deadline_.watch(context == nullptr ? nullptr : &context->isWanted);
+}
+
+RowBudget* SqliteConnection::rowBudget() const {
+  return guard_.context() == nullptr ? nullptr : guard_.context()->budget;
+}
+
+SqliteConnection::ListStamp SqliteConnection::listStamp() {
+  ListStamp stamp;
+  if (sqlite3_step(dataVersion_.get()) == SQLITE_ROW) {
+    stamp = {sqlite3_column_int64(dataVersion_.get(), 0), sqlite3_total_changes64(handle_.get())};
+  }
+  sqlite3_reset(dataVersion_.get());
+  return stamp;
+}
+
+// The list is the connection's own question, whatever its borrower may ask.
+void SqliteConnection::refreshListed() {
+  const std::string_view query = guard_.listQuery();
+  if (query.empty()) return;
+  const ListStamp now = listStamp();
+  if (now == listedAt_) return;
+  struct Restore {
+    SqliteConnection& connection;
+    const StatementContext* context;
+    ~Restore() { connection.setContext(context); }
+  } const restore{*this, guard_.context()};
+  setContext(nullptr);
+  std::unordered_set<std::string> names;
+  for (const auto rows = run(query, Want::Rows); !rows->atEnd(); rows->moveNext()) {
+    const Variant name = rows->value(0);
+    if (name.isText()) names.insert(variant::foldedName(name.text()));
+  }
+  guard_.setListed(std::move(names));
+  listedAt_ = now;
+}
+
 DatabaseError SqliteConnection::failure(int code, SqliteCall call) {
   // A database in memory is gone with its connection, so that one is kept whatever happens.
   if (losesConnection(code) && !settings_.inMemory) lost_ = true;
-  return sqliteError(handle_.get(), code, call);
+  if (!deadline_.wasCancelled()) return sqliteError(handle_.get(), code, call);
+  return DatabaseError(
+      kCancelled, "The client has gone; its statement was ended.",
+      {.engine = "sqlite", .code = code, .sqlState = "57014", .text = sqlite3_errstr(code)});
 }
 
 void SqliteConnection::failRun(int code, sqlite3_stmt* statement) {
@@ -90,11 +136,7 @@ void SqliteConnection::schemaTouched() {
 
 TranslationPtr SqliteConnection::translationOf(std::string_view sql) {
   TranslationPtr translation = knownOrNew(sql);
-  const std::string& table = translation->translation.ownTable;
-  if (hidesOwnTables_ && !table.empty()) {
-    throw refusedStatement(
-        tsql::StatementError(tsql::Refusal::Name, {}, fmt::format("unknown table {}", table)));
-  }
+  guard_.checkText(*translation, sql, catalogue_);
   return translation;
 }
 
@@ -123,6 +165,9 @@ TranslationPtr SqliteConnection::translate(std::string_view sql, bool hasShape) 
     throw refusedStatement(error);
   }
   made->schemaVersion = catalogue_.version();
+  for (const tsql::Touched& touched : made->translation.touched) {
+    made->footprint.add(touched.access, touched.name);
+  }
   const auto& steps = made->translation.steps;
   const bool isDdl = std::any_of(steps.begin(), steps.end(), [](const tsql::Step& step) {
     return step.role == tsql::StepRole::Ddl;
@@ -167,7 +212,7 @@ void SqliteConnection::reset() noexcept {
   rollback();
   identityInsert_.clear();
   allowDdl_ = false;
-  hidesOwnTables_ = false;
+  setContext(nullptr);
   deadline_.setLimit(settings_.commandTimeout);
 }
 

@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "database/guard.h"
 #include "database/pool.h"
+#include "database/sqlite/authorizer.h"
 #include "database/sqlite/bind.h"
 #include "database/sqlite/catalogue.h"
 #include "database/sqlite/deadline.h"
@@ -22,6 +24,7 @@ class SqliteConnection final : public PooledConnection {
  public:
   struct Settings {
     std::chrono::milliseconds commandTimeout{30'000};
+    std::chrono::milliseconds busyTimeout{5'000};
     bool inMemory = false;
   };
   // The caches' and the procedures' owner outlives the connection.
@@ -33,7 +36,7 @@ class SqliteConnection final : public PooledConnection {
   std::string explainTranslation(std::string_view sql) override;
   tsql::Catalogue& catalogue() override;
   void allowDdl(bool allowed) override { allowDdl_ = allowed; }
-  void hideOwnTables(bool hidden) override { hidesOwnTables_ = hidden; }
+  void setContext(const StatementContext* context) override;
   void setCommandTimeout(std::chrono::milliseconds timeout) override {
     deadline_.setLimit(timeout);
   }
@@ -42,6 +45,7 @@ class SqliteConnection final : public PooledConnection {
 
   // For its recordsets: a call begins; a call failed.
   void beginCall() { deadline_.restart(); }
+  RowBudget* rowBudget() const;
   [[noreturn]] void fail(int code, SqliteCall call) { throw failure(code, call); }
   // The statement that was running is told with the error.
   [[noreturn]] void failRun(int code, sqlite3_stmt* statement);
@@ -56,6 +60,7 @@ class SqliteConnection final : public PooledConnection {
   // Whether a run went through, or met another schema than the one it was translated for.
   enum class Outcome { Done, SchemaChanged };
   class WriteScope;
+  class Unwatched;
 
   DatabaseError failure(int code, SqliteCall call);
   TranslationPtr translationOf(std::string_view sql);
@@ -65,6 +70,7 @@ class SqliteConnection final : public PooledConnection {
   bool schemaChanged(const CachedTranslation& translation);
 
   std::unique_ptr<Recordset> run(std::string_view sql, Want want);
+  void refreshListed();
   Outcome runSteps(const TranslationPtr& translation, std::string_view sql, Want want,
                    std::unique_ptr<Recordset>& rows);
   Outcome runStep(const TranslationPtr& translation, std::size_t index, std::string_view sql,
@@ -75,6 +81,7 @@ class SqliteConnection final : public PooledConnection {
   void bind(const StatementCache::Use& use, const tsql::Step& step, std::string_view sql,
             TextLife life);
   Outcome runRows(StatementCache::Use& use, int& code);
+  int firstStep(const StatementCache::Use& use);
   void runWrite(const StatementCache::Use& use, std::vector<Variant>& returned);
   void schemaTouched();
   void applyIdentityInsert(const tsql::Translation& translation);
@@ -84,13 +91,24 @@ class SqliteConnection final : public PooledConnection {
   TranslationCache& translations_;
   Settings settings_;
   Deadline deadline_;
+  Guard guard_;
+  Authorizer authorizer_{guard_};
   SqliteCatalogue catalogue_;
+  SqliteStatement dataVersion_;
   StatementCache statements_;
   tsql::Shape shape_;  // of the statement at hand; kept for its capacity
   bool allowDdl_ = false;
-  bool hidesOwnTables_ = false;
   bool ddlPending_ = false;  // in the open transaction
   bool lost_ = false;
+  // When the guard's list of tables was read: SQLite's count of other connections' commits, and of
+  // this one's changes.
+  struct ListStamp {
+    std::int64_t others = -1;
+    std::int64_t own = -1;
+    bool operator==(const ListStamp&) const = default;
+  };
+  ListStamp listStamp();
+  ListStamp listedAt_;
   std::string identityInsert_;  // folded name of the table it is on for, or ""
 };
 

@@ -3,6 +3,7 @@
 #include "database/pool.h"
 #include "database/sqlite/connection.h"
 #include "database/sqlite/open.h"
+#include "database/sqlite/temporary_files.h"
 
 namespace tarlo::database {
 namespace {
@@ -12,7 +13,9 @@ constexpr std::string_view kInMemory = ":memory:";
 class SqliteDatabase final : public PooledDatabase {
  public:
   SqliteDatabase(std::string path, const OpenOptions& options)
-      : PooledDatabase(options), path_(std::move(path)) {
+      : PooledDatabase(options),
+        path_(std::move(path)),
+        temporaryFiles_(options.temporaryBytes, options.temporaryBytesInAll) {
     if (path_ == kInMemory) {
       inMemory_ = true;
       // Every connection would have a database of its own.
@@ -20,17 +23,22 @@ class SqliteDatabase final : public PooledDatabase {
     }
   }
 
+  ~SqliteDatabase() override { closeIdle(); }
+
  protected:
   std::unique_ptr<PooledConnection> connect() override {
     SqliteConnection::Settings settings;
     settings.commandTimeout = options_.commandTimeout;
+    settings.busyTimeout = options_.busyTimeout;
     settings.inMemory = inMemory_;
-    return std::make_unique<SqliteConnection>(openSqliteFile(path_, options_, procedures_),
-                                              translations_, procedures_, settings);
+    return std::make_unique<SqliteConnection>(
+        openSqliteFile(path_, options_, procedures_, temporaryFiles_.vfsName()), translations_,
+        procedures_, settings);
   }
 
  private:
   std::string path_;
+  TemporaryFiles temporaryFiles_;
   bool inMemory_ = false;
 };
 

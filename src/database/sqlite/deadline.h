@@ -1,8 +1,9 @@
 #pragma once
-// The command time-out: stops a statement from inside SQLite's program when the call has run too
-// long.
+// When a running call ends before its time: the command time-out, and a reader that nobody waits
+// for any more. SQLite asks from inside its program and while it waits for a lock.
 
 #include <chrono>
+#include <functional>
 
 #include <sqlite3.h>
 
@@ -10,35 +11,44 @@ namespace tarlo::database {
 
 class Deadline {
  public:
-  explicit Deadline(std::chrono::milliseconds limit) : limit_(limit) {}
+  using Clock = std::chrono::steady_clock;
+
+  // `patience`: how long a write waits for another process.
+  Deadline(std::chrono::milliseconds limit, std::chrono::milliseconds patience)
+      : limit_(limit), patience_(patience) {}
   Deadline(const Deadline&) = delete;
   Deadline& operator=(const Deadline&) = delete;
 
-  void install(sqlite3* handle) {
-    sqlite3_progress_handler(handle, kSteps, &Deadline::check, this);
-  }
+  void install(sqlite3* handle);
   void setLimit(std::chrono::milliseconds limit) { limit_ = limit; }
+  // Asked a few times a second from here on; nothing asks nobody. What it points to lives until
+  // the next call of this.
+  void watch(const std::function<bool()>* isWanted) { isWanted_ = isWanted; }
   // A call begins. The clock is first read when the call has taken kSteps steps, so that short
   // calls pay nothing.
-  void restart() { running_ = false; }
+  void restart() {
+    running_ = false;
+    cancelled_ = false;
+  }
+  // Whether the call ended because nobody wanted it.
+  bool wasCancelled() const { return cancelled_; }
 
  private:
   static constexpr int kSteps = 4000;  // well below a millisecond
+  static constexpr std::chrono::milliseconds kBetweenQuestions{200};
 
-  static int check(void* self) {
-    auto& deadline = *static_cast<Deadline*>(self);
-    if (deadline.limit_.count() == 0) return 0;
-    const auto now = std::chrono::steady_clock::now();
-    if (!deadline.running_) {
-      deadline.running_ = true;
-      deadline.end_ = now + deadline.limit_;
-    }
-    return now >= deadline.end_ ? 1 : 0;
-  }
+  static int checkProgress(void* self);
+  static int waitForLock(void* self, int tries);
+  bool isOver(Clock::time_point now);
 
   std::chrono::milliseconds limit_;
-  std::chrono::steady_clock::time_point end_;
+  std::chrono::milliseconds patience_;
+  const std::function<bool()>* isWanted_ = nullptr;
+  Clock::time_point end_;
+  Clock::time_point nextQuestion_;
+  Clock::time_point waitEnd_;
   bool running_ = false;
+  bool cancelled_ = false;
 };
 
 }  // namespace tarlo::database

@@ -7,6 +7,10 @@
 
 namespace tarlo::database {
 
+// What the limit of temporary files gives in the place of SQLITE_FULL: an extended code that SQLite
+// itself does not use.
+inline constexpr int kTemporaryFilesFull = SQLITE_FULL | (120 << 8);
+
 enum class SqliteCall { Open, Prepare, Run };
 
 // The error of the last call on the handle, which gave `code`. Descriptions are plain; SQLite's own

@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <climits>
 #include <filesystem>
 
 #include <fmt/format.h>
@@ -67,15 +69,19 @@ void configure(sqlite3* handle, const OpenOptions& options) {
   // A plan does not depend on the values bound, so a prepared statement is made anew only when the
   // schema has changed: that is how a connection notices.
   setSwitch(handle, SQLITE_DBCONFIG_ENABLE_QPSG, 1);
-}
-
-// SQLite counts its memory under one lock for the whole process, which connections on many threads
-// then wait for. Nobody reads the count. It can be told only before the first connection.
-void countNoMemory() {
-  [[maybe_unused]] static const int told = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+  if (options.valueBytes > 0) {
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH,
+                  static_cast<int>(std::min<std::size_t>(options.valueBytes, INT_MAX)));
+  }
 }
 
 }  // namespace
+
+// SQLite counts its memory under one lock for the whole process, which connections on many threads
+// then wait for. Nobody reads the count.
+void setUpSqlite() {
+  [[maybe_unused]] static const int told = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
 
 SqliteStatement prepareSqlite(sqlite3* handle, const char* text) {
   sqlite3_stmt* statement = nullptr;
@@ -86,8 +92,8 @@ SqliteStatement prepareSqlite(sqlite3* handle, const char* text) {
 }
 
 SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
-                            const ProcedureTable& procedures) {
-  countNoMemory();
+                            const ProcedureTable& procedures, const char* vfs) {
+  setUpSqlite();
   // SQLite takes "" for a database on disk that vanishes with the connection.
   if (path.empty()) throwUnopenable(path, SQLITE_CANTOPEN, "");
   // One thread at a time uses a connection, so the handle needs no lock of its own.
@@ -95,7 +101,7 @@ SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
   flags |= options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   if (options.create && !options.readOnly) flags |= SQLITE_OPEN_CREATE;
   sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  const int code = sqlite3_open_v2(path.c_str(), &opened, flags, vfs);
   SqliteHandle handle(opened);
   if (code != SQLITE_OK) {
     throwUnopenable(path, code, opened ? sqlite3_errmsg(opened) : sqlite3_errstr(code));

@@ -21,10 +21,15 @@ struct FinalizeSqlite {
 };
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, FinalizeSqlite>;
 
-// Throws DatabaseError (kConnectionFailed, or kTimeout for a locked file) with a description that
-// says what is wrong with the file. `procedures` outlives the handle.
+// Settings of the library as a whole; they can be made only before it is used. Does nothing after
+// the first call.
+void setUpSqlite();
+
+// `vfs` is the file layer to use, nullptr for the system's. Throws DatabaseError
+// (kConnectionFailed, or kTimeout for a locked file) with a description that says what is wrong
+// with the file. `procedures` outlives the handle.
 SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
-                            const ProcedureTable& procedures);
+                            const ProcedureTable& procedures, const char* vfs = nullptr);
 
 // A statement of the engine's own, kept for the life of the connection.
 SqliteStatement prepareSqlite(sqlite3* handle, const char* text);

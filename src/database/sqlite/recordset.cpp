@@ -3,6 +3,8 @@
 #include "database/sqlite/connection.h"
 #include "database/sqlite/values.h"
 
+#include <utility>
+
 namespace tarlo::database {
 namespace {
 
@@ -38,15 +40,21 @@ void SqliteRecordset::moveNext() {
 }
 
 void SqliteRecordset::fetchRows(std::vector<Variant>& cells, std::size_t maxRows) {
+  constexpr std::size_t kBytesAtOnce = 64 << 10;
   connection_.beginCall();
+  RowBudget* budget = connection_.rowBudget();
   const int columns = static_cast<int>(columns_.size());
   cells.reserve(columns_.size());
+  std::size_t bytes = 0;
   for (std::size_t row = 0; row < maxRows && hasRow_; ++row) {
     for (int i = 0; i < columns; ++i) {
       cells.push_back(readColumn(statement_.get(), i, columns_[static_cast<std::size_t>(i)].type));
+      bytes += sizeOf(cells.back());
     }
+    if (budget != nullptr && bytes >= kBytesAtOnce) budget->take(std::exchange(bytes, 0));
     step();
   }
+  if (budget != nullptr) budget->take(bytes);
 }
 
 const std::string& StoredRecordset::fieldName(std::size_t i) const {

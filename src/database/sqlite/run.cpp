@@ -66,10 +66,28 @@ class SqliteConnection::WriteScope {
   bool open_ = false;
 };
 
+// A write goes on when its client has left: what was asked for is done, or not at all.
+class SqliteConnection::Unwatched {
+ public:
+  Unwatched(SqliteConnection& connection, bool wanted) : connection_(connection), wanted_(wanted) {
+    if (wanted) connection.deadline_.watch(nullptr);
+  }
+  ~Unwatched() {
+    if (wanted_) connection_.setContext(connection_.guard_.context());
+  }
+  Unwatched(const Unwatched&) = delete;
+  Unwatched& operator=(const Unwatched&) = delete;
+
+ private:
+  SqliteConnection& connection_;
+  bool wanted_;
+};
+
 std::unique_ptr<Recordset> SqliteConnection::run(std::string_view sql, Want want) {
   constexpr int kAttempts = 5;
   constexpr std::size_t kKeptShapeBytes = 64u << 10;
   beginCall();
+  refreshListed();
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const TranslationPtr translation = translationOf(sql);
     std::unique_ptr<Recordset> rows;
@@ -112,6 +130,7 @@ SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& trans
   // A write is not tried first: under another schema it might succeed with another meaning.
   if (writes > 0 && !ddl && schemaChanged(*translation)) return Outcome::SchemaChanged;
   if (want == Want::Rows) rows = std::make_unique<StoredRecordset>();
+  const Unwatched unwatched(*this, writes > 0);
   WriteScope scope(*this, writes > 1);
   std::size_t writesLeft = writes;
   for (std::size_t i = 0; i < made.steps.size(); ++i) {
@@ -137,6 +156,7 @@ SqliteConnection::Outcome SqliteConnection::runStep(const TranslationPtr& transl
   const tsql::Step& step = identity ? made.identityStep : made.steps[index];
   StatementCache::Use use = prepare(translation, identity ? kIdentityKey : index, step);
   if (!use) return Outcome::SchemaChanged;
+  guard_.checkEngine(use.footprint(), sql);
   bind(use, step, sql, wanted && isRows ? TextLife::Call : TextLife::WholeRun);
   if (isRows) {
     int code = SQLITE_OK;
@@ -159,7 +179,7 @@ StatementCache::Use SqliteConnection::prepare(const TranslationPtr& translation,
   StatementCache::Use kept = statements_.find(*translation, key);
   if (kept) return kept;
   int code = SQLITE_OK;
-  StatementCache::Use fresh = statements_.prepare(translation, key, step.text, code);
+  StatementCache::Use fresh = statements_.prepare(translation, key, step.text, authorizer_, code);
   std::optional<DatabaseError> error;
   if (code != SQLITE_OK) error = failure(code, SqliteCall::Prepare);
   // SQLite may have read a newer schema for it; then a later step would not tell. The steps of one
@@ -186,8 +206,14 @@ void SqliteConnection::bind(const StatementCache::Use& use, const tsql::Step& st
   }
 }
 
+// SQLite compiles a statement anew at its first step when the schema has changed.
+int SqliteConnection::firstStep(const StatementCache::Use& use) {
+  const Authorizer::Watch watch(authorizer_);
+  return sqlite3_step(use.get());
+}
+
 SqliteConnection::Outcome SqliteConnection::runRows(StatementCache::Use& use, int& code) {
-  code = sqlite3_step(use.get());
+  code = firstStep(use);
   const bool ok = code == SQLITE_ROW || code == SQLITE_DONE;
   std::optional<DatabaseError> error;
   if (!ok) error = failure(code, SqliteCall::Run);
@@ -202,7 +228,7 @@ SqliteConnection::Outcome SqliteConnection::runRows(StatementCache::Use& use, in
 }
 
 void SqliteConnection::runWrite(const StatementCache::Use& use, std::vector<Variant>& returned) {
-  int code = sqlite3_step(use.get());
+  int code = firstStep(use);
   for (; code == SQLITE_ROW; code = sqlite3_step(use.get())) {
     const std::int64_t key = sqlite3_column_int64(use.get(), 0);
     const auto small = static_cast<std::int32_t>(key);

@@ -11,14 +11,16 @@ StatementCache::Use StatementCache::find(const CachedTranslation& translation, s
 }
 
 StatementCache::Use StatementCache::prepare(TranslationPtr translation, std::size_t step,
-                                            const std::string& text, int& code) {
+                                            const std::string& text, Authorizer& authorizer,
+                                            int& code) {
+  Authorizer::Watch watch(authorizer);
   sqlite3_stmt* prepared = nullptr;
   // The length counts the closing zero: SQLite then makes no copy of the text to add one.
   code = sqlite3_prepare_v3(handle_, text.c_str(), static_cast<int>(text.size() + 1),
                             SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
   SqliteStatement statement(prepared);
   if (code != SQLITE_OK) return {};
-  entries_.push_front(Entry{std::move(statement), std::move(translation), step});
+  entries_.push_front(Entry{std::move(statement), std::move(translation), step, watch.take()});
   const auto entry = entries_.begin();
   Use use(*this, entry);
   entry->kept = byKey_.emplace(Key{entry->translation.get(), step}, entry).second;

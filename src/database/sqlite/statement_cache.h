@@ -7,6 +7,7 @@
 
 #include <sqlite3.h>
 
+#include "database/sqlite/authorizer.h"
 #include "database/sqlite/open.h"
 #include "database/translation_cache.h"
 
@@ -37,6 +38,8 @@ class StatementCache {
     explicit operator bool() const { return cache_ != nullptr; }
     sqlite3_stmt* get() const { return entry_->statement.get(); }
     const TranslationPtr& translation() const { return entry_->translation; }
+    // What the engine said that it touches.
+    const Footprint& footprint() const { return entry_->footprint; }
 
    private:
     friend class StatementCache;
@@ -47,9 +50,10 @@ class StatementCache {
 
   // The kept statement, unless it is in use already. Else an empty Use.
   Use find(const CachedTranslation& translation, std::size_t step);
-  // Prepares a statement and keeps it for the next time if none is kept for the step. `code` is
-  // SQLite's; the Use is empty unless it is SQLITE_OK.
-  Use prepare(TranslationPtr translation, std::size_t step, const std::string& text, int& code);
+  // Prepares a statement, under the authorizer's watch, and keeps it for the next time if none is
+  // kept for the step. `code` is SQLite's; the Use is empty unless it is SQLITE_OK.
+  Use prepare(TranslationPtr translation, std::size_t step, const std::string& text,
+              Authorizer& authorizer, int& code);
   // Forgets all; those in use go when they are given back.
   void clear();
 
@@ -68,6 +72,7 @@ class StatementCache {
     SqliteStatement statement;
     TranslationPtr translation;
     std::size_t step = 0;
+    Footprint footprint;
     bool inUse = true;
     bool kept = false;  // by `byKey_`
   };

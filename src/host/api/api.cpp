@@ -35,13 +35,13 @@ ControlResource controlOf(Page& page, std::string_view id) {
 void answerResource(Visit& visit, const std::vector<std::string_view>& parts) {
   const bool isControl = parts.size() >= 2 && parts[0] == "controls";
   if (isControl && parts.size() == 2) {
-    requireAnyModule(visit.page);
+    requireFormUser(visit.page);
     sendJson(visit, 200, describe(visit.page, controlOf(visit.page, parts[1])));
   } else if (isControl && parts.size() == 3 && parts[2] == "rows") {
-    requireAnyModule(visit.page);
+    requireFormUser(visit.page);
     answerRows(visit, controlOf(visit.page, parts[1]));
   } else if (parts.size() == 2 && parts[0] == "schemes") {
-    requireSchemeManager(visit.page);
+    requireSchemePreview(visit.page);
     sendJson(visit, 200, describeScheme(visit.page, idOf(parts[1])));
   } else {
     throw notFound("There is no such resource.");

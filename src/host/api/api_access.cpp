@@ -1,8 +1,8 @@
 #include "host/api/api_access.h"
 
 #include "host/api/api_error.h"
-#include "host/site/permission.h"
 #include "host/site/sign_in_pages.h"
+#include "org/may_call.h"
 #include "variant/text.h"
 
 namespace tarlo::host {
@@ -42,12 +42,12 @@ void requireUser(Visit& visit, SignIn& signIn) {
   visit.session.become(session);
 }
 
-void requireAnyModule(Page& page) {
-  require(mayOpenAnyModule(page));
+void requireFormUser(Page& page) {
+  require(org::mayCall(page, {frame::Caller::FormUser}));
 }
 
-void requireSchemeManager(Page& page) {
-  require(mayOpenSchemeManager(page));
+void requireSchemePreview(Page& page) {
+  require(org::mayCall(page, frame::manages(frame::Manager::Schemes, frame::SubAction::Preview)));
 }
 
 }  // namespace tarlo::host

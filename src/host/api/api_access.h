@@ -10,10 +10,9 @@ namespace tarlo::host {
 // ApiError 401.
 void requireUser(Visit& visit, SignIn& signIn);
 
-// Control schemes are read by forms: every user who may open any module of the platform's menu may
-// read them. Schemes are the designer's: a user who may open the scheme manager. Both as
-// Zembra_Permission says. They throw ApiError 403.
-void requireAnyModule(Page& page);
-void requireSchemeManager(Page& page);
+// Control schemes are read by forms: every user who may open any entry of the menu may read them.
+// Schemes are the designers': users who may preview schemes. They throw ApiError 403.
+void requireFormUser(Page& page);
+void requireSchemePreview(Page& page);
 
 }  // namespace tarlo::host

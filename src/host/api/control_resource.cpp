@@ -3,12 +3,14 @@
 #include <fmt/format.h>
 
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "host/api/api_error.h"
 #include "metadata/control_statements.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
 #include "variant/array.h"
 #include "variant/convert.h"
+#include "variant/error_state.h"
 #include "variant/text.h"
 
 namespace tarlo::host {
@@ -41,13 +43,20 @@ Variant rowsOf(Page& page, const std::string& sql) {
   return frame::execSQLRows(page, Variant(sql));
 }
 
-// What a form gets: the repair of a list's statement included.
-void readDefinition(Page& page, ControlResource& control) {
-  const Variant definition = metadata::getControlSQL(page, control.id, control.kind, false);
-  const std::string text = spliced(definition);
-  if (!definition.isText()) return;
+// Whether the statement runs: a list that does not is given to no form.
+bool runs(Page& page, const std::string& statement) {
+  ErrorState err;
+  err.run([&] {
+    frame::asDesigner(page, [&] { frame::execSQL(page, Variant(statement), frame::kCommandText); });
+  });
+  return !err.failed();
+}
+
+// What a form gets, read without a row of the operation log.
+void readDefinition(Page& page, const std::string& text, ControlResource& control) {
   const auto parts = variant::split(text, "|||");
   if (!parts.empty()) control.statement = parts[0];
+  if (control.kind == 3 && !runs(page, control.statement)) control.statement.clear();
   if (parts.size() < 2) return;
   const std::string rest(parts[1]);
   if (control.kind == 2) control.levels = pieces(rest, ";");
@@ -67,10 +76,11 @@ Json boundField(Page& page, const ControlResource& control) {
 }  // namespace
 
 std::optional<ControlResource> readControl(Page& page, std::int64_t id) {
-  const Variant rows = rowsOf(
-      page, fmt::format("select QF_Name,QF_Desc,QF_FieldType,QF_NameID from Zembra_Query_Field "
-                        "where QF_ID={} and Zembra_Flag<>0",
-                        id));
+  const Variant rows =
+      rowsOf(page, fmt::format("select QF_Name,QF_Desc,QF_FieldType,QF_NameID,QF_Relation from "
+                               "Zembra_Query_Field "
+                               "where QF_ID={} and Zembra_Flag<>0",
+                               id));
   if (!rows.isArray()) return std::nullopt;
   const Array& cells = rows.array();
   ControlResource control;
@@ -79,7 +89,7 @@ std::optional<ControlResource> readControl(Page& page, std::int64_t id) {
   control.remark = spliced(cells.at(1, 0));
   control.kind = cells.at(2, 0).isNumber() ? variant::toInt32(cells.at(2, 0)) : 0;
   control.scheme = cells.at(3, 0).isNumber() ? variant::toInt64(cells.at(3, 0)) : 0;
-  readDefinition(page, control);
+  readDefinition(page, spliced(cells.at(4, 0)), control);
   return control;
 }
 

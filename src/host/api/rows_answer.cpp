@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "frame/data.h"
+#include "frame/statement_scope.h"
 #include "host/api/api_error.h"
 #include "siblings/grid_statement.h"
 #include "variant/convert.h"
@@ -118,6 +119,7 @@ void answerRows(Visit& visit, const ControlResource& control) {
   if (source.sql.empty()) {
     throw ApiError(409, "not_usable", "The control's statement no longer runs.");
   }
+  const frame::StatementScope scope(visit.page, frame::kDesignersRights);
   database::Lease connection = frame::borrowConnection(visit.page);
   const GridStatement statement(source.sql, "", kMostColumns, connection->catalogue());
   const std::size_t count = statement.titles().size() - source.hidden;

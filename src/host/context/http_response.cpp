@@ -56,14 +56,17 @@ void HttpResponse::encodePending() {
   text_.clear();
 }
 
+bool HttpResponse::isTyped() const {
+  return std::ranges::any_of(headers_, [](const Header& header) {
+    return variant::equalsNoCase(header.first, "Content-Type");
+  });
+}
+
 // The charset stands in the header, since a page's own meta element may come too late for the
 // browser.
 void HttpResponse::announceHeaders() {
   if (wire_.isStarted()) return;
-  const bool typed = std::ranges::any_of(headers_, [](const Header& header) {
-    return variant::equalsNoCase(header.first, "Content-Type");
-  });
-  if (!typed) {
+  if (!isTyped()) {
     wire_.addHeader("Content-Type", charset_ == Charset::Utf8 ? "text/html; charset=utf-8"
                                                               : "text/html; charset=gb2312");
   }

@@ -32,6 +32,8 @@ class HttpResponse : public frame::Response {
   void reset();
   // Sends what is kept, as the whole page or as the last piece of a flushed one.
   void finish();
+  // Whether somebody has said that the answer is no page.
+  bool isTyped() const;
   bool isFlushed() const { return wire_.isStarted(); }
 
  private:

@@ -5,6 +5,7 @@
 #include "embedded_host_pages.h"
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
+#include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "host/api/control_resource.h"
 #include "host/desktop/desktop.h"
@@ -39,11 +40,13 @@ ControlResource controlFor(Page& page, std::string_view key, int kind) {
 }
 
 std::string optionsOf(Page& page, const ControlResource& control) {
-  return control.statement.empty() ? "" : services::comboBoxOptions(page, control.statement);
+  return control.statement.empty() ? "" : services::storedOptions(page, control.statement);
 }
 
 std::string gridOf(Page& page, const ControlResource& control) {
   if (control.statement.empty()) return {};
+  const frame::StatementScope scope(page, frame::kDesignersRights);
+  const frame::AccessScope access(page, {frame::Caller::FormUser});
   std::vector<std::string_view> titles(control.titles.begin(), control.titles.end());
   const auto grid = page.server.createObject("TarloTable.table");
   frame::connectToPage(page, *grid);

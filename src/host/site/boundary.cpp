@@ -1,5 +1,7 @@
 #include "host/site/boundary.h"
 
+#include <algorithm>
+
 #include "database/error.h"
 #include "host/api/api.h"
 #include "host/site/log_text.h"
@@ -21,7 +23,41 @@ void runToItsEnd(Visit& visit, spdlog::logger& log, const std::function<void()>&
   }
 }
 
-void report(const Visit& visit, spdlog::logger& log) {
+// What the number of an error means to whoever asked.
+struct Meaning {
+  int number;
+  const Notice& notice;
+  std::string_view code;     // in the JSON interface
+  std::string_view message;  // the same
+};
+constexpr Meaning kMeanings[] = {
+    {static_cast<int>(ErrorNumber::PermissionDenied), kNotGranted, "forbidden",
+     "The user has no permission for this."},
+    {database::kForbidden, kNotGranted, "forbidden", "The statement reads what it may not."},
+    {database::kTooManyRows, kTooLarge, "too_large", "The result is too large."},
+    {database::kNoRoomForRows, kBusy, "busy", "The server holds as many rows as it may."},
+    {database::kTimeout, kTooSlow, "too_slow", "The statement took too long."},
+};
+
+const Meaning* meaningOf(int number) {
+  const auto* found = std::ranges::find(kMeanings, number, &Meaning::number);
+  return found == std::end(kMeanings) ? nullptr : found;
+}
+
+// An operation that goes on after errors may have left out the rows that were too many: what it
+// has written is not the answer then. One that says so itself (in JSON, in a file) has set its
+// type.
+void checkExcess(Visit& visit, spdlog::logger& log) {
+  using Excess = database::RowBudget::Excess;
+  const Excess excess = visit.rowBudget.excess();
+  if (excess == Excess::None || visit.response.isFlushed() || visit.response.isTyped()) return;
+  const bool isOwn = excess == Excess::Operation;
+  refuse(visit, log, isOwn ? kTooLarge : kBusy,
+         isOwn ? "more rows than an operation may hold" : "more rows than all operations may hold");
+}
+
+// Gives the meaning of what was thrown, nothing for a failure.
+const Meaning* report(const Visit& visit, spdlog::logger& log) {
   const auto line = [&](std::string_view detail) {
     log.error("{} {} failed: {}", visit.wire.id, logText(visit.what), detail);
   };
@@ -33,23 +69,28 @@ void report(const Visit& visit, spdlog::logger& log) {
                      logText(error.source()), logText(error.description()), native.engine,
                      native.code, native.sqlState, logText(native.text),
                      logText(native.statement)));
+    return meaningOf(error.number());
   } catch (const RuntimeError& error) {
     line(fmt::format("error {}, {}: {}", error.number(), logText(error.source()),
                      logText(error.description())));
+    return meaningOf(error.number());
   } catch (const std::exception& error) {
     line(logText(error.what()));
   } catch (...) {
     line("an exception of an unknown kind");
   }
+  return nullptr;
 }
 
-void answerFailure(Visit& visit) {
+void answerFailure(Visit& visit, const Meaning* meaning) {
   if (!visit.response.isFlushed()) {
     if (isApiPath(visit.path)) {
       visit.response.reset();
-      writeApiError(visit, internalFailure());
+      writeApiError(visit, meaning == nullptr ? internalFailure()
+                                              : ApiError(meaning->notice.status, meaning->code,
+                                                         std::string(meaning->message)));
     } else {
-      writeNotice(visit, kFailure);
+      writeNotice(visit, meaning == nullptr ? kFailure : meaning->notice);
     }
   }
   visit.response.finish();
@@ -69,11 +110,11 @@ void answerBarely(Visit& visit) noexcept {
 void runWithin(Visit& visit, spdlog::logger& log, const std::function<void()>& work) noexcept {
   try {
     runToItsEnd(visit, log, work);
+    checkExcess(visit, log);
     visit.response.finish();
   } catch (...) {
     try {
-      report(visit, log);
-      answerFailure(visit);
+      answerFailure(visit, report(visit, log));
     } catch (...) {
       answerBarely(visit);
     }

@@ -7,9 +7,10 @@
 #include "component/operations.h"
 #include "component/tarlo_query.h"
 #include "frame/helpers.h"
+#include "frame/statement_scope.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
-#include "host/site/permission.h"
+#include "org/may_call.h"
 #include "siblings/siblings.h"
 #include "variant/convert.h"
 #include "variant/text.h"
@@ -35,11 +36,6 @@ class BoundComponent {
   TarloQuery component_;
 };
 
-void refuse(Visit& visit, spdlog::logger& log, const Notice& notice, std::string_view why) {
-  log.warn("{} {} refused: {}", visit.wire.id, logText(visit.what), why);
-  writeNotice(visit, notice);
-}
-
 // The check writes its refusal itself.
 bool mayConnect(Visit& visit, BoundComponent& bound, spdlog::logger& log) {
   if (variant::toBoolean(bound.call("isValidConnect"))) return true;
@@ -49,20 +45,14 @@ bool mayConnect(Visit& visit, BoundComponent& bound, spdlog::logger& log) {
   return false;
 }
 
-// The managers, the wizards and what their pages send.
-bool isForDesigners(const component::Operation& operation) {
-  return operation.folder == "scheme" || operation.folder == "control";
-}
-
-// A user whose menu has no manager has been told so when this is false.
-bool mayDesign(Visit& visit, PagesFor pagesFor, spdlog::logger& log) {
-  if (pagesFor == PagesFor::Everybody || mayOpenAnyManager(visit.page)) return true;
-  refuse(visit, log, kNotGranted, "the user may open no manager (pages.designers_only)");
+// A user whom the row does not name has been told so when this is false.
+bool mayCall(Visit& visit, const frame::Access& access, spdlog::logger& log) {
+  if (org::mayCall(visit.page, access)) return true;
+  refuse(visit, log, kNotGranted, "the user may not call it");
   return false;
 }
 
-void runOwnOperation(Visit& visit, const std::string& action, PagesFor pagesFor,
-                     spdlog::logger& log) {
+void runOwnOperation(Visit& visit, const std::string& action, spdlog::logger& log) {
   BoundComponent bound(visit.page);
   if (!mayConnect(visit, bound, log)) return;
   const component::Operation* operation = component::findOperation(action);
@@ -70,13 +60,13 @@ void runOwnOperation(Visit& visit, const std::string& action, PagesFor pagesFor,
     refuse(visit, log, kNoSuchOperation, "no such operation");
   } else if (operation->kind == component::OperationKind::Service || operation->arity > 0) {
     refuse(visit, log, kNotAPage, "a service operation, asked for by address");
-  } else if (!isForDesigners(*operation) || mayDesign(visit, pagesFor, log)) {
+  } else if (mayCall(visit, operation->access, log)) {
     bound.call(operation->name);
   }
 }
 
 void runSiblingOperation(Visit& visit, std::string_view component, const std::string& action,
-                         PagesFor pagesFor, spdlog::logger& log) {
+                         spdlog::logger& log) {
   {
     BoundComponent bound(visit.page);
     if (!mayConnect(visit, bound, log)) return;
@@ -86,8 +76,10 @@ void runSiblingOperation(Visit& visit, std::string_view component, const std::st
         !variant::equalsNoCase(operation.name, action)) {
       continue;
     }
-    if (!operation.isForDesigners || mayDesign(visit, pagesFor, log)) operation.run(visit.page);
-    return;
+    if (!mayCall(visit, operation.access, log)) return;
+    const frame::StatementScope scope(visit.page, operation.rights);
+    const frame::AccessScope access(visit.page, operation.access);
+    return operation.run(visit.page);
   }
   refuse(visit, log, kNoSuchOperation, "no such operation");
 }
@@ -109,14 +101,13 @@ bool hasComponent(std::string_view component) {
          });
 }
 
-void runComponentPage(Visit& visit, std::string_view component, PagesFor pagesFor,
-                      spdlog::logger& log) {
+void runComponentPage(Visit& visit, std::string_view component, spdlog::logger& log) {
   const std::string action = variant::spliced(visit.request.value("action"));
   visit.what = fmt::format("{} {}", component, action);
   if (variant::equalsNoCase(component, component::kClassName)) {
-    runOwnOperation(visit, action, pagesFor, log);
+    runOwnOperation(visit, action, log);
   } else {
-    runSiblingOperation(visit, component, action, pagesFor, log);
+    runSiblingOperation(visit, component, action, log);
   }
 }
 

@@ -16,14 +16,9 @@ std::string_view componentOf(std::string_view path);
 // platform that are not here.
 bool hasComponent(std::string_view component);
 
-// Who may call the pages of the managers and of their wizards: everybody who is signed in, or users
-// who may open one of the managers.
-enum class PagesFor { Everybody, Designers };
-
 // Runs the operation that the request's "action" names, after the origin check. Operations that
-// take arguments or give results are for programs: by address they do not exist. Expects a
-// signed-in visit.
-void runComponentPage(Visit& visit, std::string_view component, PagesFor pagesFor,
-                      spdlog::logger& log);
+// take arguments or give results are for programs: by address they do not exist. The others are for
+// those whom their rows name. Expects a signed-in visit.
+void runComponentPage(Visit& visit, std::string_view component, spdlog::logger& log);
 
 }  // namespace tarlo::host

@@ -1,6 +1,8 @@
 #pragma once
 // The plain pages of the server itself: refusals and failures, in words for users.
 
+#include <spdlog/logger.h>
+
 #include <string_view>
 
 #include "host/site/visit.h"
@@ -25,11 +27,18 @@ inline constexpr Notice kWrongMethod{405, "请求方式不支持",
 inline constexpr Notice kCrossSite{403, "请求被拒绝",
                                    "请求来自别的网站，没有执行。请从本系统的页面操作。"};
 inline constexpr Notice kNotGranted{403, "没有权限",
-                                    "您没有使用查询方案设计功能的权限，请与系统管理员联系。"};
+                                    "您没有使用这项功能的权限，请与系统管理员联系。"};
+inline constexpr Notice kTooLarge{413, "结果太大",
+                                  "查询结果超过了服务器允许的大小，请缩小查询范围后再试。"};
+inline constexpr Notice kTooSlow{503, "查询时间过长",
+                                 "查询用时超过了服务器允许的时间，请缩小查询范围后再试。"};
 inline constexpr Notice kTooManyFailures{429, "登录失败次数过多", "请稍候再试。"};
 inline constexpr Notice kBusy{503, "服务器繁忙", "请稍候再试。"};
 inline constexpr Notice kFailure{500, "页面出错",
                                  "处理请求时发生错误，已记入日志。请把下面的编号告诉系统管理员。"};
+
+// Writes the notice, and why into the log.
+void refuse(Visit& visit, spdlog::logger& log, const Notice& notice, std::string_view why);
 
 // Writes the notice as the whole page; the request's id stands below the text.
 void writeNotice(Visit& visit, const Notice& notice);

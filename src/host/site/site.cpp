@@ -1,5 +1,7 @@
 #include "host/site/site.h"
 
+#include <fmt/ranges.h>
+
 #include "host/api/api.h"
 #include "host/context/registered_classes.h"
 #include "host/desktop/desktop.h"
@@ -9,6 +11,7 @@
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
 #include "host/site/sign_in_pages.h"
+#include "org/may_call.h"
 #include "services/file_system.h"
 #include "services/new_mail.h"
 #include "siblings/siblings.h"
@@ -45,6 +48,8 @@ frame::ValueMap applicationValues(const Config& config) {
   values["strConn"] = config.database;
   values["designerExtras"] = config.designerExtras;
   values["statementsByUrl"] = config.statementsByUrl;
+  values["designersOnly"] = config.designersOnly;
+  values["administrators"] = fmt::format("{}", fmt::join(config.administrators, ","));
   values["mailSender"] = config.mailSender;
   values["mailTelephone"] = config.mailTelephone;
   values["mailComplaintsTelephone"] = config.mailComplaintsTelephone;
@@ -89,13 +94,18 @@ Site::Site(const Config& config, database::Registry& databases, StaticFiles file
       server_(objects_, charsetIn(config)),
       application_(applicationValues(config)),
       signIn_(config, databases, log_),
+      rowTotal_(config.rowBytesInAll),
       context_{charsetIn(config),
                config.limits.responseBytes,
                config.secureCookie,
                sessions_,
                server_,
                application_,
-               databases} {}
+               databases,
+               rowTotal_,
+               config.rowBytes,
+               config.readableTables,
+               *log_} {}
 
 bool Site::isUrgent(const WireRequest& request) {
   return request.path() == kAlive;
@@ -140,8 +150,7 @@ void Site::route(Visit& visit) {
   } else if (!takeTrustedUser(visit, signIn_)) {
     askToSignIn(visit);
   } else if (!component.empty()) {
-    const PagesFor pagesFor = config_.designersOnly ? PagesFor::Designers : PagesFor::Everybody;
-    runComponentPage(visit, component, pagesFor, *log_);
+    runComponentPage(visit, component, *log_);
   } else {
     routeDesktop(visit);
   }
@@ -165,7 +174,11 @@ bool Site::routeOpen(Visit& visit) {
 
 void Site::routeDesktop(Visit& visit) {
   if (visit.path == kDemoForm) {
-    writeDemoForm(visit.page);
+    if (org::mayCall(visit.page, {frame::Caller::FormUser})) {
+      writeDemoForm(visit.page);
+    } else {
+      refuse(visit, *log_, kNotGranted, "the user may open no entry of the menu");
+    }
     return;
   }
   const Variant menu = visit.request.value("cmdID");

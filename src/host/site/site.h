@@ -40,6 +40,7 @@ class Site {
   HttpServer server_;
   HttpApplication application_;
   SignIn signIn_;
+  database::RowTotal rowTotal_;
   const VisitContext context_;
 };
 

@@ -2,9 +2,20 @@
 
 #include <fmt/format.h>
 
+#include "frame/statement_scope.h"
 #include "variant/convert.h"
 
 namespace tarlo::host {
+
+namespace {
+
+using enum database::TableGroup;
+
+// The server's own pages: desktop, sign-in, JSON interface. Operations have rights of their own.
+constexpr database::StatementRights kDesktopRights = {
+    .reads = {Menu, Organisation, Workflow, Schemes, Controls, Dictionary}, .writes = {}};
+
+}  // namespace
 
 Visit::Visit(const WireRequest& given, WireResponse& answer, const VisitContext& context)
     : wire(given),
@@ -14,9 +25,23 @@ Visit::Visit(const WireRequest& given, WireResponse& answer, const VisitContext&
       response(answer, context.charset, context.mostPageBytes),
       session(context.sessions.find(request.cookie(kSessionCookie)),
               [this] { return makeSession(); }),
-      page{request, response, context.server, session, context.application, context.databases},
+      rowBudget(context.mostRowBytes, context.rowTotal),
+      refusals(*this, context.log),
+      page{request,
+           response,
+           context.server,
+           session,
+           context.application,
+           context.databases,
+           frame::statementContext(kDesktopRights)},
       what(path),
-      context_(context) {}
+      context_(context) {
+  page.statements.alsoReadable = context.readableTables;
+  page.statements.refusals = &refusals;
+  page.statements.budget = &rowBudget;
+  page.statements.isWanted = [this] { return response.isClientConnected(); };
+  page.access = {frame::Caller::SignedIn};
+}
 
 bool Visit::isSignedIn() const {
   return !variant::spliced(session.get("usrID")).empty();

@@ -8,6 +8,7 @@
 #include "host/context/http_response.h"
 #include "host/context/http_server.h"
 #include "host/context/sessions.h"
+#include "host/site/refusal_line.h"
 
 namespace tarlo::host {
 
@@ -21,6 +22,11 @@ struct VisitContext {
   frame::Server& server;
   frame::Application& application;
   database::Registry& databases;
+  // What its statements may cost, and what they may read beside the dictionary.
+  database::RowTotal& rowTotal;
+  std::size_t mostRowBytes;
+  std::span<const std::string> readableTables;
+  spdlog::logger& log;
 };
 
 class Visit {
@@ -40,6 +46,8 @@ class Visit {
   HttpRequest request;
   HttpResponse response;
   HttpSession session;
+  database::RowBudget rowBudget;
+  RefusalLine refusals;
   Page page;
   std::string what;  // names the page in the log: component and operation
 

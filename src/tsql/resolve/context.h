@@ -4,7 +4,9 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "tsql/access.h"
 #include "tsql/catalogue.h"
 #include "tsql/resolve/scope.h"
 
@@ -14,7 +16,7 @@ namespace tarlo::tsql {
 struct BatchContext {
   Catalogue& catalogue;
   std::map<std::string, Type> variables;
-  std::string ownTable;  // a table of the server's own that a statement names; "" for none
+  std::vector<Touched> touched;  // in the order of the text
 };
 
 // One clause of one query.
@@ -27,8 +29,8 @@ struct Context {
   bool* sawAggregate = nullptr;
 };
 
-// The table of a statement. Refuses unknown names and schemas other than dbo.
-const Table& findTable(BatchContext& batch, std::string_view schema, std::string_view name,
-                       Position position);
+// The table of a statement, noted as touched. Refuses unknown names and schemas other than dbo.
+const Table& findTable(BatchContext& batch, Access access, std::string_view schema,
+                       std::string_view name, Position position);
 
 }  // namespace tarlo::tsql

@@ -120,7 +120,8 @@ void resolveCreateTable(BatchContext& batch, ast::CreateTable& create, Position 
 }
 
 void resolveCreateIndex(BatchContext& batch, const ast::CreateIndex& create, Position position) {
-  const Table& table = findTable(batch, create.table.schema, create.table.name, position);
+  const Table& table =
+      findTable(batch, Access::Write, create.table.schema, create.table.name, position);
   std::vector<int> indexed;
   for (const ast::CreateIndex::Part& part : create.parts) {
     const int column = table.find(part.column);

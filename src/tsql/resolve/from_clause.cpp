@@ -27,7 +27,8 @@ class FromResolver {
  private:
   void add(ast::TableSource& source) {
     if (const auto* name = std::get_if<ast::TableName>(&source.table)) {
-      const Table& table = findTable(batch_, name->schema, name->name, source.position);
+      const Table& table =
+          findTable(batch_, Access::Read, name->schema, name->name, source.position);
       scope_.add(Source(name->alias.empty() ? name->name : name->alias, table), source.position);
       return;
     }
@@ -65,12 +66,11 @@ void resolveFrom(BatchContext& batch, ast::QuerySpec& spec, Scope& scope) {
   scope.showAll();
 }
 
-const Table& findTable(BatchContext& batch, std::string_view schema, std::string_view name,
-                       Position position) {
+const Table& findTable(BatchContext& batch, Access access, std::string_view schema,
+                       std::string_view name, Position position) {
   const bool known = schema.empty() || sameName(schema, "dbo");
   if (const Table* table = known ? batch.catalogue.findTable(name) : nullptr) {
-    if (sameName(std::string_view(table->name).substr(0, kOwnTablePrefix.size()), kOwnTablePrefix))
-      batch.ownTable = table->name;
+    batch.touched.push_back({access, table->name, position});
     return *table;
   }
   throw StatementError(

@@ -25,7 +25,7 @@ bool isPlainValue(const ast::Expr& expr) {
 
 void resolveSetOption(BatchContext& batch, const ast::SetOption& option, Position position) {
   if (option.option != "IDENTITY_INSERT") return;
-  const Table& table = findTable(batch, {}, option.table, position);
+  const Table& table = findTable(batch, Access::Write, {}, option.table, position);
   for (const Column& column : table.columns) {
     if (column.isIdentity) return;
   }
@@ -46,6 +46,7 @@ void resolveExecute(BatchContext& batch, ast::Execute& execute) {
     throw StatementError(Refusal::Name, execute.position,
                          fmt::format("unknown procedure {}", execute.procedure));
   }
+  batch.touched.push_back({Access::Execute, execute.procedure, execute.position});
   const Scope noTables;
   for (ast::Execute::Argument& argument : execute.arguments) {
     const bool isVariable = std::holds_alternative<ast::Variable>(argument.value.node);

@@ -16,7 +16,7 @@ class StatementResolver {
   }
 
   Resolved take() {
-    resolved_.ownTable = std::move(batch_.ownTable);
+    resolved_.touched = std::move(batch_.touched);
     return std::move(resolved_);
   }
 

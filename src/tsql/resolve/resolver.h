@@ -11,6 +11,7 @@
 //   with GROUP BY or aggregates, divisors, ROUND and STR digits and the like);
 // - literals that are converted have been tried: one that cannot convert is refused.
 
+#include "tsql/access.h"
 #include "tsql/ast/statement.h"
 #include "tsql/catalogue.h"
 
@@ -26,8 +27,7 @@ struct Resolved {
       columns;  // of the statement of the batch that gives rows; empty when none does
   // An INSERT that gives a value to the identity column of this table; "" for none.
   std::string explicitIdentityOf;
-  // A table of the server's own that the batch names; "" for none.
-  std::string ownTable;
+  std::vector<Touched> touched;
 };
 
 // Throws StatementError (Name, Kind, Rule or Unsupported).

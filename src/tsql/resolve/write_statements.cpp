@@ -82,7 +82,8 @@ void resolveSelected(BatchContext& batch, ast::Query& query, const WrittenColumn
 
 void resolveInsert(BatchContext& batch, ast::Insert& insert, Position position,
                    std::string& explicitIdentityOf) {
-  const Table& table = findTable(batch, insert.table.schema, insert.table.name, position);
+  const Table& table =
+      findTable(batch, Access::Write, insert.table.schema, insert.table.name, position);
   WrittenColumns written(table);
   for (const std::string& name : insert.columns) {
     if (written.add(name, position).isIdentity) explicitIdentityOf = table.name;
@@ -96,7 +97,8 @@ void resolveInsert(BatchContext& batch, ast::Insert& insert, Position position,
 }
 
 void resolveUpdate(BatchContext& batch, ast::Update& update, Position position) {
-  const Table& table = findTable(batch, update.table.schema, update.table.name, position);
+  const Table& table =
+      findTable(batch, Access::Write, update.table.schema, update.table.name, position);
   const std::string& alias = update.table.alias;
   Scope scope;
   scope.add(Source(alias.empty() ? update.table.name : alias, table), position);

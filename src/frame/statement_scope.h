@@ -1,0 +1,56 @@
+#pragma once
+// What the statements of a page may touch, for as long as a piece of work lasts. The component sets
+// it for each operation from the operation's row; statements that designers have put together, and
+// those that were stored, run in a narrower scope of their own, whoever runs them.
+
+#include <utility>
+
+#include "frame/page.h"
+
+namespace tarlo::frame {
+
+class StatementScope {
+ public:
+  StatementScope(Page& page, database::StatementRights rights)
+      : page_(page), before_(std::exchange(page.statements.rights, rights)) {}
+  ~StatementScope() { page_.statements.rights = before_; }
+  StatementScope(const StatementScope&) = delete;
+  StatementScope& operator=(const StatementScope&) = delete;
+
+ private:
+  Page& page_;
+  const database::StatementRights before_;
+};
+
+// The same for who may call what is being run.
+class AccessScope {
+ public:
+  AccessScope(Page& page, Access access)
+      : page_(page), before_(std::exchange(page.access, access)) {}
+  ~AccessScope() { page_.access = before_; }
+  AccessScope(const AccessScope&) = delete;
+  AccessScope& operator=(const AccessScope&) = delete;
+
+ private:
+  Page& page_;
+  const Access before_;
+};
+
+// Business tables of the dictionary and nothing else, read only.
+inline constexpr database::StatementRights kDesignersRights = {
+    .reads = {database::TableGroup::Business},
+    .writes = {},
+    .executes = false,
+    .readsListedOnly = true};
+
+// Runs the step in that scope: `asDesigner(page, [&] { return execSQLRows(page, stored); })`.
+template <class Step>
+auto asDesigner(Page& page, Step&& step) {
+  const StatementScope scope(page, kDesignersRights);
+  return std::forward<Step>(step)();
+}
+
+// The statements of a page that has no rights yet; `rights` are its first ones.
+database::StatementContext statementContext(const database::StatementRights& rights = {});
+
+}  // namespace tarlo::frame

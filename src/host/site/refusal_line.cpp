@@ -1,0 +1,19 @@
+#include "host/site/refusal_line.h"
+
+#include "host/site/log_text.h"
+#include "host/site/visit.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
+
+namespace tarlo::host {
+
+void RefusalLine::refused(std::string_view statement, std::string_view reason) noexcept {
+  ErrorState err;
+  err.run([&] {
+    log_.warn("{} {} statement refused: user {}, {}; statement {}", visit_.wire.id,
+              logText(visit_.what), logText(variant::spliced(visit_.session.get("usrID"))),
+              logText(reason), logText(statement));
+  });
+}
+
+}  // namespace tarlo::host
