@@ -76,7 +76,8 @@ siblings::GridState& grid() {
     definition.captions = {"查询方案", "目录", "类别", "方案说明", "创建时间"};
     auto connection = frame::borrowConnection(page());
     return std::make_unique<siblings::GridState>(
-        definition, std::make_shared<siblings::PreparedGrid>(definition, connection->catalogue()));
+        page(), definition,
+        std::make_shared<siblings::PreparedGrid>(definition, connection->catalogue()));
   }();
   return *state;
 }

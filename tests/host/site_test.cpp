@@ -187,13 +187,14 @@ class BoundaryTest : public ::testing::Test {
     HttpServer server(none, Charset::Utf8);
     HttpApplication application({});
     database::Registry databases;
-    const VisitContext context{Charset::Utf8, 1000,        false,    sessions,
-                               server,        application, databases};
+    spdlog::logger log("test", std::make_shared<spdlog::sinks::ostream_sink_mt>(log_));
+    database::RowTotal rowTotal(1 << 20);
+    const VisitContext context{Charset::Utf8, 1000,     false,   sessions, server, application,
+                               databases,     rowTotal, 1 << 20, {},       log};
     WireRequest request;
     request.id = "run-7";
     request.target = "/x";
     Visit visit(request, answer_, context);
-    spdlog::logger log("test", std::make_shared<spdlog::sinks::ostream_sink_mt>(log_));
     runWithin(visit, log, [&] { work(visit); });
     return answer_.body;
   }
