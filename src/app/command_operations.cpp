@@ -9,6 +9,8 @@
 #include "app/operation_examples.h"
 #include "app/table.h"
 #include "component/operations.h"
+#include "org/may_call.h"
+#include "siblings/siblings.h"
 #include "variant/text.h"
 
 namespace tarlo::app {
@@ -58,14 +60,77 @@ void writeMarkdown(std::ostream& out) {
   }
 }
 
+std::string_view wordFor(frame::Caller caller) {
+  switch (caller) {
+    case frame::Caller::Program:
+      return "programs";
+    case frame::Caller::SignedIn:
+      return "signed in";
+    case frame::Caller::FormUser:
+      return "users with a menu";
+    case frame::Caller::Designer:
+      return "designers";
+    case frame::Caller::Administrator:
+      return "administrators";
+  }
+  return {};
+}
+
+std::string whoMay(const frame::Access& access) {
+  if (access.manager == frame::Manager::None) return std::string(wordFor(access.caller));
+  const bool isEither = access.subAction == frame::SubAction::AddOrModify;
+  return fmt::format("{} of `{}`", isEither ? "add, modify" : org::nameOf(access.subAction),
+                     org::addressOf(access.manager));
+}
+
+std::string listOf(database::TableGroups groups) {
+  constexpr auto kLast = static_cast<int>(database::TableGroup::Server);
+  std::vector<std::string_view> names;
+  for (int number = 0; number <= kLast; ++number) {
+    const auto group = static_cast<database::TableGroup>(number);
+    if (groups.contains(group)) names.push_back(database::nameOf(group));
+  }
+  return fmt::format("{}", fmt::join(names, ", "));
+}
+
+void writeAccessRow(std::ostream& out, std::string_view name, const frame::Access& access,
+                    const database::StatementRights& rights) {
+  out << fmt::format("| {} | {} | {} | {} |\n", name, whoMay(access), listOf(rights.reads),
+                     listOf(rights.writes));
+}
+
+void writeAccess(std::ostream& out) {
+  out << "| operation | who may call it | its statements read | and write |\n|---|---|---|---|\n";
+  for (const Operation& operation : component::operations()) {
+    writeAccessRow(out, operation.name, operation.access, operation.rights);
+  }
+  for (const auto& operation : siblings::pageOperations()) {
+    writeAccessRow(out, fmt::format("{}.{}", operation.component, operation.name), operation.access,
+                   operation.rights);
+  }
+}
+
 }  // namespace
 
 Command addOperations(CLI::App& program, Console console) {
   CLI::App* command = program.add_subcommand("operations", "List the operations");
-  const auto markdown = std::make_shared<bool>(false);
-  command->add_flag("--markdown", *markdown, "As a Markdown table");
-  return {command, [console, markdown](const Words&) {
-            *markdown ? writeMarkdown(console.out) : writeAligned(console.out);
+  struct Form {
+    bool markdown = false, access = false;
+  };
+  const auto form = std::make_shared<Form>();
+  auto* markdown = command->add_flag("--markdown", form->markdown, "As a Markdown table");
+  command
+      ->add_flag("--access", form->access,
+                 "Who may call them and what their statements touch, as a Markdown table")
+      ->excludes(markdown);
+  return {command, [console, form](const Words&) {
+            if (form->access) {
+              writeAccess(console.out);
+            } else if (form->markdown) {
+              writeMarkdown(console.out);
+            } else {
+              writeAligned(console.out);
+            }
             return kDone;
           }};
 }
