@@ -20,6 +20,7 @@ class DatabasePage {
   // Runs a script as the product does when it makes its tables.
   void runScript(std::string_view script) {
     database::Lease connection = frame::borrowConnection(page());
+    connection->setContext(nullptr);
     connection->allowDdl(true);
     database::runScript(*connection, script);
   }
