@@ -51,7 +51,9 @@ class WireServerTest : public ::testing::Test {
     options.limits.running = 2;
     options.limits.drainTime = milliseconds(3000);
     if (adjust) adjust(options.limits);
-    options.isUrgent = [](const WireRequest& request) { return request.path() == "/urgent"; };
+    options.laneOf = [](const WireRequest& request) {
+      return request.path() == "/urgent" ? Lane::Immediate : Lane::Operation;
+    };
     server_ = std::make_unique<WireServer>(
         options,
         [this](const WireRequest& request, WireResponse& response) { handle(request, response); });

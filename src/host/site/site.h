@@ -21,8 +21,10 @@ class Site {
 
   // The handler of the wire server: answers every request and throws nothing.
   void handle(const WireRequest& request, WireResponse& response);
-  // Whether the request goes past the gate: only the question whether the process lives.
-  static bool isUrgent(const WireRequest& request);
+  // Files and health checks wait for nothing, and sign-ins not for operations.
+  Lane laneOf(const WireRequest& request) const;
+  // By the session's user, or by what else a request names its user with.
+  Visitor visitorOf(const WireRequest& request);
 
  private:
   void route(Visit& visit);
