@@ -51,7 +51,8 @@ class ConnectionRun {
         remoteAddress_(channel_.remote().address().to_string()) {}
 
   asio::awaitable<void> run() {
-    if (co_await channel_.handshake()) co_return;
+    const auto failure = co_await channel_.handshake();
+    if (failure) co_return;
     bool goOn = true;
     while (goOn && !context_.stopping) {
       if (!co_await awaitFirstByte()) break;
@@ -63,7 +64,8 @@ class ConnectionRun {
 
   asio::awaitable<void> sendAway() {
     begin_ = Clock::now();
-    if (co_await channel_.handshake()) co_return;
+    const auto failure = co_await channel_.handshake();
+    if (failure) co_return;
     report(unread(), 503, 0);
     co_await writePlain(503, "too many connections");
     co_await channel_.close();
@@ -98,7 +100,7 @@ class ConnectionRun {
     begin_ = Clock::now();
     RequestParser parser(limits_.headerBytes, limits_.bodyBytes);
     channel_.readWithin(limits_.headerTime);
-    bool isRead = co_await readUntil(parser, &RequestParser::isHeaderComplete, kFewBytes);
+    bool isRead = co_await readUntil(parser, false, kFewBytes);
     if (isRead && !parser.isComplete()) isRead = co_await readBody(parser);
     channel_.readAtLeisure();
     if (isRead) co_return co_await answer(parser);
@@ -106,22 +108,28 @@ class ConnectionRun {
     co_return false;
   }
 
-  // False when the request is refused, or no more of it comes.
-  asio::awaitable<bool> readUntil(RequestParser& parser, bool (RequestParser::*isThere)() const,
-                                  std::size_t atOnce) {
-    for (;;) {
-      front_ += parser.take(unreadBytes());
-      if (parser.refusal() != 0) co_return false;
-      if ((parser.*isThere)()) co_return true;
-      if (!co_await readMore(atOnce)) co_return false;
+  // The whole request or its header. False when it is refused, or no more of it comes.
+  asio::awaitable<bool> readUntil(RequestParser& parser, bool isWhole, std::size_t atOnce) {
+    bool goOn = true;
+    while (goOn && !takeWhatIsThere(parser, isWhole)) {
+      goOn = co_await readMore(atOnce);
     }
+    co_return goOn&& parser.refusal() == 0;
+  }
+
+  // True when no more is to be read: the request is there, as far as it is wanted, or refused.
+  bool takeWhatIsThere(RequestParser& parser, bool isWhole) {
+    front_ += parser.take(unreadBytes());
+    return parser.refusal() != 0 || (isWhole ? parser.isComplete() : parser.isHeaderComplete());
   }
 
   asio::awaitable<bool> readBody(RequestParser& parser) {
     channel_.readWithin(limits_.bodyTime);
-    if (parser.expectsContinue() && !co_await channel_.write(kContinue)) co_return false;
+    bool isWanted = true;
+    if (parser.expectsContinue()) isWanted = co_await channel_.write(kContinue);
+    if (!isWanted) co_return false;
     channel_.readWithin(limits_.bodyTime);
-    co_return co_await readUntil(parser, &RequestParser::isComplete, kManyBytes);
+    co_return co_await readUntil(parser, true, kManyBytes);
   }
 
   // A request that could not be read: a status and a close, and nothing at all to a client that
@@ -164,8 +172,9 @@ class ConnectionRun {
       co_return co_await turnDown(request, 429, "too many requests at a time");
     }
     Gate* const gate = gateOf(lane);
-    if (gate != nullptr && !co_await gate->enter())
-      co_return co_await turnDown(request, 503, "the server is busy");
+    bool hasTurn = true;
+    if (gate != nullptr) hasTurn = co_await gate->enter();
+    if (!hasTurn) co_return co_await turnDown(request, 503, "the server is busy");
     co_return co_await handle(parser, gate);
   }
 
@@ -210,8 +219,8 @@ class ConnectionRun {
     const std::string body = headOnly ? std::string() : response.takeBody();
     const bool isSmall = body.size() <= kSmallBody;
     if (isSmall) head += body;
-    if (!co_await channel_.write(head)) co_return false;
-    if (isSmall) co_return true;
+    const bool isOut = co_await channel_.write(head);
+    if (!isOut || isSmall) co_return isOut;
     co_return co_await channel_.write(body);
   }
 
