@@ -94,7 +94,9 @@ const ConfigKey kKeys[] = {
     {"session", "most", &C::sessions,
      "Sessions kept; beyond it the one that was idle longest goes.", 1, 1e6},
     {"session", "secure_cookie", &C::secureCookie,
-     "Send the session cookie over HTTPS only; turn it on behind a TLS proxy."},
+     "Send the session cookie over HTTPS only; turn it on behind a TLS proxy. Over the server's "
+     "own "
+     "TLS it is so always."},
 
     {"sign_in", "attempts", &C::signInAttempts,
      "Failures of one user or one address within the window.", 1, 1000},

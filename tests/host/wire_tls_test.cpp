@@ -123,8 +123,11 @@ TEST_F(WireTlsTest, AnswersOverTls) {
   const std::string answer = get("/");
   EXPECT_TRUE(answer.ends_with("\r\n\r\nsecure")) << answer;
   EXPECT_NE(answer.find("\r\nStrict-Transport-Security: max-age=31536000\r\n"), std::string::npos);
-  EXPECT_EQ(std::ranges::count(get("/large"), 'y'), 3'000'000 + 2);
-  const std::string flushed = get("/flush");
+  const auto bodyOf = [](const std::string& whole) {
+    return whole.substr(whole.find("\r\n\r\n") + 4);
+  };
+  EXPECT_TRUE(bodyOf(get("/large")) == std::string(3'000'000, 'y'));
+  const std::string flushed = bodyOf(get("/flush"));
   EXPECT_EQ(std::ranges::count(flushed, 'x'), 400 * 32768);
   EXPECT_TRUE(flushed.ends_with("\r\n0\r\n\r\n"));
   // A refusal is an answer as well; the requests of one connection are answered in turn.
