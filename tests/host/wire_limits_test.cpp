@@ -199,15 +199,18 @@ TEST_F(WireLimitsTest, ClientsThatReadNothingHoldNoPlace) {
       },
       [](WireServer::Options& options) {
         options.limits.running = 1;
-        options.limits.paceTime = milliseconds(600);
+        options.limits.paceTime = milliseconds(2000);
       });
   // A page of some megabytes is out of the operation's way, read or not.
   std::vector<WireClient> silent;
   for (int i = 1; i <= 3; ++i) {
     silent.emplace_back(port());
     silent.back().send(request("/preview"));
-    EXPECT_EQ(statusOfGet("/after"), 200);
+    for (int tries = 0; tries < 250 && flushed < i; ++tries)
+      std::this_thread::sleep_for(milliseconds(20));
     EXPECT_EQ(flushed, i);
+    EXPECT_EQ(failures_.text(), "");
+    EXPECT_EQ(statusOfGet("/after"), 200);
   }
   // A larger one holds its place, until its client is dropped for not reading.
   for (const char* target : {"/kept", "/flushed"}) {
