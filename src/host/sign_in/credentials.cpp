@@ -119,12 +119,4 @@ void revokeApiTokens(database::Database& database, int userId) {
       "update Tarlo_ApiToken set ExpiresAt={0} where User_ID={1} and ExpiresAt>{0}", now, userId));
 }
 
-bool hasSignInTables(database::Database& database) {
-  database::Lease connection = database.borrow();
-  return connection->catalogue().findTable("Tarlo_Credential") != nullptr &&
-         connection->catalogue().findTable("Tarlo_SignInLink") != nullptr &&
-         connection->catalogue().findTable("Tarlo_ApiToken") != nullptr &&
-         connection->catalogue().findTable("Zembra_User") != nullptr;
-}
-
 }  // namespace tarlo::host

@@ -41,7 +41,4 @@ std::optional<User> userOfToken(database::Database& database, std::string_view t
 // Ends every token of the user.
 void revokeApiTokens(database::Database& database, int userId);
 
-// Whether the database has the tables of the sign-in.
-bool hasSignInTables(database::Database& database);
-
 }  // namespace tarlo::host
