@@ -52,6 +52,13 @@ struct Config {
   std::size_t temporaryBytesInAll = 512u << 20;
   Milliseconds statementTime{30'000};
 
+  std::size_t diskReserve = 64u << 20;
+
+  Milliseconds housekeepingPause{10 * 60'000};             // 0 = no housekeeping
+  Milliseconds drawnGridLife{2 * std::chrono::hours(24)};  // 0 = for ever; so the next
+  Milliseconds operationLogLife{0};
+  Milliseconds endedLife{7 * std::chrono::hours(24)};  // of links and tokens that have ended
+
   bool statementsByUrl = false;
   bool designersOnly = true;
   std::string registry;  // "" = no classes of other libraries

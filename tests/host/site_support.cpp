@@ -2,6 +2,7 @@
 
 #include <spdlog/sinks/ostream_sink.h>
 
+#include "database/schema_version.h"
 #include "database/script.h"
 #include "support/schema_files.h"
 #include "variant/text.h"
@@ -20,8 +21,10 @@ const std::filesystem::path& templateDatabase() {
     connection->allowDdl(true);
     for (const char* script :
          {"tables/10_schemes.sql", "tables/20_dictionary.sql", "tables/30_organisation.sql",
-          "tables/40_workflow.sql", "tables/60_sign_in.sql", "demo/10_organisation.sql"})
+          "tables/40_workflow.sql", "tables/50_services.sql", "tables/60_sign_in.sql",
+          "tables/70_upkeep.sql", "demo/10_organisation.sql"})
       database::runScript(*connection, tarlo::testing::schemaFile(script));
+    database::storeSchemaVersion(*connection, "tests");
     return path;
   }();
   return file;
@@ -51,7 +54,10 @@ TestSite::TestSite(Config config) : config_(std::move(config)) {
 }
 
 Site& TestSite::site() {
-  if (site_ == nullptr) site_ = std::make_unique<Site>(config_, databases_, files_, logger_);
+  if (site_ == nullptr) {
+    site_ = std::make_unique<Site>(config_, databases_, files_, logger_);
+    site_->readiness().look();
+  }
   return *site_;
 }
 

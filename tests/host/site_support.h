@@ -68,7 +68,8 @@ class TestSite {
   Config config_;
   std::ostringstream log_;
   std::shared_ptr<spdlog::logger> logger_;
-  database::Registry databases_;
+  // Nobody waits long for a lock here.
+  database::Registry databases_{{.busyTimeout = std::chrono::milliseconds(300)}};
   StaticFiles files_;
   std::unique_ptr<Site> site_;
   std::unique_ptr<SignIn> signIn_;

@@ -34,6 +34,9 @@ inline constexpr Notice kTooSlow{503, "查询时间过长",
                                  "查询用时超过了服务器允许的时间，请缩小查询范围后再试。"};
 inline constexpr Notice kTooManyFailures{429, "登录失败次数过多", "请稍候再试。"};
 inline constexpr Notice kBusy{503, "服务器繁忙", "请稍候再试。"};
+inline constexpr Notice kNotSaved{
+    503, "数据库暂时不可用",
+    "数据库现在不能正常读写，没有保存任何内容。请稍候再试；如果一直这样，请与系统管理员联系。"};
 inline constexpr Notice kFailure{500, "页面出错",
                                  "处理请求时发生错误，已记入日志。请把下面的编号告诉系统管理员。"};
 

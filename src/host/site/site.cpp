@@ -16,7 +16,6 @@
 #include "services/new_mail.h"
 #include "siblings/siblings.h"
 #include "variant/convert.h"
-#include "variant/error_state.h"
 
 namespace tarlo::host {
 
@@ -95,6 +94,7 @@ Site::Site(const Config& config, database::Registry& databases, StaticFiles file
       application_(applicationValues(config)),
       signIn_(config, databases, log_),
       rowTotal_(config.rowBytesInAll),
+      readiness_(config.database, databases, config.diskReserve, log_),
       context_{charsetIn(config),
                config.limits.responseBytes,
                config.secureCookie,
@@ -108,7 +108,7 @@ Site::Site(const Config& config, database::Registry& databases, StaticFiles file
                *log_} {}
 
 bool Site::isUrgent(const WireRequest& request) {
-  return request.path() == kAlive;
+  return request.path() == kAlive || request.path() == kReady;
 }
 
 void Site::handle(const WireRequest& request, WireResponse& response) {
@@ -161,7 +161,7 @@ bool Site::routeOpen(Visit& visit) {
   if (visit.path == kAlive) {
     writePlain(visit, 200, "ok\n");
   } else if (visit.path == kReady) {
-    readiness(visit);
+    writeReadiness(visit);
   } else if (visit.path == "/sign-in") {
     signInPage(visit, signIn_, config_);
   } else if (visit.path == kSignOut) {
@@ -191,17 +191,13 @@ void Site::routeDesktop(Visit& visit) {
   }
 }
 
-void Site::readiness(Visit& visit) {
-  ErrorState err;
-  err.run([&] {
-    databases_.find(config_.database).borrow()->execute("select 1 from Zembra_User where 1=0");
-  });
-  if (!err.failed()) {
+void Site::writeReadiness(Visit& visit) {
+  const std::string_view reason = readiness_.reason();
+  if (reason.empty()) {
     writePlain(visit, 200, "ready\n");
-    return;
+  } else {
+    writePlain(visit, 503, fmt::format("not ready: {}\n", reason));
   }
-  log_->error("{} not ready: {}", visit.wire.id, logText(err.description()));
-  writePlain(visit, 503, "the database does not answer\n");
 }
 
 void Site::reportSlow(const Visit& visit, Clock::time_point begin) {

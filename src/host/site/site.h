@@ -10,6 +10,7 @@
 #include "host/sign_in/sign_in.h"
 #include "host/site/static_files.h"
 #include "host/site/visit.h"
+#include "host/upkeep/readiness.h"
 
 namespace tarlo::host {
 
@@ -21,14 +22,16 @@ class Site {
 
   // The handler of the wire server: answers every request and throws nothing.
   void handle(const WireRequest& request, WireResponse& response);
-  // Whether the request goes past the gate: only the question whether the process lives.
+  // Whether the request goes past the gate: the questions whether the process lives and can work.
   static bool isUrgent(const WireRequest& request);
+  // What the site says about itself; somebody else looks.
+  Readiness& readiness() { return readiness_; }
 
  private:
   void route(Visit& visit);
   bool routeOpen(Visit& visit);
   void routeDesktop(Visit& visit);
-  void readiness(Visit& visit);
+  void writeReadiness(Visit& visit);
   void reportSlow(const Visit& visit, std::chrono::steady_clock::time_point begin);
 
   const Config& config_;
@@ -41,6 +44,7 @@ class Site {
   HttpApplication application_;
   SignIn signIn_;
   database::RowTotal rowTotal_;
+  Readiness readiness_;
   const VisitContext context_;
 };
 
