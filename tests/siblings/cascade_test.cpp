@@ -64,7 +64,6 @@ TEST_F(Cascade, GivesOnlyWhatAPageOffered) {
   EXPECT_EQ(refusal({}), kDenied);
   EXPECT_EQ(offeredAnswer({}), "[[\"1\",\"Paris\"]]");
   for (const auto& change : std::initializer_list<std::pair<const char*, const char*>>{
-           {"table", "Region"},
            {"link", "ID"},
            {"value", "City"},
            {"text", "ID"},
