@@ -7,7 +7,9 @@
 
 #include <filesystem>
 
+#include "component/operations.h"
 #include "host/upkeep/upkeep.h"
+#include "siblings/siblings.h"
 #include "site_support.h"
 #include "variant/convert.h"
 
@@ -328,6 +330,18 @@ TEST_F(HousekeepingTest, ALockedDatabaseIsALineInTheLogAndNoMore) {
   EXPECT_EQ(counted("Zembra_Temp_TarloTable"), "5");
   round();
   EXPECT_EQ(counted("Zembra_Temp_TarloTable"), "0");
+}
+
+// No page has what the housekeeping has.
+TEST(Operations, NoneMayDelete) {
+  EXPECT_FALSE(component::operations().empty());
+  for (const auto& operation : component::operations()) {
+    EXPECT_TRUE(operation.rights.deletes.empty()) << operation.name;
+  }
+  for (const auto& operation : siblings::pageOperations()) {
+    EXPECT_TRUE(operation.rights.deletes.empty()) << operation.name;
+  }
+  EXPECT_TRUE(database::StatementRights::everything().deletes.empty());
 }
 
 // The threads of a server: they find the trouble by themselves, and end when they are told to.
