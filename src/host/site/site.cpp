@@ -3,13 +3,14 @@
 #include <fmt/ranges.h>
 
 #include "host/api/api.h"
+#include "host/api/api_access.h"
 #include "host/context/registered_classes.h"
 #include "host/desktop/desktop.h"
 #include "host/site/boundary.h"
 #include "host/site/component_pages.h"
-#include "host/site/cross_site.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
+#include "host/site/same_origin.h"
 #include "host/site/sign_in_pages.h"
 #include "org/may_call.h"
 #include "services/file_system.h"
@@ -75,6 +76,14 @@ bool isSupported(std::string_view method) {
   return method == "GET" || method == "HEAD" || method == "POST";
 }
 
+// Whatever a browser posts, and the sign-out however it is asked for. A program that shows a token
+// and has no session is no browser that another site could lure. Operations asked for by GET are
+// known later by what they write.
+bool wantsEvidence(const Visit& visit) {
+  if (visit.wire.method != "POST") return visit.path == kSignOut;
+  return !isApiPath(visit.path) || !isTokenCall(visit);
+}
+
 void writePlain(Visit& visit, unsigned status, std::string_view text) {
   visit.response.setStatus(status);
   visit.response.setHeader("Content-Type", "text/plain; charset=utf-8");
@@ -132,12 +141,7 @@ void Site::route(Visit& visit) {
   }
   visit.response.setHeader("Cache-Control", "no-store");
   const std::string_view component = componentOf(visit.path);
-  if (isCrossSite(visit.wire) &&
-      (visit.wire.method == "POST" || !component.empty() || visit.path == kSignOut)) {
-    log_->warn("{} {} refused: sent by another site", visit.wire.id, logText(visit.what));
-    writeNotice(visit, kCrossSite);
-    return;
-  }
+  if (wantsEvidence(visit) && !mayGoOn(visit, Purpose::Changes, *log_)) return;
   if (isApiPath(visit.path)) {
     answerApi(visit, signIn_);
     return;
