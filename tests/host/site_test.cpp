@@ -225,6 +225,66 @@ TEST_F(SiteTest, AChangeNeedsEvidenceWhateverTheAddressSays) {
   EXPECT_EQ(flag(), "0");
 }
 
+TEST_F(SiteTest, EveryAnswerHasThePolicyOfItsKind) {
+  site_.files().add("/assets/tarlo.css", "body{}");
+  site_.signInAs("admin");
+  const std::string page = "script-src 'self' 'unsafe-inline' 'unsafe-eval'; style-src 'self' ";
+  const std::string data = "default-src 'none'", own = "script-src 'nonce-";
+  const struct {
+    const char* target;
+    unsigned status;
+    const std::string& policy;
+  } rows[] = {{"/TarloQuery.Zembra?action=getDateTime", 200, page},
+              {"/demo/form", 200, page},
+              {"/", 200, own},
+              {"/sign-in?link=x", 403, own},
+              {"/nowhere", 404, own},
+              {"/TarloQuery.Zembra?action=x", 404, own},
+              {"/TarloQuery.Zembra?action=delSearch&k7wwworvane=1&id=1", 200, page},
+              {"/assets/tarlo.css", 200, data},
+              {"/healthz", 200, data},
+              {"/api/openapi.json", 200, data},
+              {"/api/controls/99", 404, data}};
+  for (const auto& row : rows) {
+    const auto answer = site_.get(row.target, {kReferer});
+    const std::string policy = answer->header("Content-Security-Policy");
+    EXPECT_EQ(answer->status, row.status) << row.target;
+    EXPECT_NE(policy.find(row.policy), std::string::npos) << row.target << policy;
+    EXPECT_NE(policy.find("frame-ancestors 'self'"), std::string::npos) << row.target;
+    EXPECT_EQ(policy.find('\n'), std::string::npos) << row.target;  // one header, not several
+    EXPECT_EQ(answer->header("Referrer-Policy"), "same-origin");
+    const bool isFile = std::string_view(row.target).starts_with("/assets");
+    EXPECT_EQ(answer->header("Cache-Control").ends_with("no-store"), !isFile) << row.target;
+  }
+  EXPECT_NE(site_.get("/sign-out", {kReferer})->header("Content-Security-Policy"), "");
+}
+
+// What a browser would refuse to run there.
+TEST_F(SiteTest, OwnPagesRunScriptsWithTheNonceOnly) {
+  site_.signInAs("admin");
+  std::string last;
+  for (const char* target : {"/", "/?pane=1", "/?cmdID=0", "/?cmdID=120", "/?cmdID=127",
+                             "/?cmdID=99999", "/sign-in", "/nowhere"}) {
+    const auto answer = site_.get(target);
+    const std::string policy = answer->header("Content-Security-Policy"), text = answer->text();
+    const auto at = policy.find("'nonce-");
+    ASSERT_NE(at, std::string::npos) << target;
+    const std::string nonce = policy.substr(at + 7, 32);
+    EXPECT_NE(nonce, last) << target;
+    last = nonce;
+    std::size_t end = 0;
+    for (auto tag = text.find('<'); tag != std::string::npos; tag = text.find('<', end)) {
+      end = text.find('>', tag);
+      const std::string element = text.substr(tag, end - tag);
+      for (const char* inPlace : {" style=", " onclick=", " onload=", " onerror=", "javascript:"})
+        EXPECT_EQ(element.find(inPlace), std::string::npos) << target << element;
+      if (!element.starts_with("<script")) continue;
+      EXPECT_TRUE(element.starts_with("<script nonce=\"" + nonce + '"')) << target << element;
+      end = text.find("</script>", end);
+    }
+  }
+}
+
 TEST_F(SiteTest, NotReadyWithoutADatabase) {
   site_.changeConfig().database = "sqlite:/nonexistent/x.db";
   const auto answer = site_.get("/readyz");
