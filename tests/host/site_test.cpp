@@ -225,6 +225,19 @@ TEST_F(SiteTest, AChangeNeedsEvidenceWhateverTheAddressSays) {
   EXPECT_EQ(flag(), "0");
 }
 
+TEST_F(SiteTest, AProgramWithATokenNeedsNoEvidence) {
+  const Header token{"Authorization", "Bearer x"};
+  const auto status = [&](std::vector<Header> headers) {
+    return site_.send({"", "POST", "/api/controls/1", std::move(headers), "", "", 0})->status;
+  };
+  EXPECT_EQ(status({token}), 405U);
+  EXPECT_EQ(status({}), 403U);
+  EXPECT_EQ(status({token, {"Cookie", "a=b"}}), 403U);  // a browser's
+  const auto answer = site_.send({"", "POST", "/api/controls/1", {}, "", "", 0});
+  EXPECT_EQ(answer->header("Content-Type"), "application/json; charset=utf-8");
+  EXPECT_NE(answer->body.find("\"cross_site\""), std::string::npos);
+}
+
 TEST_F(SiteTest, EveryAnswerHasThePolicyOfItsKind) {
   site_.files().add("/assets/tarlo.css", "body{}");
   site_.signInAs("admin");
@@ -235,7 +248,7 @@ TEST_F(SiteTest, EveryAnswerHasThePolicyOfItsKind) {
     unsigned status;
     const std::string& policy;
   } rows[] = {{"/TarloQuery.Zembra?action=getDateTime", 200, page},
-              {"/demo/form", 200, page},
+              {"/demo/form", 200, own},
               {"/", 200, own},
               {"/sign-in?link=x", 403, own},
               {"/nowhere", 404, own},

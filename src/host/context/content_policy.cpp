@@ -20,6 +20,8 @@ std::string_view additionOf(OwnPage page) {
       break;
     case OwnPage::Desktop:
       return "; frame-src 'self' http: https:";
+    case OwnPage::Tags:
+      return "; style-src-attr 'unsafe-inline'; style-src-elem 'self' 'unsafe-inline'";
     case OwnPage::Pane:
       return "; script-src-attr 'unsafe-inline'; style-src-attr 'unsafe-inline'";
   }

@@ -18,12 +18,14 @@ std::string_view platformPolicy();
 // one, they run and load nothing.
 std::string_view dataPolicy();
 
-// The server's own pages have scripts in elements with a nonce only, and neither handlers nor
-// styles in their markup.
+// The server's own pages have scripts in elements with a nonce only, neither handlers nor styles in
+// their markup, and no eval.
 enum class OwnPage {
   Plain,
   // Entries of the menu may lead to pages of other sites, which open in a frame of it.
   Desktop,
+  // A form with the platform's tags, whose elements bring styles of their own.
+  Tags,
   // The platform's pages paint it with markup of theirs, handlers and styles included. Elements
   // that come so run no script.
   Pane
