@@ -29,6 +29,7 @@ struct Config {
 
   std::chrono::milliseconds sessionIdle{30 * 60'000};
   std::size_t sessions = 20'000;
+  std::chrono::milliseconds sessionCheck{5'000};
   bool secureCookie = false;
 
   std::size_t signInAttempts = 8;  // failures of one user or address within the window

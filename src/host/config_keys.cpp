@@ -88,6 +88,10 @@ const ConfigKey kKeys[] = {
      "A session ends after this time without a request.", 1, 10'080},
     {"session", "most", &C::sessions,
      "Sessions kept; beyond it the one that was idle longest goes.", 1, 1e6},
+    {"session", "check_seconds", &C::sessionCheck,
+     "How often a session looks whether its user is still there, with the same name, rank and "
+     "password; 0 at every request.",
+     0, 3600},
     {"session", "secure_cookie", &C::secureCookie,
      "Send the session cookie over HTTPS only; turn it on behind a TLS proxy."},
 

@@ -2,6 +2,8 @@
 
 #include <spdlog/sinks/ostream_sink.h>
 
+#include <algorithm>
+
 #include "database/schema_version.h"
 #include "database/script.h"
 #include "support/schema_files.h"
@@ -98,6 +100,10 @@ std::unique_ptr<Answer> TestSite::get(std::string target, std::vector<Header> he
 
 std::unique_ptr<Answer> TestSite::post(std::string target, std::string body,
                                        std::vector<Header> headers) {
+  const bool saysWhere = std::ranges::any_of(headers, [](const Header& header) {
+    return header.first == "Origin" || header.first == "Sec-Fetch-Site";
+  });
+  if (!saysWhere) headers.emplace_back("Origin", "http://site.example");
   headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
   return send({"", "POST", std::move(target), std::move(headers), std::move(body), "", 0});
 }

@@ -53,6 +53,7 @@ class TestSite {
 
   // Sends with the cookie that the site has set last.
   std::unique_ptr<Answer> get(std::string target, std::vector<Header> headers = {});
+  // As a page of the site posts, unless the headers say where the form stands.
   std::unique_ptr<Answer> post(std::string target, std::string body,
                                std::vector<Header> headers = {});
   std::unique_ptr<Answer> send(WireRequest request);

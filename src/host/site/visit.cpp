@@ -47,6 +47,10 @@ bool Visit::isSignedIn() const {
   return !variant::spliced(session.get("usrID")).empty();
 }
 
+SiteScheme Visit::scheme() const {
+  return context_.secureCookie ? SiteScheme::HttpsOnly : SiteScheme::HttpOrHttps;
+}
+
 std::shared_ptr<SessionData> Visit::makeSession() {
   auto data = context_.sessions.create();
   sendCookie(data->id(), "");
