@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
+#include <functional>
 #include <memory>
 
 #include "app/command.h"
@@ -37,9 +39,15 @@ host::Config effectiveConfig(const ServeOptions& options) {
   return config;
 }
 
-host::Endpoint endpointOf(const host::Config& config) {
+// Where the address comes from, for messages.
+std::string nameOfListen(const ServeOptions& options) {
+  if (!options.listen.empty()) return "--listen";
+  return options.config.empty() ? "server.listen" : options.config + ": server.listen";
+}
+
+host::Endpoint endpointOf(const host::Config& config, const ServeOptions& options) {
   try {
-    return host::parseEndpoint(config.listen);
+    return host::parseEndpoint(config.listen, nameOfListen(options));
   } catch (const host::ConfigError& error) {
     throw CommandError(kBadConfig, error.what());
   }
@@ -61,21 +69,25 @@ void shareHeaps() {
   mallopt(M_ARENA_MAX, 2);
 }
 
-// The signals that end the server, blocked in every thread so that one place waits for them.
-class EndSignals {
+// The signals that end the server or make it read its certificate again, blocked in every thread so
+// that one place waits for them.
+class Signals {
  public:
-  EndSignals() {
+  Signals() {
     sigemptyset(&set_);
     sigaddset(&set_, SIGINT);
     sigaddset(&set_, SIGTERM);
+    sigaddset(&set_, SIGHUP);
     pthread_sigmask(SIG_BLOCK, &set_, nullptr);
     std::signal(SIGPIPE, SIG_IGN);  // a log into a closed pipe must not end the server
     std::signal(SIGXFSZ, SIG_IGN);  // nor a database that reaches the largest file: the write fails
   }
-  // From here on a second signal ends the program at once.
-  int wait() const {
+  // The signal that ends the server; `reload` runs at each SIGHUP before it. From here on a second
+  // one ends the program at once.
+  int waitForEnd(const std::function<void()>& reload) const {
     int signal = 0;
-    sigwait(&set_, &signal);
+    for (sigwait(&set_, &signal); signal == SIGHUP; sigwait(&set_, &signal)) reload();
+    std::signal(SIGHUP, SIG_IGN);
     pthread_sigmask(SIG_UNBLOCK, &set_, nullptr);
     return signal;
   }
@@ -84,33 +96,68 @@ class EndSignals {
   sigset_t set_;
 };
 
-std::unique_ptr<host::WireServer> listen(const host::Config& config, host::Site& site,
-                                         const ServerLogs& logs) {
-  const host::Endpoint endpoint = endpointOf(config);
+std::unique_ptr<host::WireServer> listen(const host::Config& config, const ServeOptions& given,
+                                         host::Site& site, const ServerLogs& logs) {
+  const host::Endpoint endpoint = endpointOf(config, given);
   host::WireServer::Options options{
       .address = endpoint.address,
       .port = endpoint.port,
       .limits = config.limits,
-      .isUrgent = host::Site::isUrgent,
-      .onAccess = [log = logs.access](const auto& access) { logAccess(*log, access); }};
+      .tls = {config.tlsCertificate, config.tlsKey},
+      .laneOf = [&site](const auto& request) { return site.laneOf(request); },
+      .visitorOf = [&site](const auto& request) { return site.visitorOf(request); },
+      .onAccess = [log = logs.access](const auto& access) { logAccess(*log, access); },
+      .onFailure = [log = logs.application](std::string_view line) { log->warn(line); }};
   try {
     return std::make_unique<host::WireServer>(
         std::move(options),
         [&site](const host::WireRequest& request, host::WireResponse& response) {
           site.handle(request, response);
         });
+  } catch (const host::TlsError& error) {
+    throw CommandError(kBadConfig, given.config.empty()
+                                       ? error.what()
+                                       : fmt::format("{}: {}", given.config, error.what()));
   } catch (const std::exception& error) {
-    throw CommandError(kCannotListen, fmt::format("The server cannot listen on {}: {}",
-                                                  config.listen, error.what()));
+    throw CommandError(kCannotListen,
+                       fmt::format("{}: the server cannot listen on {}: {}", nameOfListen(given),
+                                   config.listen, error.what()));
   }
 }
 
-std::string baseUrlOf(const host::Config& config, std::uint16_t port) {
-  std::string address = endpointOf(config).address;
-  if (address == "0.0.0.0") address = "127.0.0.1";
-  if (address == "::") address = "::1";
-  return address.find(':') == std::string::npos ? fmt::format("http://{}:{}", address, port)
-                                                : fmt::format("http://[{}]:{}", address, port);
+// The address as it is bound: one that stands for all of the machine's is not named otherwise.
+std::string baseUrlOf(const host::Config& config, const host::Endpoint& endpoint,
+                      std::uint16_t port) {
+  const std::string_view scheme = config.tlsCertificate.empty() ? "http" : "https";
+  const bool isV6 = endpoint.address.find(':') != std::string::npos;
+  return isV6 ? fmt::format("{}://[{}]:{}", scheme, endpoint.address, port)
+              : fmt::format("{}://{}:{}", scheme, endpoint.address, port);
+}
+
+void warnOfPlainText(const host::Config& config, const host::Endpoint& endpoint,
+                     spdlog::logger& log) {
+  if (endpoint.isLoopback() || !config.tlsCertificate.empty()) return;
+  const std::string line = fmt::format(
+      "{} is open to the network without encryption: passwords and sessions can be read on the "
+      "way. "
+      "Set tls.certificate and tls.key, or listen on loopback behind a proxy.",
+      config.listen);
+  log.warn(line);
+  // The log may be a file that nobody looks at now.
+  if (!config.logFile.empty()) fmt::print(stderr, "warning: {}\n", line);
+}
+
+void reload(host::WireServer& server, const host::Config& config, spdlog::logger& log) {
+  if (config.tlsCertificate.empty()) {
+    log.info("signal 1: there is no certificate to read again");
+    return;
+  }
+  try {
+    server.reloadTls();
+    log.info("signal 1: new connections get the certificate of {}", config.tlsCertificate);
+  } catch (const std::exception& error) {
+    log.error("signal 1: the certificate stays as it was: {}", error.what());
+  }
 }
 
 void announce(Console console, const std::string& baseUrl, const std::string& link) {
@@ -148,7 +195,7 @@ int serve(Console console, const ServeOptions& options) {
   const host::Config config = effectiveConfig(options);
   const ServerLogs logs = openLogs(config);
   database::Registry databases(
-      {.maxConnections = config.limits.running + 4,
+      {.maxConnections = config.limits.running + config.limits.signIns + 4,
        .commandTimeout = config.statementTime,
        .temporaryBytes = static_cast<std::int64_t>(config.temporaryBytes),
        .temporaryBytesInAll = static_cast<std::int64_t>(config.temporaryBytesInAll),
@@ -156,12 +203,14 @@ int serve(Console console, const ServeOptions& options) {
   database::Database& database = openServed(databases, config, *logs.application);
   raiseFileLimit(config.limits.connections);
   shareHeaps();
-  const EndSignals signals;
+  const Signals signals;
   host::Site site(config, databases, host::embeddedFiles(), logs.application);
   site.readiness().look();
-  const auto server = listen(config, site, logs);
+  const auto server = listen(config, options, site, logs);
   server->start();
-  const std::string baseUrl = baseUrlOf(config, server->port());
+  const host::Endpoint endpoint = endpointOf(config, options);
+  const std::string baseUrl = baseUrlOf(config, endpoint, server->port());
+  warnOfPlainText(config, endpoint, *logs.application);
   announce(console, baseUrl,
            options.demoLink
                ? freshLink(database, userByLogin(database, kDemoUser), config.linkLife, baseUrl)
@@ -169,7 +218,7 @@ int serve(Console console, const ServeOptions& options) {
   logs.application->info("serving {} from {}", baseUrl, config.database);
   auto upkeep =
       std::make_unique<host::Upkeep>(config, databases, site.readiness(), logs.application);
-  const int signal = signals.wait();
+  const int signal = signals.waitForEnd([&] { reload(*server, config, *logs.application); });
   logs.application->info("signal {}: finishing what is running", signal);
   upkeep.reset();
   server->stop();

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
 #include <toml++/toml.h>
 #include <algorithm>
 #include <charconv>
@@ -26,6 +28,10 @@ double unitOf(const ConfigKey& key) {
 [[noreturn]] void fail(std::string_view file, const toml::node& node, std::string_view key,
                        std::string_view what) {
   throw ConfigError(fmt::format("{}, line {}: {} {}", file, node.source().begin.line, key, what));
+}
+
+std::string fullName(const ConfigKey& key) {
+  return fmt::format("{}.{}", key.section, key.name);
 }
 
 // The part of the configuration that a key's member belongs to.
@@ -69,30 +75,37 @@ class Reader {
     } else if constexpr (std::is_same_v<Value, Milliseconds>) {
       target = Milliseconds(std::llround(number(key, node) * unitOf(key)));
     } else {
-      target = static_cast<Value>(number(key, node));
+      target = static_cast<Value>(wholeNumber(key, node));
     }
   }
 
   template <class T>
   T take(const ConfigKey& key, const toml::node& node, std::string_view what) {
     const auto value = node.value_exact<T>();
-    if (!value) fail(file_, node, key.name, what);
+    if (!value) fail(file_, node, fullName(key), what);
     return *value;
   }
 
   double number(const ConfigKey& key, const toml::node& node) {
     const auto value = node.is_number() ? node.value<double>() : std::nullopt;
-    if (!value || *value < key.least || *value > key.greatest) {
-      fail(file_, node, key.name,
+    // Written so that what is no number at all is refused as well.
+    if (!value || !(*value >= key.least && *value <= key.greatest)) {
+      fail(file_, node, fullName(key),
            fmt::format("must be a number from {} to {}", key.least, key.greatest));
     }
     return *value;
   }
 
+  double wholeNumber(const ConfigKey& key, const toml::node& node) {
+    const double value = number(key, node);
+    if (value != std::floor(value)) fail(file_, node, fullName(key), "must be a whole number");
+    return value;
+  }
+
   std::vector<std::string> texts(const ConfigKey& key, const toml::node& node) {
     std::vector<std::string> list;
     const toml::array* array = node.as_array();
-    if (array == nullptr) fail(file_, node, key.name, "must be a list of texts");
+    if (array == nullptr) fail(file_, node, fullName(key), "must be a list of texts");
     for (const auto& item : *array)
       list.push_back(take<std::string>(key, item, "must be a list of texts"));
     return list;
@@ -124,8 +137,10 @@ void check(const Config& config, std::string_view file) {
   const auto refuse = [&](std::string_view what) {
     throw ConfigError(fmt::format("{}: {}", file, what));
   };
-  if (config.limits.running >= config.limits.threads)
-    refuse("server.running must be less than server.threads");
+  if (config.limits.running + config.limits.signIns >= config.limits.threads)
+    refuse("server.running and server.sign_ins together must be less than server.threads");
+  if (config.tlsCertificate.empty() != config.tlsKey.empty())
+    refuse("tls.certificate and tls.key go together");
   if (config.charset != "gb2312" && config.charset != "utf-8")
     refuse("pages.charset must be gb2312 or utf-8");
   if (!config.trustedHeader.empty() && config.trustedAddresses.empty()) {
@@ -135,7 +150,15 @@ void check(const Config& config, std::string_view file) {
   if (std::ranges::find(kLevels, config.logLevel) == std::end(kLevels))
     refuse("log.level must be debug, info, warning or error");
   if (!config.startPage.starts_with('/')) refuse("pages.start_page must begin with /");
-  parseEndpoint(config.listen);
+  parseEndpoint(config.listen, fmt::format("{}: server.listen", file));
+}
+
+// Of this family or that; names are not looked up.
+bool isAddress(const std::string& text) {
+  in6_addr room{};
+  const std::string withoutZone = text.substr(0, text.find('%'));
+  return ::inet_pton(AF_INET, text.c_str(), &room) == 1 ||
+         ::inet_pton(AF_INET6, withoutZone.c_str(), &room) == 1;
 }
 
 std::string tomlText(std::string_view text) {
@@ -211,7 +234,7 @@ std::string printConfig(const Config& config) {
   return text;
 }
 
-Endpoint parseEndpoint(std::string_view text) {
+Endpoint parseEndpoint(std::string_view text, std::string_view name) {
   const auto colon = text.rfind(':');
   Endpoint endpoint;
   if (colon != std::string_view::npos) {
@@ -222,11 +245,15 @@ Endpoint parseEndpoint(std::string_view text) {
     const std::string_view port = text.substr(colon + 1);
     const auto [end, error] =
         std::from_chars(port.data(), port.data() + port.size(), endpoint.port);
-    if (error == std::errc() && end == port.data() + port.size() && !endpoint.address.empty())
+    if (error == std::errc() && end == port.data() + port.size() && isAddress(endpoint.address))
       return endpoint;
   }
   throw ConfigError(
-      fmt::format("\"{}\" is not an address and a port, such as 127.0.0.1:8080", text));
+      fmt::format("{}: \"{}\" is not an address and a port, such as 127.0.0.1:8080", name, text));
+}
+
+bool Endpoint::isLoopback() const {
+  return address.starts_with("127.") || address == "::1";
 }
 
 }  // namespace tarlo::host

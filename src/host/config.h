@@ -23,6 +23,8 @@ struct Config {
   std::string startPage = "/";
   std::map<std::string, std::string> application;  // further Application values
 
+  std::string tlsCertificate, tlsKey;  // both "" = plain HTTP
+
   WireLimits limits;
   std::chrono::milliseconds operationTime{
       60'000};  // beyond it a slow operation is reported in the log
@@ -91,8 +93,11 @@ std::string printConfig(const Config& config);
 struct Endpoint {
   std::string address;
   std::uint16_t port = 0;
+  // Reached from this machine only.
+  bool isLoopback() const;
 };
-// "HOST:PORT", "[::1]:8080". Throws ConfigError.
-Endpoint parseEndpoint(std::string_view text);
+// "HOST:PORT", "[::1]:8080"; HOST is an address of this machine or "localhost". Throws ConfigError;
+// `name` stands for where the text comes from.
+Endpoint parseEndpoint(std::string_view text, std::string_view name = "listen");
 
 }  // namespace tarlo::host

@@ -12,7 +12,14 @@ const ConfigKey kKeys[] = {
      "Address and port. Anything but loopback is open to the network."},
     {"server", "threads", &L::threads, "Threads that serve requests.", 2, 256},
     {"server", "running", &L::running,
-     "Operations at a time; fewer than threads, so that health checks find one.", 1, 255},
+     "Operations at a time; with sign_ins fewer than threads, so that files and health checks find "
+     "one.",
+     1, 255},
+    {"server", "sign_ins", &L::signIns, "Sign-ins at a time, beside the operations.", 1, 255},
+    {"server", "operations_per_session", &L::operationsPerSession,
+     "Operations of one session that run or wait; a further one gets 429.", 1, 100'000},
+    {"server", "operations_per_user", &L::operationsPerUser,
+     "The same of one user, in all sessions.", 1, 100'000},
     {"server", "queued", &L::queued,
      "Requests that may wait for their turn; a further one gets 503.", 0, 100'000},
     {"server", "queue_seconds", &L::queueTime, "Longest wait for a turn.", 0.1, 600},
@@ -21,7 +28,8 @@ const ConfigKey kKeys[] = {
     {"server", "operation_seconds", &C::operationTime,
      "A request that takes longer is reported in the log.", 0.1, 3600},
 
-    {"limits", "header_bytes", &L::headerBytes, "Request line and headers.", 1024, 1 << 20},
+    {"limits", "header_bytes", &L::headerBytes,
+     "Request line, headers, chunk extensions and trailers of a request together.", 1024, 1 << 20},
     {"limits", "body_bytes", &L::bodyBytes, "Body of a request.", 1024, 1 << 30},
     {"limits", "response_bytes", &L::responseBytes, "A page that is kept until it is complete.",
      65'536, 4e9},
@@ -31,7 +39,13 @@ const ConfigKey kKeys[] = {
     {"limits", "header_seconds", &L::headerTime,
      "From the first byte of a request to the end of its headers.", 0.1, 600},
     {"limits", "body_seconds", &L::bodyTime, "For the whole body of a request.", 0.1, 3600},
-    {"limits", "write_seconds", &L::writeTime, "For one write to a client.", 0.1, 3600},
+    {"limits", "write_seconds", &L::writeTime, "For one write to a client, of at most 256 KB.", 0.1,
+     3600},
+    {"limits", "least_write_bytes_per_second", &L::leastWriteBytesPerSecond,
+     "A client that takes an answer more slowly, on the average of five seconds, is dropped. 0 "
+     "lets "
+     "it take the time of its writes.",
+     0, 1e9},
 
     {"limits", "row_bytes", &C::rowBytes,
      "Rows that one operation may hold in memory; beyond it the answer is that the result is too "
@@ -45,6 +59,11 @@ const ConfigKey kKeys[] = {
     {"limits", "temporary_bytes_in_all", &C::temporaryBytesInAll,
      "Temporary files of all statements together.", 1 << 20, 1e12},
     {"limits", "statement_seconds", &C::statementTime, "Longest run of one statement.", 0.1, 3600},
+
+    {"tls", "certificate", &C::tlsCertificate,
+     "PEM file: the certificate, and behind it those that vouch for it. With the key: the server "
+     "speaks HTTPS. Read again at SIGHUP."},
+    {"tls", "key", &C::tlsKey, "PEM file: the certificate's key, without a password."},
 
     {"database", "connection", &C::database,
      "Connection string; sqlite:FILE is the embedded database."},
@@ -93,7 +112,9 @@ const ConfigKey kKeys[] = {
      "password; 0 at every request.",
      0, 3600},
     {"session", "secure_cookie", &C::secureCookie,
-     "Send the session cookie over HTTPS only; turn it on behind a TLS proxy."},
+     "Send the session cookie over HTTPS only; turn it on behind a TLS proxy. Over the server's "
+     "own "
+     "TLS it is so always."},
 
     {"sign_in", "attempts", &C::signInAttempts,
      "Failures of one user or one address within the window.", 1, 1000},

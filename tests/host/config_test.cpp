@@ -21,14 +21,23 @@ TEST(Config, RefusesInWordsForPeople) {
     const char *text, *said;
   };
   const Row rows[] = {
-      {"[server]\nlisten = 8080", "site.toml, line 2: listen must be a text"},
-      {"[server]\nthreads = 1", "site.toml, line 2: threads must be a number from 2 to 256"},
+      {"[server]\nlisten = 8080", "site.toml, line 2: server.listen must be a text"},
+      {"[server]\nthreads = 1", "site.toml, line 2: server.threads must be a number from 2 to 256"},
       {"[server]\nthreads = \"4\"", "threads must be a number"},
+      {"[server]\nthreads = nan", "site.toml, line 2: server.threads must be a number from"},
+      {"[server]\nthreads = inf", "server.threads must be a number from"},
+      {"[server]\nthreads = 4.5", "site.toml, line 2: server.threads must be a whole number"},
+      {"[server]\nthreads = 9223372036854775807", "server.threads must be a number from"},
+      {"[limits]\nbody_seconds = nan", "limits.body_seconds must be a number from"},
+      {"[limits]\nbody_seconds = -inf", "limits.body_seconds must be a number from"},
       {"[server]\nthreds = 4", "line 2: server.threds is not a key of the configuration"},
       {"[servers]\nthreads = 4", "servers.threads is not a key"},
       {"listen = \"x\"", "stands outside of a section"},
-      {"[server]\nthreads = 4\nrunning = 4", "running must be less than server.threads"},
-      {"[server]\nlisten = \"nowhere\"", "is not an address and a port"},
+      {"[server]\nthreads = 4\nrunning = 4", "together must be less than server.threads"},
+      {"[server]\nlisten = \"nowhere\"",
+       "site.toml: server.listen: \"nowhere\" is not an address and a port"},
+      {"[server]\nlisten = \"designer.example:80\"", "is not an address and a port"},
+      {"[tls]\nkey = \"a.key\"", "site.toml: tls.certificate and tls.key go together"},
       {"[server]\nlisten = \"a:99999\"", "is not an address and a port"},
       {"[pages]\ncharset = \"koi8\"", "charset must be gb2312 or utf-8"},
       {"[pages]\nstart_page = \"http://x\"", "start_page must begin with /"},
@@ -63,6 +72,9 @@ TEST(Config, ReadsAddresses) {
   EXPECT_EQ(parseEndpoint("[::1]:80").address, "::1");
   EXPECT_EQ(parseEndpoint("localhost:80").address, "127.0.0.1");
   EXPECT_EQ(parseEndpoint("0.0.0.0:0").port, 0);
+  EXPECT_TRUE(parseEndpoint("[::1]:80").isLoopback());
+  EXPECT_TRUE(parseEndpoint("127.1.2.3:80").isLoopback());
+  EXPECT_FALSE(parseEndpoint("0.0.0.0:80").isLoopback());
 }
 
 }  // namespace

@@ -298,6 +298,45 @@ TEST_F(SiteTest, OwnPagesRunScriptsWithTheNonceOnly) {
   }
 }
 
+TEST_F(SiteTest, WhatWaitsForWhatAndForWhom) {
+  site_.files().add("/assets/a.css", "a{}");
+  const auto request = [this](std::string target, std::vector<Header> headers = {}) {
+    WireRequest made;
+    made.target = std::move(target);
+    made.headers = std::move(headers);
+    return made;
+  };
+  for (const char* target : {"/healthz", "/readyz", "/assets/a.css", "/ASSETS/a%2ecss?v=1"})
+    EXPECT_EQ(site_.site().laneOf(request(target)), Lane::Immediate) << target;
+  for (const char* target : {"/sign-in?link=x", "/sign-out"})
+    EXPECT_EQ(site_.site().laneOf(request(target)), Lane::SignIn) << target;
+  for (const char* target : {"/", "/assets/b.css", "/healthz/x", "/TarloQuery.Zembra", "/api/"})
+    EXPECT_EQ(site_.site().laneOf(request(target)), Lane::Operation) << target;
+
+  // Two sessions of one user, and nobody's.
+  site_.signInAs("admin");
+  const auto first = site_.site().visitorOf(request("/", {{"Cookie", site_.cookie()}}));
+  site_.forgetCookie();
+  site_.signInAs("admin");
+  const auto second = site_.site().visitorOf(request("/", {{"Cookie", site_.cookie()}}));
+  EXPECT_EQ(first.user, std::to_string(site_.userId("admin")));
+  EXPECT_EQ(second.user, first.user);
+  EXPECT_NE(second.session, first.session);
+  EXPECT_EQ(site_.cookie().find(second.session), std::string::npos);
+  const auto nobody = site_.site().visitorOf(request("/", {{"Cookie", "TARLOSESSION=0"}}));
+  EXPECT_EQ(nobody.session + nobody.user, "");
+}
+
+TEST_F(SiteTest, CookiesOfTlsStayWithinIt) {
+  const std::string token =
+      makeSignInLink(site_.database(), site_.userId("admin"), std::chrono::milliseconds(60'000));
+  WireRequest request;
+  request.method = "GET";
+  request.target = "/sign-in?link=" + token;
+  request.isSecure = true;
+  EXPECT_NE(site_.send(request)->header("Set-Cookie").find("; Secure"), std::string::npos);
+}
+
 TEST_F(SiteTest, NotReadyWithoutADatabase) {
   site_.changeConfig().database = "sqlite:/nonexistent/x.db";
   const auto answer = site_.get("/readyz");

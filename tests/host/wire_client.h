@@ -24,6 +24,9 @@ class WireClient {
   // True when the other side has closed within the time.
   bool isClosed(double seconds = 5);
 
+  // What comes next, whatever it is; false when nothing does.
+  bool readOnce(std::string& into, double seconds = 5) { return readSome(into, seconds); }
+
  private:
   bool readSome(std::string& into, double seconds);
 

@@ -1,47 +1,18 @@
 // The wire server over real sockets: what clients do wrong, and what must go on working meanwhile.
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <atomic>
-#include <condition_variable>
-#include <mutex>
 #include <thread>
 #include <vector>
 
 #include "host/wire/server.h"
-#include "wire_client.h"
+#include "wire_support.h"
 
 namespace tarlo::host::testing {
 namespace {
 
 using std::chrono::milliseconds;
-
-// Holds handlers until it is opened.
-class Door {
- public:
-  void open() {
-    const std::lock_guard lock(mutex_);
-    open_ = true;
-    changed_.notify_all();
-  }
-  void pass() {
-    std::unique_lock lock(mutex_);
-    ++waiting_;
-    changed_.notify_all();
-    changed_.wait(lock, [this] { return open_; });
-  }
-  bool awaitWaiting(int count) {
-    std::unique_lock lock(mutex_);
-    return changed_.wait_for(lock, milliseconds(5000), [&] { return waiting_ >= count; });
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  bool open_ = false;
-  int waiting_ = 0;
-};
 
 class WireServerTest : public ::testing::Test {
  protected:
@@ -51,7 +22,9 @@ class WireServerTest : public ::testing::Test {
     options.limits.running = 2;
     options.limits.drainTime = milliseconds(3000);
     if (adjust) adjust(options.limits);
-    options.isUrgent = [](const WireRequest& request) { return request.path() == "/urgent"; };
+    options.laneOf = [](const WireRequest& request) {
+      return request.path() == "/urgent" ? Lane::Immediate : Lane::Operation;
+    };
     server_ = std::make_unique<WireServer>(
         options,
         [this](const WireRequest& request, WireResponse& response) { handle(request, response); });
@@ -192,7 +165,8 @@ TEST_F(WireServerTest, DropsSlowAndIdleClients) {
   start([](WireLimits& limits) {
     limits.headerTime = limits.bodyTime = limits.idleTime = milliseconds(200);
   });
-  for (const char* begun : {"", "GET /a HT", "POST /a HTTP/1.1\r\nContent-Length: 9\r\n\r\nab"}) {
+  for (const char* begun :
+       {"", "GET /a HT", "POST /a HTTP/1.1\r\nHost: a\r\nContent-Length: 9\r\n\r\nab"}) {
     WireClient client(port());
     client.send(begun);
     EXPECT_TRUE(client.isClosed()) << begun;

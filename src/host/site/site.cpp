@@ -26,6 +26,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::string_view kAlive = "/healthz";
 constexpr std::string_view kReady = "/readyz";
+constexpr std::string_view kSignIn = "/sign-in";
 constexpr std::string_view kSignOut = "/sign-out";
 constexpr std::string_view kDemoForm = "/demo/form";
 
@@ -115,8 +116,17 @@ Site::Site(const Config& config, database::Registry& databases, StaticFiles file
                config.readableTables,
                *log_} {}
 
-bool Site::isUrgent(const WireRequest& request) {
-  return request.path() == kAlive || request.path() == kReady;
+Lane Site::laneOf(const WireRequest& request) const {
+  const std::string path = percentDecoded(request.path());
+  if (path == kAlive || path == kReady || files_.find(path) != nullptr) return Lane::Immediate;
+  return path == kSignIn || path == kSignOut ? Lane::SignIn : Lane::Operation;
+}
+
+Visitor Site::visitorOf(const WireRequest& request) {
+  const auto session = sessions_.find(HttpRequest(request).cookie(kSessionCookie));
+  if (session != nullptr) return {session->publicId(), variant::spliced(session->get("usrID"))};
+  // A token is looked up behind the gate only: it counts as a session of its own.
+  return {std::string(request.header("Authorization")), std::string(signIn_.trustedLogin(request))};
 }
 
 void Site::handle(const WireRequest& request, WireResponse& response) {
@@ -165,7 +175,7 @@ bool Site::routeOpen(Visit& visit) {
     writePlain(visit, 200, "ok\n");
   } else if (visit.path == kReady) {
     writeReadiness(visit);
-  } else if (visit.path == "/sign-in") {
+  } else if (visit.path == kSignIn) {
     signInPage(visit, signIn_, config_);
   } else if (visit.path == kSignOut) {
     signOutPage(visit);

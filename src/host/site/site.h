@@ -22,8 +22,10 @@ class Site {
 
   // The handler of the wire server: answers every request and throws nothing.
   void handle(const WireRequest& request, WireResponse& response);
-  // Whether the request goes past the gate: the questions whether the process lives and can work.
-  static bool isUrgent(const WireRequest& request);
+  // Files and health checks wait for nothing, and sign-ins not for operations.
+  Lane laneOf(const WireRequest& request) const;
+  // By the session's user, or by what else a request names its user with.
+  Visitor visitorOf(const WireRequest& request);
   // What the site says about itself; somebody else looks.
   Readiness& readiness() { return readiness_; }
 

@@ -73,7 +73,7 @@ void Visit::endSession() {
 void Visit::sendCookie(std::string_view id, std::string_view life) {
   out.addHeader("Set-Cookie",
                 fmt::format("{}={}; Path=/; HttpOnly; SameSite=Lax{}{}", kSessionCookie, id, life,
-                            context_.secureCookie ? "; Secure" : ""));
+                            context_.secureCookie || wire.isSecure ? "; Secure" : ""));
 }
 
 }  // namespace tarlo::host

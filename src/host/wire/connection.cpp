@@ -2,37 +2,31 @@
 
 #include <fmt/format.h>
 
-#include <boost/asio/as_tuple.hpp>
 #include <boost/asio/buffer.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/this_coro.hpp>
-#include <boost/asio/use_awaitable.hpp>
-#include <boost/asio/write.hpp>
-#include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/read.hpp>
-#include <boost/beast/http/string_body.hpp>
+#include <exception>
+#include <optional>
+#include <vector>
 
+#include "host/wire/channel.h"
+#include "host/wire/request_parser.h"
 #include "host/wire/stream_response.h"
 
 namespace tarlo::host {
 
 namespace asio = boost::asio;
-namespace beast = boost::beast;
-namespace http = beast::http;
 
 namespace {
 
-constexpr auto kTuple = asio::as_tuple(asio::use_awaitable);
 using Clock = std::chrono::steady_clock;
 
-unsigned statusOf(const beast::error_code& error) {
-  if (error == http::error::header_limit) return 431;
-  if (error == http::error::body_limit) return 413;
-  if (error == http::error::bad_version) return 505;
-  if (error == beast::error::timeout) return 408;
-  return 400;
-}
+// Of one read: a header's, so that idle connections hold little, and a body's.
+constexpr std::size_t kFewBytes = 4096;
+constexpr std::size_t kManyBytes = 65'536;
+// A small body goes out together with its head.
+constexpr std::size_t kSmallBody = 65'536;
+constexpr std::string_view kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
+constexpr std::string_view kRetrySeconds = "2";
 
 // A place behind the gate, given back when it goes.
 class Turn {
@@ -50,136 +44,205 @@ class Turn {
 
 class ConnectionRun {
  public:
-  ConnectionRun(beast::tcp_stream& stream, ConnectionContext& context)
-      : stream_(stream), context_(context), limits_(context.options.limits) {
-    beast::error_code ignored;
-    const auto remote = stream_.socket().remote_endpoint(ignored);
-    if (!ignored) {
-      remoteAddress_ = remote.address().to_string();
-      remotePort_ = remote.port();
-    }
-  }
+  ConnectionRun(asio::ip::tcp::socket socket, TlsContext tls, ConnectionContext& context)
+      : context_(context),
+        limits_(context.options.limits),
+        channel_(std::move(socket), std::move(tls), limits_),
+        remoteAddress_(channel_.remote().address().to_string()) {}
 
   asio::awaitable<void> run() {
+    const auto failure = co_await channel_.handshake();
+    if (failure) co_return;
     bool goOn = true;
     while (goOn && !context_.stopping) {
       if (!co_await awaitFirstByte()) break;
       goOn = co_await serveOne();
     }
-    beast::error_code ignored;
-    stream_.socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
+    if (channel_.wasTooSlow()) reportSlow();
+    co_await channel_.close();
+  }
+
+  asio::awaitable<void> sendAway() {
+    begin_ = Clock::now();
+    const auto failure = co_await channel_.handshake();
+    if (failure) co_return;
+    report(unread(), 503, 0);
+    co_await writePlain(503, "too many connections");
+    co_await channel_.close();
   }
 
  private:
-  using Parser = http::request_parser<http::string_body>;
+  std::string_view unreadBytes() const {
+    return std::string_view(buffer_.data() + front_, back_ - front_);
+  }
+
+  // More bytes behind those that nobody has taken. False when there are none to come.
+  asio::awaitable<bool> readMore(std::size_t most) {
+    if (front_ == back_) front_ = back_ = 0;
+    if (buffer_.size() < back_ + most) buffer_.resize(back_ + most);
+    const auto [error, count] = co_await channel_.read(asio::buffer(buffer_.data() + back_, most));
+    back_ += count;
+    timedOut_ = error == boost::beast::error::timeout;
+    co_return !error;
+  }
 
   asio::awaitable<bool> awaitFirstByte() {
-    if (buffer_.size() > 0) co_return true;
-    stream_.expires_after(limits_.idleTime);
-    const auto [error, count] = co_await stream_.async_read_some(buffer_.prepare(4096), kTuple);
-    buffer_.commit(count);
-    co_return !error;
+    if (front_ < back_) co_return true;
+    if (buffer_.size() > kFewBytes) std::vector<char>().swap(buffer_);
+    channel_.readWithin(limits_.idleTime);
+    const bool isThere = co_await readMore(kFewBytes);
+    co_return isThere;
   }
 
   // Reads one request and answers it. False when the connection is to close.
   asio::awaitable<bool> serveOne() {
     const BusyCount::Scope busy(context_.busy);
     begin_ = Clock::now();
-    Parser parser;
-    parser.header_limit(static_cast<std::uint32_t>(limits_.headerBytes));
-    parser.body_limit(limits_.bodyBytes);
-    stream_.expires_after(limits_.headerTime);
-    auto [error, count] = co_await http::async_read_header(stream_, buffer_, parser, kTuple);
-    if (!error) error = co_await readBody(parser);
-    if (error) {
-      co_await refuse(error);
-      co_return false;
-    }
-    co_return co_await answer(parser);
+    RequestParser parser(limits_.headerBytes, limits_.bodyBytes);
+    channel_.readWithin(limits_.headerTime);
+    bool isRead = co_await readUntil(parser, false, kFewBytes);
+    if (isRead && !parser.isComplete()) isRead = co_await readBody(parser);
+    channel_.readAtLeisure();
+    if (isRead) co_return co_await answer(parser);
+    co_await refuse(parser);
+    co_return false;
   }
 
-  asio::awaitable<beast::error_code> readBody(Parser& parser) {
-    if (parser.is_done()) co_return beast::error_code{};
-    stream_.expires_after(limits_.bodyTime);
-    if (beast::iequals(parser.get()[http::field::expect], "100-continue")) {
-      static constexpr std::string_view kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
-      const auto [error, count] = co_await asio::async_write(
-          stream_, asio::const_buffer(kContinue.data(), kContinue.size()), kTuple);
-      if (error) co_return error;
+  // The whole request or its header. False when it is refused, or no more of it comes.
+  asio::awaitable<bool> readUntil(RequestParser& parser, bool isWhole, std::size_t atOnce) {
+    bool goOn = true;
+    while (goOn && !takeWhatIsThere(parser, isWhole)) {
+      goOn = co_await readMore(atOnce);
     }
-    const auto [error, count] = co_await http::async_read(stream_, buffer_, parser, kTuple);
-    co_return error;
+    co_return goOn&& parser.refusal() == 0;
+  }
+
+  // True when no more is to be read: the request is there, as far as it is wanted, or refused.
+  bool takeWhatIsThere(RequestParser& parser, bool isWhole) {
+    front_ += parser.take(unreadBytes());
+    return parser.refusal() != 0 || (isWhole ? parser.isComplete() : parser.isHeaderComplete());
+  }
+
+  asio::awaitable<bool> readBody(RequestParser& parser) {
+    channel_.readWithin(limits_.bodyTime);
+    bool isWanted = true;
+    if (parser.expectsContinue()) isWanted = co_await channel_.write(kContinue);
+    if (!isWanted) co_return false;
+    channel_.readWithin(limits_.bodyTime);
+    co_return co_await readUntil(parser, true, kManyBytes);
   }
 
   // A request that could not be read: a status and a close, and nothing at all to a client that
-  // sent nothing.
-  asio::awaitable<void> refuse(beast::error_code error) {
-    if (error == http::error::end_of_stream || error == asio::error::connection_reset) co_return;
-    // The expired timer has closed the socket of a slow client.
-    const unsigned status = statusOf(error);
-    report(WireRequest{nextId(), "-", "-", {}, {}, remoteAddress_, remotePort_}, status, 0);
-    if (error == beast::error::timeout) co_return;
-    co_await writePlain(status);
+  // sent nothing, or is so slow that its time has closed the connection.
+  asio::awaitable<void> refuse(RequestParser& parser) {
+    if (parser.refusal() == 0 && !parser.isBegun()) co_return;
+    unsigned status = parser.refusal();
+    std::string_view reason = parser.reason();
+    if (status == 0) {
+      status = timedOut_ ? 408 : 400;
+      reason = "the request is not complete";
+    }
+    WireRequest& request = parser.request();
+    if (request.method.empty()) request.method = request.target = "-";
+    identify(request);
+    report(request, status, 0);
+    if (!timedOut_) co_await writePlain(status, reason);
   }
 
-  asio::awaitable<void> writePlain(unsigned status) {
-    StreamResponse response(stream_.socket(), limits_, true, false);
+  asio::awaitable<bool> writePlain(unsigned status, std::string_view reason) {
+    StreamResponse response(channel_, true, false);
     response.setStatus(status);
     response.addHeader("Content-Type", "text/plain; charset=utf-8");
-    if (status == 503) response.addHeader("Retry-After", "2");
-    response.send(fmt::format("{} {}\n", status, reasonOf(status)));
-    co_await writeWhole(response, false);
+    if (status == 503 || status == 429)
+      response.addHeader("Retry-After", std::string(kRetrySeconds));
+    response.send(fmt::format("{} {}: {}\n", status, reasonOf(status), reason));
+    co_return co_await writeWhole(response, false, false);
   }
 
-  asio::awaitable<bool> answer(Parser& parser) {
-    const bool keepAlive = parser.get().keep_alive() && !context_.stopping;
-    const bool http11 = parser.get().version() >= 11;
-    WireRequest request = toRequest(parser);
-    stream_.expires_never();
-    const bool urgent = context_.options.isUrgent(request);
-    if (!urgent && !co_await context_.gate.enter()) {
-      report(request, 503, 0);
-      co_await writePlain(503);
-      co_return false;
+  asio::awaitable<bool> answer(RequestParser& parser) {
+    WireRequest& request = parser.request();
+    identify(request);
+    const Lane lane = context_.options.laneOf(request);
+    const VisitorCounts::Place place(context_.visitors, lane == Lane::Operation
+                                                            ? context_.options.visitorOf(request)
+                                                            : Visitor{});
+    if (!place) {
+      context_.fail(fmt::format("{} refused: user \"{}\" has too many operations at a time",
+                                request.id, place.visitor().user));
+      co_return co_await turnDown(request, 429, "too many requests at a time");
     }
-    StreamResponse response(stream_.socket(), limits_, http11, request.method == "HEAD");
-    {
-      const Turn turn(urgent ? nullptr : &context_.gate);
-      context_.handler(request, response);
-    }
-    bool goOn = response.finish() && keepAlive;
-    if (!response.isStreamed())
+    Gate* const gate = gateOf(lane);
+    bool hasTurn = true;
+    if (gate != nullptr) hasTurn = co_await gate->enter();
+    if (!hasTurn) co_return co_await turnDown(request, 503, "the server is busy");
+    co_return co_await handle(parser, gate);
+  }
+
+  asio::awaitable<bool> turnDown(const WireRequest& request, unsigned status,
+                                 std::string_view reason) {
+    report(request, status, 0);
+    co_await writePlain(status, reason);
+    co_return false;
+  }
+
+  asio::awaitable<bool> handle(RequestParser& parser, Gate* gate) {
+    const WireRequest& request = parser.request();
+    StreamResponse response(channel_, parser.isHttp11(), request.method == "HEAD");
+    bool goOn = runHandler(request, response, gate) && parser.keepsAlive() && !context_.stopping;
+    if (response.isStreamed()) {
+      goOn = co_await channel_.write(response.unsent()) && goOn;
+    } else {
       goOn = co_await writeWhole(response, goOn, request.method == "HEAD") && goOn;
+    }
     report(request, response.status(), response.bytesSent());
     co_return goOn;
   }
 
-  asio::awaitable<bool> writeWhole(StreamResponse& response, bool keepAlive,
-                                   bool headOnly = false) {
-    const std::string head = response.takeHead(keepAlive);
-    const std::string body = headOnly ? std::string() : response.takeBody();
-    const std::array<asio::const_buffer, 2> parts{asio::buffer(head), asio::buffer(body)};
-    stream_.expires_after(limits_.writeTime);
-    const auto [error, count] = co_await asio::async_write(stream_, parts, kTuple);
-    co_return !error;
+  // False when the connection must close behind the answer.
+  bool runHandler(const WireRequest& request, StreamResponse& response, Gate* gate) {
+    const Turn turn(gate);
+    try {
+      context_.handler(request, response);
+      return response.finish();
+    } catch (...) {
+      failCurrent(context_, request.id);
+    }
+    // What a flushed answer has sent stays; that it does not end says that it is cut.
+    if (response.isStarted()) return false;
+    response.setStatus(500);
+    response.send("");
+    return false;
   }
 
-  WireRequest toRequest(Parser& parser) {
-    auto message = parser.release();
-    WireRequest request{nextId(),
-                        std::string(message.method_string()),
-                        std::string(message.target()),
-                        {},
-                        std::move(message.body()),
-                        remoteAddress_,
-                        remotePort_};
-    for (const auto& field : message) {
-      request.headers.emplace_back(std::string(field.name_string()), std::string(field.value()));
-    }
+  asio::awaitable<bool> writeWhole(StreamResponse& response, bool keepAlive, bool headOnly) {
+    std::string head = response.takeHead(keepAlive);
+    const std::string body = headOnly ? std::string() : response.takeBody();
+    const bool isSmall = body.size() <= kSmallBody;
+    if (isSmall) head += body;
+    const bool isOut = co_await channel_.write(head);
+    if (!isOut || isSmall) co_return isOut;
+    co_return co_await channel_.write(body);
+  }
+
+  Gate* gateOf(Lane lane) {
+    if (lane == Lane::Immediate) return nullptr;
+    return lane == Lane::SignIn ? &context_.signIns : &context_.operations;
+  }
+
+  WireRequest unread() {
+    WireRequest request;
+    request.method = request.target = "-";
+    identify(request);
     return request;
   }
 
-  std::string nextId() { return fmt::format("{}-{}", context_.runId, ++context_.requestCount); }
+  void identify(WireRequest& request) {
+    request.id = fmt::format("{}-{}", context_.runId, ++context_.requestCount);
+    request.remoteAddress = remoteAddress_;
+    request.remotePort = channel_.remote().port();
+    request.isSecure = channel_.isTls();
+    lastId_ = request.id;
+  }
 
   void report(const WireRequest& request, unsigned status, std::size_t bytes) {
     context_.options.onAccess(
@@ -187,20 +250,60 @@ class ConnectionRun {
          std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin_)});
   }
 
-  beast::tcp_stream& stream_;
+  void reportSlow() {
+    context_.fail(fmt::format("{} {} dropped: it takes less than {} bytes a second", lastId_,
+                              remoteAddress_, limits_.leastWriteBytesPerSecond));
+  }
+
   ConnectionContext& context_;
   const WireLimits& limits_;
-  beast::flat_buffer buffer_;
-  std::string remoteAddress_;
-  std::uint16_t remotePort_ = 0;
+  Channel channel_;
+  const std::string remoteAddress_;
+  std::vector<char> buffer_;
+  std::size_t front_ = 0, back_ = 0;  // what of it nobody has taken yet
+  bool timedOut_ = false;
+  std::string lastId_;
   Clock::time_point begin_;
 };
 
 }  // namespace
 
-asio::awaitable<void> serveConnection(beast::tcp_stream stream, ConnectionContext& context) {
-  ConnectionRun run(stream, context);
-  co_await run.run();
+void ConnectionContext::fail(std::string_view what) const noexcept {
+  try {
+    options.onFailure(what);
+  } catch (...) {
+    // Nobody is left to tell.
+  }
+}
+
+void failCurrent(const ConnectionContext& context, std::string_view where) noexcept {
+  try {
+    try {
+      throw;
+    } catch (const std::bad_alloc&) {
+      context.fail("no memory");  // nor for a longer line
+    } catch (const std::exception& error) {
+      context.fail(fmt::format("{} failed: {}", where, error.what()));
+    } catch (...) {
+      context.fail(fmt::format("{} failed: an exception of an unknown kind", where));
+    }
+  } catch (...) {
+    context.fail("a connection failed");
+  }
+}
+
+asio::awaitable<void> serveConnection(asio::ip::tcp::socket socket, TlsContext tls,
+                                      ConnectionContext& context, bool isOneTooMany) {
+  try {
+    ConnectionRun run(std::move(socket), std::move(tls), context);
+    if (isOneTooMany) {
+      co_await run.sendAway();
+    } else {
+      co_await run.run();
+    }
+  } catch (...) {
+    failCurrent(context, "a connection");
+  }
 }
 
 }  // namespace tarlo::host

@@ -4,10 +4,35 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/this_coro.hpp>
 #include <boost/asio/use_awaitable.hpp>
+#include <exception>
+#include <utility>
 
 namespace tarlo::host {
 
 namespace asio = boost::asio;
+
+// A wait that an exception ends gives back its place, in the queue or behind the gate.
+class Gate::Leaver {
+ public:
+  Leaver(Gate& gate, std::shared_ptr<Waiter> waiter) : gate_(gate), waiter_(std::move(waiter)) {}
+  ~Leaver() {
+    if (waiter_ != nullptr && finish()) gate_.leave();
+  }
+  Leaver(const Leaver&) = delete;
+  Leaver& operator=(const Leaver&) = delete;
+
+  // Leaves the queue; true when the place is the caller's.
+  bool finish() {
+    const std::lock_guard lock(gate_.mutex_);
+    const std::shared_ptr<Waiter> waiter = std::move(waiter_);
+    if (!waiter->admitted) std::erase(gate_.waiting_, waiter);
+    return waiter->admitted;
+  }
+
+ private:
+  Gate& gate_;
+  std::shared_ptr<Waiter> waiter_;
+};
 
 asio::awaitable<bool> Gate::enter() {
   const asio::any_io_executor executor = co_await asio::this_coro::executor;
@@ -23,13 +48,12 @@ asio::awaitable<bool> Gate::enter() {
     waiter->timer.expires_after(queueTime_);
     waiting_.push_back(waiter);
   }
+  Leaver leaver(*this, waiter);
   co_await waiter->timer.async_wait(asio::as_tuple(asio::use_awaitable));
-  const std::lock_guard lock(mutex_);
-  if (!waiter->admitted) std::erase(waiting_, waiter);
-  co_return waiter->admitted;
+  co_return leaver.finish();
 }
 
-void Gate::leave() {
+void Gate::leave() noexcept {
   const std::lock_guard lock(mutex_);
   if (waiting_.empty()) {
     ++free_;
@@ -41,8 +65,12 @@ void Gate::leave() {
   auto waiter = std::move(waiting_.front());
   waiting_.pop_front();
   waiter->admitted = true;
-  asio::post(waiter->timer.get_executor(),
-             [waiter] { waiter->timer.expires_at(asio::steady_timer::time_point::min()); });
+  try {
+    asio::post(waiter->timer.get_executor(),
+               [waiter] { waiter->timer.expires_at(asio::steady_timer::time_point::min()); });
+  } catch (const std::exception&) {
+    // No memory for the message: it finds its place when its time to wait is over.
+  }
 }
 
 }  // namespace tarlo::host

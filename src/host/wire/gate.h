@@ -1,7 +1,7 @@
 #pragma once
-// How many operations run at a time. Operations block their thread, so a flood of them would leave
-// no thread for the health checks; the gate lets a fixed number through and keeps a bounded queue
-// of the others, first come first served.
+// How many requests of a kind run at a time. Operations block their thread, so a flood of them
+// would leave no thread for files and health checks; the gate lets a fixed number through and keeps
+// a bounded queue of the others, first come first served.
 
 #include <boost/asio/any_io_executor.hpp>
 #include <boost/asio/awaitable.hpp>
@@ -22,7 +22,7 @@ class Gate {
   // True when the caller may run, at once or after its turn came; it must call leave(). False when
   // the queue is full or the wait took too long.
   boost::asio::awaitable<bool> enter();
-  void leave();
+  void leave() noexcept;
 
  private:
   struct Waiter {
@@ -30,6 +30,7 @@ class Gate {
     boost::asio::steady_timer timer;  // touched on its executor only
     bool admitted = false;            // guarded by the gate's mutex
   };
+  class Leaver;
 
   std::mutex mutex_;
   std::size_t free_;

@@ -21,6 +21,7 @@ struct WireRequest {
   std::string body;
   std::string remoteAddress;
   std::uint16_t remotePort = 0;
+  bool isSecure = false;  // came over TLS
 
   // The first header of that name (any case), "" when there is none.
   std::string_view header(std::string_view name) const;
@@ -45,8 +46,20 @@ class WireResponse {
   virtual bool isClientConnected() = 0;
 };
 
-// Runs on one thread from begin to end. Exceptions must not leave it.
+// Runs on one thread from begin to end. An exception that leaves it ends the connection.
 using Handler = std::function<void(const WireRequest&, WireResponse&)>;
+
+// What a request waits for before it runs.
+enum class Lane {
+  Immediate,  // nothing: it is quick
+  SignIn,     // a place of its own few, which operations cannot take
+  Operation   // a place among the operations
+};
+
+// Whose operations are counted together; "" is nobody's.
+struct Visitor {
+  std::string session, user;
+};
 
 // The reason phrase of a status; "" for an unknown one.
 std::string_view reasonOf(unsigned status);

@@ -10,11 +10,11 @@
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/strand.hpp>
 #include <boost/asio/use_awaitable.hpp>
-#include <boost/asio/write.hpp>
 #include <list>
 #include <random>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "host/wire/connection.h"
 
@@ -26,9 +26,8 @@ using Tcp = asio::ip::tcp;
 namespace {
 
 constexpr auto kTuple = asio::as_tuple(asio::use_awaitable);
-constexpr std::string_view kTooMany =
-    "HTTP/1.1 503 Service Unavailable\r\nRetry-After: 2\r\nContent-Length: 0\r\nConnection: "
-    "close\r\n\r\n";
+// Of those beyond the limit, so many at a time are told so; the others find the connection closed.
+constexpr std::size_t kMostSentAway = 128;
 
 // A page's memory comes back with the next page: giving it to the system in between costs a request
 // more than its smaller statements.
@@ -42,16 +41,39 @@ std::string freshRunId() {
   return fmt::format("{:06x}", source() & 0xFFFFFF);
 }
 
+// One of a bounded number of connections, as long as it lives.
+class Seat {
+ public:
+  Seat(std::atomic<std::size_t>& taken, std::size_t most) : taken_(&taken) {
+    if (++taken > most) leave();
+  }
+  ~Seat() { leave(); }
+  Seat(Seat&& other) noexcept : taken_(std::exchange(other.taken_, nullptr)) {}
+  Seat& operator=(Seat&&) = delete;
+  explicit operator bool() const { return taken_ != nullptr; }
+
+ private:
+  void leave() {
+    if (taken_ != nullptr) --*std::exchange(taken_, nullptr);
+  }
+
+  std::atomic<std::size_t>* taken_;
+};
+
 }  // namespace
 
 struct WireServer::Core {
   Core(Options given, Handler givenHandler)
       : options(std::move(given)),
         handler(std::move(givenHandler)),
-        gate(options.limits.running, options.limits.queued, options.limits.queueTime),
+        tls(loadTls(options.tls)),
+        operations(options.limits.running, options.limits.queued, options.limits.queueTime),
+        signIns(options.limits.signIns, options.limits.queued, options.limits.queueTime),
+        visitors(options.limits.operationsPerSession, options.limits.operationsPerUser),
         io(static_cast<int>(options.limits.threads)),
         acceptor(asio::make_strand(io)),
-        context{options, handler, gate, busy, stopping, requestCount, freshRunId()} {
+        context{options, handler,  operations,   signIns,     visitors,
+                busy,    stopping, requestCount, freshRunId()} {
     const Tcp::endpoint endpoint(asio::ip::make_address(options.address), options.port);
     acceptor.open(endpoint.protocol());
     acceptor.set_option(asio::socket_base::reuse_address(true));
@@ -69,27 +91,40 @@ struct WireServer::Core {
         co_await pause.async_wait(kTuple);
         continue;
       }
-      admit(std::move(socket));
+      // What goes wrong with one connection must not end the taking of others.
+      try {
+        admit(std::move(socket));
+      } catch (...) {
+        failCurrent(context, "a connection");
+      }
     }
   }
 
   void admit(Tcp::socket socket) {
     boost::system::error_code ignored;
     socket.set_option(Tcp::no_delay(true), ignored);
-    if (open.fetch_add(1) >= options.limits.connections) {
-      socket.non_blocking(true, ignored);
-      socket.write_some(asio::buffer(kTooMany.data(), kTooMany.size()), ignored);
-      --open;
-      return;
-    }
+    Seat seat(open, options.limits.connections);
+    const bool isOneTooMany = !seat;
+    Seat taken = isOneTooMany ? Seat(sentAway, kMostSentAway) : std::move(seat);
+    if (!taken) return;
     const auto executor = socket.get_executor();
-    asio::co_spawn(executor, serve(std::move(socket)),
-                   [this](const std::exception_ptr&) { --open; });
+    asio::co_spawn(executor, serve(std::move(socket), std::move(taken), isOneTooMany),
+                   asio::detached);
   }
 
-  asio::awaitable<void> serve(Tcp::socket socket) {
-    boost::beast::tcp_stream stream(std::move(socket));
-    co_await serveConnection(std::move(stream), context);
+  asio::awaitable<void> serve(Tcp::socket socket, Seat /*taken*/, bool isOneTooMany) {
+    co_await serveConnection(std::move(socket), tls.load(), context, isOneTooMany);
+  }
+
+  void work() noexcept {
+    for (;;) {
+      try {
+        io.run();
+        return;
+      } catch (...) {
+        failCurrent(context, "a thread");
+      }
+    }
   }
 
   void stop() {
@@ -106,11 +141,15 @@ struct WireServer::Core {
 
   const Options options;
   const Handler handler;
-  Gate gate;
+  std::atomic<TlsContext> tls;
+  Gate operations;
+  Gate signIns;
+  VisitorCounts visitors;
   BusyCount busy;
   std::atomic<bool> stopping{false};
   std::atomic<std::uint64_t> requestCount{0};
   std::atomic<std::size_t> open{0};
+  std::atomic<std::size_t> sentAway{0};
   asio::io_context io;
   Tcp::acceptor acceptor;
   ConnectionContext context;
@@ -137,8 +176,12 @@ void WireServer::start() {
   keepFreedMemory();
   asio::co_spawn(core_->acceptor.get_executor(), core_->accept(), asio::detached);
   for (std::size_t i = 0; i < core_->options.limits.threads; ++i) {
-    core_->threads.emplace_back([io = &core_->io] { io->run(); });
+    core_->threads.emplace_back([core = core_.get()] { core->work(); });
   }
+}
+
+void WireServer::reloadTls() {
+  core_->tls = loadTls(core_->options.tls);
 }
 
 void WireServer::stop() {

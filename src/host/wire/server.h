@@ -1,6 +1,7 @@
 #pragma once
-// The HTTP/1.1 server: listens, reads requests within limits, runs the handler inline on the thread
-// that read the request, and writes the answer. It knows nothing of pages.
+// The HTTP/1.1 server, plain or over TLS: listens, reads requests within limits, runs the handler
+// inline on the thread that read the request, and writes the answer. It knows nothing of pages.
+// What is thrown while a connection is served ends that connection and nothing else.
 
 #include <cstdint>
 #include <functional>
@@ -9,6 +10,7 @@
 
 #include "host/wire/limits.h"
 #include "host/wire/message.h"
+#include "host/wire/tls.h"
 
 namespace tarlo::host {
 
@@ -18,8 +20,14 @@ class WireServer {
     std::string address = "127.0.0.1";
     std::uint16_t port = 0;  // 0: a free one
     WireLimits limits;
-    // Requests that pass the gate unasked: health checks. They must be quick.
-    std::function<bool(const WireRequest&)> isUrgent = [](const WireRequest&) { return false; };
+    TlsFiles tls;  // none: plain HTTP
+    std::function<Lane(const WireRequest&)> laneOf = [](const WireRequest&) {
+      return Lane::Operation;
+    };
+    // Asked for operations, before they wait. It must be quick.
+    std::function<Visitor(const WireRequest&)> visitorOf = [](const WireRequest&) {
+      return Visitor{};
+    };
     // A line for each answered or refused request: method, target, status, bytes, duration.
     struct Access {
       std::string_view id, remote, method, target;
@@ -28,9 +36,13 @@ class WireServer {
       std::chrono::microseconds duration{};
     };
     std::function<void(const Access&)> onAccess = [](const Access&) {};
+    // A line for whatever ended a connection before its time: an exception, a client that is too
+    // slow, a visitor with too many operations.
+    std::function<void(std::string_view)> onFailure = [](std::string_view) {};
   };
 
-  // Binds and listens; throws std::system_error when the address cannot be had.
+  // Binds and listens; throws std::system_error when the address cannot be had, and TlsError for
+  // faulty files.
   WireServer(Options options, Handler handler);
   // Stops without waiting for running requests longer than the drain time.
   ~WireServer();
@@ -40,6 +52,9 @@ class WireServer {
   std::uint16_t port() const;
   // Starts the threads and returns.
   void start();
+  // Reads the files of Options::tls again, for the connections from here on. Throws TlsError; the
+  // pair that was there stays then.
+  void reloadTls();
   // Takes no further connection, lets running requests finish within the drain time, closes idle
   // connections, and returns when all threads have ended. Safe to call twice.
   void stop();

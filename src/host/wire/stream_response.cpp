@@ -1,11 +1,7 @@
 #include "host/wire/stream_response.h"
 
 #include <fmt/format.h>
-#include <poll.h>
-#include <sys/socket.h>
 
-#include <algorithm>
-#include <cerrno>
 #include <charconv>
 
 #include "variant/text.h"
@@ -13,6 +9,11 @@
 namespace tarlo::host {
 
 namespace {
+
+// Of a flushed answer that waits for its client: beyond it the handler waits.
+constexpr std::size_t kMostUnsent = 8 << 20;
+// What the handler goes on with then.
+constexpr std::size_t kFewUnsent = 4 << 20;
 
 // A header value with a line end would let its writer add headers of its own.
 bool isOneLine(std::string_view text) {
@@ -53,14 +54,18 @@ bool StreamResponse::flush(std::string_view bytes) {
   if (complete_ || broken_) return false;
   if (!started_) {
     started_ = true;
-    if (!writeNow(head(framing(), false))) return false;
+    unsent_ = head(framing(), false);
   }
   // What is beyond the length would be read as the next answer.
   if (declared_) bytes = bytes.substr(0, *declared_ - bytes_);
-  if (bytes.empty() || headOnly_) return true;
-  bytes_ += bytes.size();
-  if (declared_ || !http11_) return writeNow(bytes);
-  return writeNow(fmt::format("{:x}\r\n", bytes.size())) && writeNow(bytes) && writeNow("\r\n");
+  if (!bytes.empty() && !headOnly_) {
+    bytes_ += bytes.size();
+    const bool chunked = !declared_ && http11_;
+    if (chunked) unsent_ += fmt::format("{:x}\r\n", bytes.size());
+    unsent_ += bytes;
+    if (chunked) unsent_ += "\r\n";
+  }
+  return sendUnsent();
 }
 
 bool StreamResponse::finish() {
@@ -71,7 +76,8 @@ bool StreamResponse::finish() {
   if (broken_ || !http11_) return false;
   // A client that was promised more sees by the close that the answer is cut.
   if (declared_) return headOnly_ || bytes_ == *declared_;
-  return headOnly_ || writeNow("0\r\n\r\n");
+  if (!headOnly_) unsent_ += "0\r\n\r\n";
+  return true;
 }
 
 std::string StreamResponse::framing() const {
@@ -88,36 +94,34 @@ std::string StreamResponse::head(std::string_view framing, bool keepAlive) const
   std::string text = fmt::format("HTTP/1.1 {} {}\r\n", status_, reasonOf(status_));
   for (const auto& [name, value] : headers_) text += fmt::format("{}: {}\r\n", name, value);
   text += framing;
+  if (channel_.isTls()) text += "Strict-Transport-Security: max-age=31536000\r\n";
   // A flushed answer of HTTP/1.1 ends by its last chunk or its length, so only the others announce
   // the close.
   if (!keepAlive && !(started_ && http11_)) text += "Connection: close\r\n";
   return text + "\r\n";
 }
 
-bool StreamResponse::writeNow(std::string_view bytes) {
-  const auto deadline = std::chrono::steady_clock::now() + limits_.writeTime;
-  while (!bytes.empty() && !broken_) {
-    const ssize_t sent = ::send(socket_.native_handle(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    if (sent > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(sent));
-      continue;
-    }
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-        deadline - std::chrono::steady_clock::now());
-    pollfd wait{socket_.native_handle(), POLLOUT, 0};
-    const bool full = errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
-    if (!full || left.count() <= 0 || ::poll(&wait, 1, static_cast<int>(left.count())) < 0)
-      broken_ = true;
-  }
+bool StreamResponse::sendUnsent() {
+  const auto ready = channel_.writeReady(unsent());
+  dropUnsent(ready.value_or(0));
+  if (!ready) broken_ = true;
+  if (broken_ || unsent().size() <= kMostUnsent) return !broken_;
+  const std::size_t count = unsent().size() - kFewUnsent;
+  if (!channel_.writeNow(unsent().substr(0, count))) broken_ = true;
+  dropUnsent(count);
   return !broken_;
 }
 
+void StreamResponse::dropUnsent(std::size_t count) {
+  sent_ += count;
+  // Not for every few bytes: what remains has to be moved.
+  if (sent_ * 2 < unsent_.size()) return;
+  unsent_.erase(0, sent_);
+  sent_ = 0;
+}
+
 bool StreamResponse::isClientConnected() {
-  if (broken_) return false;
-  char byte = 0;
-  const ssize_t got = ::recv(socket_.native_handle(), &byte, 1, MSG_PEEK | MSG_DONTWAIT);
-  if (got == 0 || (got < 0 && errno != EAGAIN && errno != EWOULDBLOCK)) broken_ = true;
-  return !broken_;
+  return !broken_ && channel_.isPeerThere();
 }
 
 }  // namespace tarlo::host
