@@ -48,7 +48,8 @@ bool Visit::isSignedIn() const {
 }
 
 SiteScheme Visit::scheme() const {
-  return context_.secureCookie ? SiteScheme::HttpsOnly : SiteScheme::HttpOrHttps;
+  const bool isSecure = context_.secureCookie || wire.isSecure;
+  return isSecure ? SiteScheme::HttpsOnly : SiteScheme::HttpOrHttps;
 }
 
 std::shared_ptr<SessionData> Visit::makeSession() {
@@ -73,7 +74,7 @@ void Visit::endSession() {
 void Visit::sendCookie(std::string_view id, std::string_view life) {
   out.addHeader("Set-Cookie",
                 fmt::format("{}={}; Path=/; HttpOnly; SameSite=Lax{}{}", kSessionCookie, id, life,
-                            context_.secureCookie || wire.isSecure ? "; Secure" : ""));
+                            scheme() == SiteScheme::HttpsOnly ? "; Secure" : ""));
 }
 
 }  // namespace tarlo::host

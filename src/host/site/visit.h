@@ -43,7 +43,7 @@ class Visit {
   SessionData& beginSession();
   void endSession();
   bool isSignedIn() const;
-  // Of the site's own addresses, as far as the configuration tells.
+  // Of the site's own addresses, as far as the configuration and the connection tell.
   SiteScheme scheme() const;
 
   const WireRequest& wire;
