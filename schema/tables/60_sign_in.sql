@@ -1,5 +1,5 @@
--- Passwords and one-time links of the sign-in, and tokens of the JSON interface. No row is ever
--- deleted: a link that was used keeps the mark of its use, a token that was ended its end.
+-- Passwords and one-time links of the sign-in, and tokens of the JSON interface. A link that was used
+-- keeps the mark of its use, a token that was ended its end, until the housekeeping removes it.
 
 CREATE TABLE Tarlo_Credential (
   User_ID int PRIMARY KEY,

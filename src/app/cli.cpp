@@ -54,7 +54,7 @@ class Program {
     app_.set_help_flag("-h,--help", "Say how it is used, and end");
     for (const auto add : {addServe, addInit, addCompile, addSql, addCall, addOperations, addConfig,
                            addSignInLink, addSetPassword, addApiToken, addControl, addPropagate,
-                           addFreeze, addRegister, addUnregister}) {
+                           addFreeze, addRegister, addUnregister, addUpgrade}) {
       commands_.push_back(add(app_, console_));
       commands_.back().options->formatter(std::make_shared<HelpFormatter>());
     }

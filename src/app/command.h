@@ -39,5 +39,6 @@ Command addPropagate(CLI::App& program, Console console);
 Command addFreeze(CLI::App& program, Console console);
 Command addRegister(CLI::App& program, Console console);
 Command addUnregister(CLI::App& program, Console console);
+Command addUpgrade(CLI::App& program, Console console);
 
 }  // namespace tarlo::app

@@ -10,6 +10,7 @@
 #include "app/exit_code.h"
 #include "app/json_value.h"
 #include "app/nearest.h"
+#include "app/platform_schema.h"
 #include "component/operations.h"
 #include "component/tarlo_query.h"
 #include "frame/local_page.h"
@@ -140,7 +141,7 @@ int callOperation(Console console, const CallOptions& options, const Words& word
   const Operation& operation = operationByName(words.front());
   std::vector<Variant> arguments = argumentsFrom(words);
   database::Registry databases;
-  openForCommand(databases, options.connection);
+  openPlatform(databases, options.connection);
   frame::LocalPage local(databases, options.connection);
   for (const siblings::ProgId& progId : siblings::progIds()) {
     local.registerObject(std::string(progId.name), progId.make);

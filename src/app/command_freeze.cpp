@@ -8,6 +8,7 @@
 #include "app/database_option.h"
 #include "app/exit_code.h"
 #include "app/id_argument.h"
+#include "app/platform_schema.h"
 #include "frame/local_page.h"
 #include "metadata/scheme_copy.h"
 #include "variant/convert.h"
@@ -22,7 +23,7 @@ struct FreezeOptions {
 
 int freeze(Console console, const FreezeOptions& options, const Words& words) {
   database::Registry databases;
-  openForCommand(databases, options.connection);
+  openPlatform(databases, options.connection);
   frame::LocalPage local(databases, options.connection);
   const int id = idFrom(words.front());
   const std::string version = variant::spliced(metadata::CopyQuery(local.page(), id));

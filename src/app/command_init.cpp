@@ -11,7 +11,9 @@
 #include "app/demo_statements.h"
 #include "app/exit_code.h"
 #include "app/new_file.h"
+#include "app/platform_schema.h"
 #include "app/platform_scripts.h"
+#include "database/schema_version.h"
 #include "variant/sql_text.h"
 
 namespace tarlo::app {
@@ -56,6 +58,7 @@ void build(const std::string& connectionString, const std::string& name, bool de
   database::Connection::Transaction transaction(*connection);
   refuseWhenThere(*connection, name);
   runScripts(*connection, tableScripts());
+  database::storeSchemaVersion(*connection, programName());
   if (demo) {
     runScripts(*connection, demoScripts());
     for (const DemoStatement& scheme : statements) storeStatement(*connection, scheme);

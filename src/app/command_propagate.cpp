@@ -10,6 +10,7 @@
 #include "app/command.h"
 #include "app/database_option.h"
 #include "app/exit_code.h"
+#include "app/platform_schema.h"
 #include "app/progress.h"
 #include "app/scheme_report.h"
 #include "compile/propagation.h"
@@ -48,7 +49,7 @@ class Propagation {
   Propagation(Console console, const PropagateOptions& options)
       : console_(console),
         options_(options),
-        database_(openForCommand(databases_, options.connection)),
+        database_(openPlatform(databases_, options.connection)),
         local_(databases_, options.connection) {}
 
   int run(const std::string& word) {

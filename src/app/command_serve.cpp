@@ -14,10 +14,13 @@
 #include "app/command.h"
 #include "app/config_option.h"
 #include "app/exit_code.h"
+#include "app/platform_schema.h"
 #include "app/server_logs.h"
 #include "app/sign_in_users.h"
+#include "database/private_files.h"
 #include "host/site/embedded_files.h"
 #include "host/site/site.h"
+#include "host/upkeep/upkeep.h"
 
 namespace tarlo::app {
 namespace {
@@ -164,6 +167,30 @@ void announce(Console console, const std::string& baseUrl, const std::string& li
   console.out.flush();
 }
 
+// The database that the pages work on, in a state in which they can. What is wrong is told with the
+// key that names it.
+database::Database& openServed(database::Registry& databases, const host::Config& config,
+                               spdlog::logger& log) {
+  const std::string name = fmt::format("database.connection = {}", config.database);
+  database::Database* database = nullptr;
+  try {
+    database = &databases.find(config.database);
+  } catch (const RuntimeError& error) {
+    throw CommandError(kNoDatabase, fmt::format("{}: {}\n'tarloquery init' makes a database.", name,
+                                                error.description()));
+  }
+  const database::Health health = database->health(0);
+  if (health.trouble != database::Trouble::None) {
+    throw CommandError(kNoDatabase, fmt::format("{}: {}", name, health.detail));
+  }
+  requirePlatform(*database->borrow(), name);
+  const std::string file = config.database.substr(config.database.find(':') + 1);
+  if (database::isReadableByAll(file)) {
+    log.warn("every user of this machine may read the database file {}", file);
+  }
+  return *database;
+}
+
 int serve(Console console, const ServeOptions& options) {
   const host::Config config = effectiveConfig(options);
   const ServerLogs logs = openLogs(config);
@@ -173,11 +200,12 @@ int serve(Console console, const ServeOptions& options) {
        .temporaryBytes = static_cast<std::int64_t>(config.temporaryBytes),
        .temporaryBytesInAll = static_cast<std::int64_t>(config.temporaryBytesInAll),
        .valueBytes = config.rowBytes});
-  database::Database& database = openWithSignIn(databases, config.database);
+  database::Database& database = openServed(databases, config, *logs.application);
   raiseFileLimit(config.limits.connections);
   shareHeaps();
   const Signals signals;
   host::Site site(config, databases, host::embeddedFiles(), logs.application);
+  site.readiness().look();
   const auto server = listen(config, options, site, logs);
   server->start();
   const host::Endpoint endpoint = endpointOf(config, options);
@@ -188,8 +216,11 @@ int serve(Console console, const ServeOptions& options) {
                ? freshLink(database, userByLogin(database, kDemoUser), config.linkLife, baseUrl)
                : "");
   logs.application->info("serving {} from {}", baseUrl, config.database);
+  auto upkeep =
+      std::make_unique<host::Upkeep>(config, databases, site.readiness(), logs.application);
   const int signal = signals.waitForEnd([&] { reload(*server, config, *logs.application); });
   logs.application->info("signal {}: finishing what is running", signal);
+  upkeep.reset();
   server->stop();
   logs.application->info("stopped");
   return kDone;

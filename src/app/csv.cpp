@@ -1,20 +1,12 @@
 #include "app/csv.h"
 
 #include "variant/convert.h"
+#include "variant/csv.h"
 
 namespace tarlo::app {
 
 std::string csvField(std::string_view text) {
-  if (!text.empty() && text.find_first_of(",\"\r\n") == std::string_view::npos) {
-    return std::string(text);
-  }
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '"') quoted += '"';
-    quoted += c;
-  }
-  quoted += '"';
-  return quoted;
+  return text.empty() ? variant::csvInQuotes(text) : variant::csvQuoted(text);
 }
 
 std::string csvField(const Variant& value) {

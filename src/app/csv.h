@@ -1,6 +1,7 @@
 #pragma once
 // Comma-separated values as RFC 4180 has them: CR LF behind every record, fields quoted where they
-// must be.
+// must be. What stands in the database goes out as it is, for programs that read it back: nothing
+// is put in front of what a spreadsheet would run, as the lists' download does.
 
 #include <string>
 #include <string_view>

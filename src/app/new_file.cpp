@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/exit_code.h"
+#include "database/private_files.h"
 
 namespace tarlo::app {
 namespace {
@@ -58,9 +59,7 @@ void removeAbandonedBuilds(const fs::path& folder, const fs::path& target) {
 
 NewFile::NewFile(fs::path target) : target_(std::move(target)) {
   const fs::path folder = target_.has_parent_path() ? target_.parent_path() : fs::path(".");
-  std::error_code error;
-  fs::create_directories(folder, error);
-  if (error) {
+  if (const std::error_code error = database::makePrivateFolders(folder)) {
     throw CommandError(kNoDatabase, fmt::format("The folder {} cannot be made: {}.",
                                                 folder.string(), error.message()));
   }

@@ -5,6 +5,7 @@
 #include <spdlog/sinks/stdout_sinks.h>
 
 #include "app/exit_code.h"
+#include "database/private_files.h"
 #include "host/site/log_text.h"
 
 namespace tarlo::app {
@@ -14,6 +15,7 @@ constexpr const char* kPattern = "%Y-%m-%d %H:%M:%S.%e %l %v";
 
 spdlog::sink_ptr sinkFor(const std::string& file) {
   if (file.empty()) return std::make_shared<spdlog::sinks::stderr_sink_mt>();
+  database::makePrivateFile(file);  // where it cannot be made, the sink says why
   try {
     return std::make_shared<spdlog::sinks::basic_file_sink_mt>(file);
   } catch (const spdlog::spdlog_ex& error) {

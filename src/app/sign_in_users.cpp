@@ -4,17 +4,14 @@
 
 #include "app/database_option.h"
 #include "app/exit_code.h"
+#include "app/platform_schema.h"
 
 namespace tarlo::app {
 
 database::Database& openWithSignIn(database::Registry& databases, const std::string& connection) {
   database::Database& database = openForCommand(databases, connection);
-  if (host::hasSignInTables(database)) return database;
-  throw CommandError(
-      kNoDatabase,
-      fmt::format("{} does not hold the tables of this version.\n'tarloquery init --database "
-                  "sqlite:FILE' makes a database; add --demo for one with a demo business.",
-                  connection));
+  requirePlatform(*database.borrow(), connection);
+  return database;
 }
 
 host::User userByLogin(database::Database& database, const std::string& login) {

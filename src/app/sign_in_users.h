@@ -8,7 +8,7 @@
 
 namespace tarlo::app {
 
-// The database, checked for the tables of the sign-in. Throws CommandError (kNoDatabase).
+// The database, checked for the tables of this program. Throws CommandError (kNoDatabase).
 database::Database& openWithSignIn(database::Registry& databases, const std::string& connection);
 
 // Throws CommandError (kFailed) when there is no such user.

@@ -444,8 +444,12 @@ const auto& sortedOperations() {
 
 }  // namespace
 
+bool changesData(const StatementRights& rights) {
+  return !kDrawn.containsAll(rights.writes);
+}
+
 bool changesData(const Operation& operation) {
-  return !kDrawn.containsAll(operation.rights.writes);
+  return changesData(operation.rights);
 }
 
 std::span<const Operation> operations() {

@@ -28,7 +28,9 @@ struct Operation {
   Variant (*invoke)(Page&, std::span<Variant> arguments);  // `arguments` has `arity` elements
 };
 
-// Whether a call changes what others see. Lists that were drawn are a session's own.
+// Whether a call, or one with these rights, changes what others see. Lists that were drawn are a
+// session's own.
+bool changesData(const database::StatementRights& rights);
 bool changesData(const Operation& operation);
 
 // In alphabetical order of the folded names.

@@ -43,4 +43,15 @@ Database& Registry::find(std::string_view connectionString) {
   return *databases_.emplace(connectionString, std::move(opened)).first->second;
 }
 
+Lease Registry::borrow(std::string_view connectionString, const StatementContext& context) {
+  try {
+    Lease lease = find(connectionString).borrow();
+    lease->setContext(&context);
+    return lease;
+  } catch (const DatabaseError& error) {
+    context.tell(error);
+    throw;
+  }
+}
+
 }  // namespace tarlo::database

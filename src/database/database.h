@@ -2,6 +2,7 @@
 // A database by its connection string, with a pool of connections to it. Thread-safe.
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -9,6 +10,7 @@
 #include <string_view>
 
 #include "database/connection.h"
+#include "database/health.h"
 
 namespace tarlo::database {
 
@@ -50,6 +52,11 @@ class Database {
   virtual Lease borrow() = 0;
   // Names a procedure for EXEC; before the first borrow.
   virtual void addProcedure(std::string name, Procedure procedure) = 0;
+  // What can be seen without a statement; `reserve` is how many bytes must be free. Cheap: it waits
+  // for nobody. Throws nothing of its own.
+  virtual Health health(std::uint64_t reserve) const = 0;
+  // A login that only reads.
+  virtual bool isReadOnly() const = 0;
 
  protected:
   friend class Lease;
@@ -69,6 +76,9 @@ class Registry {
   explicit Registry(OpenOptions options = {}) : options_(options) {}
   // Opens it at the first call. Throws as openDatabase; a failure is not remembered.
   Database& find(std::string_view connectionString);
+  // A connection for whom the context is, which outlives the loan; it is told of a database that
+  // cannot be had. Throws as openDatabase and Database::borrow.
+  Lease borrow(std::string_view connectionString, const StatementContext& context);
 
  private:
   OpenOptions options_;

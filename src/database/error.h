@@ -21,6 +21,16 @@ inline constexpr int kTooManyRows = -2147217883;    // 0x80040E25, row limit exc
 inline constexpr int kNoRoomForRows = -2147024882;  // 0x8007000E, out of memory
 inline constexpr int kNoSuchField = 3265;           // item not found in the collection
 
+// Why a database could not take a statement that is right in itself. It was not done; sent again
+// later it may be.
+enum class Outage {
+  None,
+  Busy,    // locked by somebody else for too long, or no connection free
+  Full,    // no room on the disk
+  Gone,    // what was opened is no longer in its place
+  Failing  // reading or writing fails, or is not allowed
+};
+
 class DatabaseError : public RuntimeError {
  public:
   struct Native {
@@ -33,6 +43,7 @@ class DatabaseError : public RuntimeError {
     // What was being run, at most kMaxStatementBytes of it; "" for a failure outside a statement.
     // While rows are read it is the engine's text with its values.
     std::string statement = {};
+    Outage outage = Outage::None;
   };
   static constexpr std::size_t kMaxStatementBytes = 4000;
 

@@ -24,6 +24,7 @@ StatementError forbidden(const Touched& touched) {
   }
   std::string_view what = "table {} may not be read here";
   if (touched.access == Access::Write) what = "table {} may not be written here";
+  if (touched.access == Access::Delete) what = "rows of table {} may not be deleted here";
   if (touched.access == Access::Execute) what = "procedure {} may not be called here";
   return {tsql::Refusal::Forbidden, touched.position,
           fmt::format(fmt::runtime(what), touched.name)};
@@ -55,7 +56,8 @@ bool Guard::mayTouch(Access access, std::string_view name) const {
 bool Guard::allows(const Footprint& footprint) const {
   const StatementRights& rights = context_->rights;
   const bool asksList =
-      rights.readsListedOnly && (footprint.reads | footprint.writes).contains(TableGroup::Business);
+      rights.readsListedOnly &&
+      (footprint.reads | footprint.writes | footprint.deletes).contains(TableGroup::Business);
   if (!asksList && footprint.isWithin(rights)) return true;
   return std::ranges::all_of(footprint.touches, [&](const Footprint::Touch& touch) {
     return mayTouch(touch.access, touch.name);
@@ -72,7 +74,7 @@ void Guard::refuse(const std::string& reason, std::string_view engine, std::stri
 void Guard::checkText(const CachedTranslation& translation, std::string_view sql,
                       tsql::Catalogue& catalogue) const {
   if (context_ == nullptr || allows(translation.footprint)) return;
-  tsql::ast::Batch batch = tsql::parse(sql);
+  tsql::ast::Batch batch = tsql::parse(sql, tsql::Deletes::Known);
   for (const Touched& touched : tsql::resolve(batch, catalogue).touched) {
     if (!mayTouch(touched.access, touched.name)) refuse(forbidden(touched).what(), "tsql", sql);
   }

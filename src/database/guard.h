@@ -32,6 +32,8 @@ class Guard {
   void checkEngine(const Footprint& footprint, std::string_view sql) const;
 
   bool mayTouch(tsql::Access access, std::string_view name) const;
+  // Whether rows of any table may be deleted. A connection that nobody has narrowed deletes none.
+  bool mayDelete() const { return context_ != nullptr && !context_->rights.deletes.empty(); }
 
  private:
   bool allows(const Footprint& footprint) const;

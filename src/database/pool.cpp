@@ -28,8 +28,9 @@ Lease PooledDatabase::borrow() {
     std::unique_lock lock(mutex_);
     const auto free = [this] { return !idle_.empty() || made_ < options_.maxConnections; };
     if (!free() && !freed_.wait_for(lock, options_.borrowTimeout, free)) {
-      throw DatabaseError(kTimeout, "All connections to the database are in use.",
-                          {.engine = "pool", .code = 0, .sqlState = "08004", .text = ""});
+      throw DatabaseError(
+          kTimeout, "All connections to the database are in use.",
+          {.engine = "pool", .code = 0, .sqlState = "08004", .text = "", .outage = Outage::Busy});
     }
     if (!idle_.empty()) {
       // The one used last: its caches are the warmest.

@@ -99,7 +99,7 @@ std::string_view nameOf(TableGroup group) {
 StatementRights StatementRights::everything() {
   const TableGroups all = {Business, Dictionary, Schemes, Controls,     Organisation, Menu,
                            Workflow, Help,       Policy,  OperationLog, DrawnGrids,   Platform};
-  return {all, all, true, false};
+  return {all, all, true, false, {}};
 }
 
 void Footprint::add(tsql::Access access, std::string_view name) {
@@ -108,14 +108,17 @@ void Footprint::add(tsql::Access access, std::string_view name) {
   if (access == tsql::Access::Execute) {
     executes = true;
   } else {
-    (access == tsql::Access::Write ? writes : reads).add(groupOf(name));
+    TableGroups& groups = access == tsql::Access::Write    ? writes
+                          : access == tsql::Access::Delete ? deletes
+                                                           : reads;
+    groups.add(groupOf(name));
   }
   touches.push_back(std::move(touch));
 }
 
 bool Footprint::isWithin(const StatementRights& rights) const {
   return (rights.reads | rights.writes).containsAll(reads) && rights.writes.containsAll(writes) &&
-         (rights.executes || !executes);
+         rights.deletes.containsAll(deletes) && (rights.executes || !executes);
 }
 
 bool covers(const StatementRights& rights, tsql::Access access, std::string_view name) {

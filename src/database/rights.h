@@ -56,14 +56,18 @@ class TableGroups {
   std::uint32_t bits_ = 0;
 };
 
-// Nothing is allowed unless it is named. What may be written may be read as well.
+// Nothing is allowed unless it is named. What may be written may be read as well. Rows are deleted
+// by the server's own housekeeping only: no operation and no page has `deletes`, and without any
+// the front end does not even know the statement.
 struct StatementRights {
   TableGroups reads;
   TableGroups writes;
   bool executes = false;        // EXEC
   bool readsListedOnly = true;  // of the business tables, those that the borrower lists
+  TableGroups deletes = {};
 
-  // Every group but the server's own: for programs that answer for their statements themselves.
+  // Every group but the server's own, read and written: for programs that answer for their
+  // statements themselves.
   static StatementRights everything();
 };
 
@@ -76,6 +80,7 @@ struct Footprint {
   };
   TableGroups reads;
   TableGroups writes;
+  TableGroups deletes;
   bool executes = false;
   std::vector<Touch> touches;  // each once
 

@@ -30,9 +30,7 @@ Variant runCommand(database::Connection& connection, const Variant& sql, int com
 
 database::Lease borrowConnection(Page& page) {
   const std::string name = variant::spliced(page.application.get("strConn"));
-  database::Lease connection = page.databases.find(name).borrow();
-  connection->setContext(&page.statements);
-  return connection;
+  return page.databases.borrow(name, page.statements);
 }
 
 Variant execSQLRows(Page& page, const Variant& sql) {

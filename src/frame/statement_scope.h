@@ -22,7 +22,22 @@ class StatementScope {
   const database::StatementRights before_;
 };
 
-// The same for who may call what is being run.
+// Statements without which the page is as good: when the database cannot take them, the page goes
+// out all the same.
+class DispensableScope {
+ public:
+  explicit DispensableScope(Page& page)
+      : page_(page), before_(std::exchange(page.statements.isEssential, false)) {}
+  ~DispensableScope() { page_.statements.isEssential = before_; }
+  DispensableScope(const DispensableScope&) = delete;
+  DispensableScope& operator=(const DispensableScope&) = delete;
+
+ private:
+  Page& page_;
+  const bool before_;
+};
+
+// Who may call what is being run.
 class AccessScope {
  public:
   AccessScope(Page& page, Access access)

@@ -21,6 +21,7 @@ constexpr std::string_view kApplication = "application";
 
 // Milliseconds in one unit of a duration key.
 double unitOf(const ConfigKey& key) {
+  if (key.name.ends_with("_days")) return 24 * 3'600'000;
   return key.name.ends_with("_minutes") ? 60'000 : 1'000;
 }
 

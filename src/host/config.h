@@ -31,6 +31,7 @@ struct Config {
 
   std::chrono::milliseconds sessionIdle{30 * 60'000};
   std::size_t sessions = 20'000;
+  std::chrono::milliseconds sessionCheck{5'000};
   bool secureCookie = false;
 
   std::size_t signInAttempts = 8;  // failures of one user or address within the window
@@ -53,6 +54,13 @@ struct Config {
   std::size_t temporaryBytes = 128u << 20;
   std::size_t temporaryBytesInAll = 512u << 20;
   Milliseconds statementTime{30'000};
+
+  std::size_t diskReserve = 64u << 20;
+
+  Milliseconds housekeepingPause{10 * 60'000};             // 0 = no housekeeping
+  Milliseconds drawnGridLife{2 * std::chrono::hours(24)};  // 0 = for ever; so the next
+  Milliseconds operationLogLife{0};
+  Milliseconds endedLife{7 * std::chrono::hours(24)};  // of links and tokens that have ended
 
   bool statementsByUrl = false;
   bool designersOnly = true;

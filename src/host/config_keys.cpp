@@ -67,6 +67,20 @@ const ConfigKey kKeys[] = {
 
     {"database", "connection", &C::database,
      "Connection string; sqlite:FILE is the embedded database."},
+    {"database", "reserve_bytes", &C::diskReserve,
+     "With less room than this on its disk the server says that it is not ready.", 0, 1e15},
+
+    {"housekeeping", "every_minutes", &C::housekeepingPause,
+     "Pause between two rounds that remove what has had its time. 0: nothing is removed.", 0,
+     10'080},
+    {"housekeeping", "drawn_list_days", &C::drawnGridLife,
+     "How long the statements of drawn lists are kept, which the task panels read. Longer than a "
+     "session lasts. 0: for ever.",
+     0, 36'500},
+    {"housekeeping", "ended_days", &C::endedLife,
+     "How long sign-in links and API tokens are kept after they have ended.", 0, 36'500},
+    {"housekeeping", "operation_log_days", &C::operationLogLife,
+     "How long rows of the operation log are kept. 0: for ever.", 0, 36'500},
 
     {"pages", "charset", &C::charset, "gb2312 or utf-8: how pages are sent."},
     {"pages", "address_keyword", &C::virtualWebKeyWord,
@@ -93,6 +107,10 @@ const ConfigKey kKeys[] = {
      "A session ends after this time without a request.", 1, 10'080},
     {"session", "most", &C::sessions,
      "Sessions kept; beyond it the one that was idle longest goes.", 1, 1e6},
+    {"session", "check_seconds", &C::sessionCheck,
+     "How often a session looks whether its user is still there, with the same name, rank and "
+     "password; 0 at every request.",
+     0, 3600},
     {"session", "secure_cookie", &C::secureCookie,
      "Send the session cookie over HTTPS only; turn it on behind a TLS proxy. Over the server's "
      "own "

@@ -8,8 +8,8 @@
 
 namespace tarlo::siblings {
 
-// A value as a field. A text that a spreadsheet would run as a formula gets an apostrophe in front;
-// numbers stay.
+// A value as a field. A text that a spreadsheet might run as a formula gets an apostrophe in front;
+// numbers stay. Captions are texts of designers, and go through it too.
 std::string csvText(const Variant& value);
 
 // One record with its line end; fields are quoted where they need it.

@@ -30,6 +30,7 @@ std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grid
 void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
   const frame::StatementScope scope(page,
                                     {.reads = {}, .writes = {database::TableGroup::DrawnGrids}});
+  const frame::DispensableScope dispensable(page);
   constexpr int kMostRowsOfSession = 20;
   const std::string session = sqlText(page.session.id());
   const Variant kept =

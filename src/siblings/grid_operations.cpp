@@ -73,8 +73,9 @@ std::shared_ptr<GridState> gridOf(Page& page) {
 
 void sendCsvRows(Page& page, const GridState& grid, database::Recordset& rows) {
   constexpr std::size_t kPieceBytes = 64 * 1024;
-  std::string piece = "\xEF\xBB\xBF" + csvRecord(grid.definition.captions);
   std::vector<std::string> fields;
+  for (const std::string& caption : grid.definition.captions) fields.push_back(csvText(caption));
+  std::string piece = "\xEF\xBB\xBF" + csvRecord(fields);
   for (; !rows.atEnd(); rows.moveNext()) {
     fields.clear();
     for (std::size_t i = 1; i <= grid.definition.captions.size(); ++i) {

@@ -205,6 +205,9 @@ void checkDdl(const ast::Batch& batch, bool allowed) {
         std::holds_alternative<ast::CreateIndex>(statement.node)) {
       throw StatementError(Refusal::Unsupported, statement.position, "CREATE is not allowed here");
     }
+    if (std::holds_alternative<ast::AddColumn>(statement.node)) {
+      throw StatementError(Refusal::Unsupported, statement.position, "ALTER is not allowed here");
+    }
   }
 }
 
@@ -226,7 +229,7 @@ void noteUnseen(std::string_view sql, const ast::Batch& batch, Translation& tran
 }  // namespace
 
 Translation translate(std::string_view sql, Catalogue& catalogue, const TranslateOptions& options) {
-  ast::Batch batch = parse(sql);
+  ast::Batch batch = parse(sql, options.allowDelete ? Deletes::Known : Deletes::Unknown);
   checkDdl(batch, options.allowDdl);
   Resolved resolved = resolve(batch, catalogue);
   Translation translation;

@@ -57,7 +57,8 @@ struct Translation {
 
 struct TranslateOptions {
   Dialect dialect = Dialect::Sqlite;
-  bool allowDdl = false;  // CREATE TABLE and CREATE INDEX; a data procedure never sends them
+  bool allowDdl = false;  // CREATE and ALTER TABLE; a data procedure never sends them
+  bool allowDelete = false;
 };
 
 // Parses, resolves and prints. Throws StatementError.

@@ -7,6 +7,7 @@
 #include "database/sqlite/connection.h"
 #include "database/statement_check.h"
 #include "support.h"
+#include "variant/error_state.h"
 
 namespace tarlo::database::test {
 namespace {
@@ -72,7 +73,6 @@ TEST_F(Guarded, HoldsAStatementToItsTables) {
        "refused: line 1, column 42: table Zembra_Unheard may not be read here"},
       {kListed, "select Hash from TARLO_credential",
        "refused: line 1, column 18: unknown table Tarlo_Credential"},
-      {kListed, "select name from sqlite_master", ""},
       {kListed, "update Orders set Amount=9",
        "refused: line 1, column 1: table Orders may not be written here"},
       {kListed, "insert into Orders (Amount) select Salary from Payroll",
@@ -93,10 +93,6 @@ TEST_F(Guarded, HoldsAStatementToItsTables) {
        "refused: line 1, column 20: table Orders may not be read here"},
   };
   for (const auto& [rights, sql, answer] : rows) {
-    if (*answer == '\0') {
-      EXPECT_THROW(asked(rights, sql), std::exception) << sql;
-      continue;
-    }
     EXPECT_EQ(asked(rights, sql), answer) << sql;
   }
   EXPECT_EQ(ask(*database_->borrow(), "select User_Name from Zembra_User order by User_ID"),
@@ -149,7 +145,8 @@ TEST_F(Guarded, TellsTheLogWhatWasRefused) {
 TEST_F(Guarded, TheEngineRefusesByItself) {
   TranslationCache translations;
   ProcedureTable procedures;
-  SqliteConnection connection(openSqliteFile(folder_.file(), {}, procedures), translations,
+  DatabaseFile file(folder_.file());
+  SqliteConnection connection(openSqliteFile(folder_.file(), {}, procedures), file, translations,
                               procedures, {});
   const char* const statements[] = {
       "select User_Name from Zembra_User", "update Zembra_User set User_Name='x'",
@@ -175,6 +172,57 @@ TEST_F(Guarded, TheEngineRefusesByItself) {
     }
   }
   EXPECT_EQ(ask(connection, "select User_Name from Zembra_User"), "tAnn");
+}
+
+TEST_F(Guarded, RowsAreDeletedOnlyByWhoeverMay) {
+  const char* sql = "delete from Zembra_User where User_ID in (1,2)";
+  const auto refusal = [&](const StatementContext* context) {
+    Lease lease = database_->borrow();
+    lease->allowDdl(true);
+    lease->setContext(context);
+    return errorOf([&] { lease->execute(sql); }).description();
+  };
+  const std::string unknown = "line 1, column 1: expected SELECT";
+  // Before and after somebody who may: what was translated for that one is for nobody else.
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(refusal(nullptr).substr(0, unknown.size()), unknown);
+    context_.rights = StatementRights::everything();
+    EXPECT_EQ(refusal(&context_).substr(0, unknown.size()), unknown);
+    const StatementRights rights = {.reads = {}, .writes = {}, .deletes = {Organisation}};
+    EXPECT_EQ(asked(rights, "delete from Orders where ID=1"),
+              "refused: line 1, column 1: rows of table Orders may not be deleted here");
+    EXPECT_EQ(asked(rights, "delete from Zembra_User where User_ID in (select ID from Orders)"),
+              "refused: line 1, column 58: table Orders may not be read here");
+    EXPECT_EQ(asked(rights, "update Zembra_User set User_Name='x'"),
+              "refused: line 1, column 1: table Zembra_User may not be written here");
+    if (round == 0) {
+      StatementRights housekeeping = rights;
+      housekeeping.reads = {Organisation};
+      asked(housekeeping, sql);
+    }
+  }
+  EXPECT_EQ(ask(*database_->borrow(), "select count(*) from Zembra_User"), "i0");
+}
+
+// A front end that took a DELETE for a SELECT.
+TEST_F(Guarded, TheEngineRefusesADeleteByItself) {
+  TranslationCache translations;
+  ProcedureTable procedures;
+  DatabaseFile file(folder_.file());
+  SqliteConnection connection(openSqliteFile(folder_.file(), {}, procedures), file, translations,
+                              procedures, {});
+  const char* sql = "select User_Name from Zembra_User";
+  connection.explainTranslation(sql);
+  tsql::Shape shape;
+  ASSERT_TRUE(tsql::shapeOf(sql, shape));
+  auto wrong = std::make_shared<CachedTranslation>(*translations.find(shape));
+  wrong->translation.steps = {{tsql::StepRole::Write, "DELETE FROM \"Zembra_User\"", {}}};
+  translations.insert(shape, wrong);
+  context_.rights = kWritesUsers;
+  connection.setContext(&context_);
+  EXPECT_EQ(errorOf([&] { connection.execute(sql); }).number(), kForbidden);
+  connection.setContext(nullptr);
+  EXPECT_EQ(ask(connection, "select count(User_ID) from Zembra_User"), "i1");
 }
 
 TEST_F(Guarded, RowsHaveABudget) {
@@ -205,7 +253,7 @@ TEST_F(Guarded, RowsHaveABudget) {
 TEST_F(Guarded, TemporaryFilesHaveALimit) {
   const auto limited = openDatabase("sqlite:" + folder_.file(), {.temporaryBytes = 1 << 20});
   limited->borrow()->execute("insert into Orders (Amount) select a.ID from Orders a,Orders b");
-  for (int i = 0; i < 3; ++i) {
+  for (int i = 0; i < 2; ++i) {
     limited->borrow()->execute(
         "insert into Orders (Amount) select a.ID+b.ID from Orders a,Orders b");
   }

@@ -21,6 +21,7 @@ class ApiTest : public ::testing::Test {
         "insert into Shop (City,Opened,Sales) values ('Paris','2024-05-06',12.50),"
         "('Lyon',null,7),('it''s','2024-01-02 03:04:05',0)\nGO\n"
         "insert into Desk (ID,ShopID,Name) values (1,1,'a'),(2,1,'b'),(3,2,'c')\nGO\n"
+        "insert into Zembra_DataDict_Table (DDT_Name) values ('Shop'),('Desk')\nGO\n"
         "insert into Zembra_Query_Main (Query_Name,Query_Desc,Query_Fields) values "
         "('shops','all','select [Shop].[ID] as [Shop.Key],[Shop].[City] as [Shop.Town] from "
         "[Shop]')"

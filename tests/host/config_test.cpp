@@ -55,10 +55,12 @@ TEST(Config, RefusesInWordsForPeople) {
 
 TEST(Config, ReadsWhatItPrints) {
   Config config = parseConfig(
-      "[server]\nqueue_seconds = 0.5\n[sign_in]\ntrusted_header = \"X-User\"\n"
+      "[server]\nqueue_seconds = 0.5\n[housekeeping]\nended_days = 1.5\n[sign_in]\ntrusted_header "
+      "= \"X-User\"\n"
       "trusted_addresses = [\"10.0.0.1\", \"::1\"]\n[application]\n\"k\\\"ey\" = \"值\"",
       "site.toml");
   EXPECT_EQ(config.limits.queueTime, Milliseconds(500));
+  EXPECT_EQ(config.endedLife, std::chrono::hours(36));
   EXPECT_EQ(config.application["k\"ey"], "值");
   const std::string printed = printConfig(config);
   EXPECT_EQ(printConfig(parseConfig(printed, "printed")), printed);

@@ -2,6 +2,9 @@
 
 #include <spdlog/sinks/ostream_sink.h>
 
+#include <algorithm>
+
+#include "database/schema_version.h"
 #include "database/script.h"
 #include "support/schema_files.h"
 #include "variant/text.h"
@@ -20,8 +23,10 @@ const std::filesystem::path& templateDatabase() {
     connection->allowDdl(true);
     for (const char* script :
          {"tables/10_schemes.sql", "tables/20_dictionary.sql", "tables/30_organisation.sql",
-          "tables/40_workflow.sql", "tables/60_sign_in.sql", "demo/10_organisation.sql"})
+          "tables/40_workflow.sql", "tables/50_services.sql", "tables/60_sign_in.sql",
+          "tables/70_upkeep.sql", "demo/10_organisation.sql"})
       database::runScript(*connection, tarlo::testing::schemaFile(script));
+    database::storeSchemaVersion(*connection, "tests");
     return path;
   }();
   return file;
@@ -51,7 +56,10 @@ TestSite::TestSite(Config config) : config_(std::move(config)) {
 }
 
 Site& TestSite::site() {
-  if (site_ == nullptr) site_ = std::make_unique<Site>(config_, databases_, files_, logger_);
+  if (site_ == nullptr) {
+    site_ = std::make_unique<Site>(config_, databases_, files_, logger_);
+    site_->readiness().look();
+  }
   return *site_;
 }
 
@@ -92,6 +100,10 @@ std::unique_ptr<Answer> TestSite::get(std::string target, std::vector<Header> he
 
 std::unique_ptr<Answer> TestSite::post(std::string target, std::string body,
                                        std::vector<Header> headers) {
+  const bool saysWhere = std::ranges::any_of(headers, [](const Header& header) {
+    return header.first == "Origin" || header.first == "Sec-Fetch-Site";
+  });
+  if (!saysWhere) headers.emplace_back("Origin", "http://site.example");
   headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
   return send({"", "POST", std::move(target), std::move(headers), std::move(body), "", 0});
 }

@@ -53,6 +53,7 @@ class TestSite {
 
   // Sends with the cookie that the site has set last.
   std::unique_ptr<Answer> get(std::string target, std::vector<Header> headers = {});
+  // As a page of the site posts, unless the headers say where the form stands.
   std::unique_ptr<Answer> post(std::string target, std::string body,
                                std::vector<Header> headers = {});
   std::unique_ptr<Answer> send(WireRequest request);
@@ -68,7 +69,8 @@ class TestSite {
   Config config_;
   std::ostringstream log_;
   std::shared_ptr<spdlog::logger> logger_;
-  database::Registry databases_;
+  // Nobody waits long for a lock here.
+  database::Registry databases_{{.busyTimeout = std::chrono::milliseconds(300)}};
   StaticFiles files_;
   std::unique_ptr<Site> site_;
   std::unique_ptr<SignIn> signIn_;

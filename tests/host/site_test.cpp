@@ -5,7 +5,7 @@
 
 #include "database/error.h"
 #include "host/site/boundary.h"
-#include "host/site/cross_site.h"
+#include "host/site/same_origin.h"
 #include "site_support.h"
 #include "variant/convert.h"
 
@@ -85,7 +85,7 @@ TEST_F(SiteTest, OperationsByAddress) {
   const Row rows[] = {
       {"/TarloQuery.Zembra?action=getDateTime", 200, ",", ""},
       {"/tarloquery.zembra?ACTION=GETDATETIME", 200, ",", ""},
-      {"/TarloQuery.Zembra?action=validint", 404, "该操作不是页面", "refused: a service operation"},
+      {"/TarloQuery.Zembra?action=validint", 404, "该操作不是页面", "a service operation"},
       {"/TarloQuery.Zembra?action=OnEndPage", 404, "没有这个操作", "no such operation"},
       {"/TarloQuery.Zembra?action=%3Cb%3E%0Aforged", 404, "没有这个操作", "<b>\\x0aforged"},
       {"/TarloQuery.Zembra", 404, "没有这个操作", "no such operation"},
@@ -112,7 +112,7 @@ TEST_F(SiteTest, DesignersPagesNeedAManagerInTheMenu) {
     EXPECT_EQ(site_.get(page, {kReferer})->status, 403U) << page;
   }
   EXPECT_EQ(site_.get("/TarloQuery.Zembra?action=getDateTime", {kReferer})->status, 200U);
-  EXPECT_NE(site_.log().find("may open no manager"), std::string::npos);
+  EXPECT_NE(site_.log().find("the user may not call it"), std::string::npos);
   site_.changeConfig().designersOnly = false;
   site_.signInAs(seller);
   for (const char* page : pages) {
@@ -132,25 +132,43 @@ TEST_F(SiteTest, TheOriginCheckStandsInFrontOfEveryOperation) {
   EXPECT_EQ(site_.get(target + "&k7wwworvane=1")->status, 200U);
 }
 
-TEST(CrossSite, IsReadFromWhatBrowsersSay) {
+TEST(SameOrigin, IsReadFromWhatBrowsersSay) {
   struct Row {
     std::vector<Header> headers;
-    bool cross;
+    bool hasEvidence, isCrossSite;
   };
-  const Row rows[] = {{{}, false},
-                      {{{"Sec-Fetch-Site", "same-origin"}, {"Origin", "http://other"}}, false},
-                      {{{"Sec-Fetch-Site", "none"}}, false},
-                      {{{"Sec-Fetch-Site", "cross-site"}}, true},
-                      {{{"Sec-Fetch-Site", "same-site"}}, true},
-                      {{{"Origin", "http://a:80"}, {"Host", "a:80"}}, false},
-                      {{{"Origin", "https://A"}, {"Host", "a"}}, false},
-                      {{{"Origin", "http://a:81"}, {"Host", "a"}}, true},
-                      {{{"Origin", "null"}, {"Host", "a"}}, true}};
+  const Row rows[] = {
+      {{}, false, false},
+      {{{"Sec-Fetch-Site", "same-origin"}, {"Origin", "http://other"}}, true, false},
+      {{{"Sec-Fetch-Site", "none"}, {"Referer", "http://a:80/"}}, false, false},
+      {{{"Sec-Fetch-Site", "cross-site"}, {"Origin", "http://a:80"}}, false, true},
+      {{{"Sec-Fetch-Site", "same-site"}}, false, true},
+      {{{"Sec-Fetch-Site", "anything else"}}, false, true},
+      {{{"Origin", "http://a:80"}, {"Referer", "http://other/"}}, true, false},
+      {{{"Origin", "https://A:80"}}, true, false},
+      {{{"Origin", "http://a:81"}}, false, true},
+      {{{"Origin", "http://a:80.other"}}, false, true},
+      {{{"Origin", "http://a:80/x"}}, false, true},
+      {{{"Origin", "file://a:80"}}, false, true},
+      {{{"Origin", "null"}, {"Referer", "http://a:80/"}}, false, true},
+      {{{"Referer", "http://a:80"}}, true, false},
+      {{{"Referer", "HTTPS://A:80?x"}}, true, false},
+      {{{"Referer", "http://a:80.other/"}}, false, false},
+      {{{"Referer", "http://a/"}}, false, false},
+      {{{"Referer", "http://a:80@other/"}}, false, false},
+      {{{"Referer", "http://other/?http://a:80/"}}, false, false},
+      {{{"Referer", "a:80/"}}, false, false},
+      {{{"Referer", "http:///x"}, {"Host", ""}}, false, false}};
   for (const Row& row : rows) {
     WireRequest request;
     request.headers = row.headers;
-    EXPECT_EQ(isCrossSite(request), row.cross) << &row - rows;
+    request.headers.emplace_back("Host", "a:80");
+    EXPECT_EQ(hasEvidence(request, SiteScheme::HttpOrHttps), row.hasEvidence) << &row - rows;
+    EXPECT_EQ(isCrossSite(request, SiteScheme::HttpOrHttps), row.isCrossSite) << &row - rows;
   }
+  WireRequest clear;
+  clear.headers = {{"Host", "a"}, {"Origin", "http://a"}, {"Referer", "http://a/"}};
+  EXPECT_FALSE(hasEvidence(clear, SiteScheme::HttpsOnly));
 }
 
 TEST_F(SiteTest, OtherSitesCannotMakeABrowserAct) {
@@ -161,8 +179,123 @@ TEST_F(SiteTest, OtherSitesCannotMakeABrowserAct) {
   EXPECT_EQ(site_.get("/TarloQuery.Zembra?action=getDateTime", {kReferer, cross})->status, 403U);
   EXPECT_EQ(site_.post("/sign-in", "user=a&password=b", {cross})->status, 403U);
   EXPECT_EQ(site_.get("/sign-out", {cross})->status, 403U);
+  EXPECT_EQ(site_.get("/sign-out")->status, 403U);
   EXPECT_EQ(site_.get("/", {cross})->status, 200U);
   EXPECT_EQ(site_.post("/TarloQuery.Zembra", "action=getDateTime", {kReferer})->status, 200U);
+  EXPECT_EQ(site_.get("/sign-out", {kReferer})->status, 303U);
+}
+
+TEST_F(SiteTest, AChangeNeedsEvidenceWhateverTheAddressSays) {
+  site_.signInAs("admin");
+  const auto flag = [&] {
+    const auto rows = site_.database().borrow()->open(
+        "select Zembra_Flag from Zembra_Query_Main where Query_Name='kept'");
+    return variant::spliced(rows->value(0));
+  };
+  site_.database().borrow()->execute(
+      "insert into Zembra_Query_Main (Query_Name,Query_Desc,Query_Fields) values ('kept','','')");
+  const std::string target = "/tarloquery.zembra?ACTION=delsearch&id=1&k7wwworvane=1";
+  const std::vector<Header> without[] = {{},
+                                         {{"Sec-Fetch-Site", "none"}},
+                                         {{"Sec-Fetch-Site", "cross-site"}, kReferer},
+                                         {{"Referer", "http://site.example.evil.example/"}},
+                                         {{"Referer", "http://site.example:81/"}}};
+  for (const auto& headers : without) {
+    const auto answer = site_.get(target, headers);
+    EXPECT_EQ(answer->status, 403U);
+    EXPECT_NE(answer->text().find("请登录本系统，从系统的页面里重新操作"), std::string::npos);
+    // Authorization is evidence for the JSON interface alone.
+    EXPECT_EQ(site_
+                  .send({"",
+                         "POST",
+                         "/TarloQuery.Zembra",
+                         {{"Authorization", "Bearer x"}},
+                         "action=delSearch&id=1",
+                         "",
+                         0})
+                  ->status,
+              403U);
+  }
+  EXPECT_EQ(flag(), "1");
+  EXPECT_NE(site_.log().find("\"tarloquery delsearch\" refused: user \"1\", nothing shows that a "
+                             "page of this site sent it, Sec-Fetch-Site \"none\", Host"),
+            std::string::npos)
+      << site_.log();
+  EXPECT_EQ(site_.get(target, {kReferer})->status, 200U);
+  EXPECT_EQ(flag(), "0");
+}
+
+TEST_F(SiteTest, AProgramWithATokenNeedsNoEvidence) {
+  const Header token{"Authorization", "Bearer x"};
+  const auto status = [&](std::vector<Header> headers) {
+    return site_.send({"", "POST", "/api/controls/1", std::move(headers), "", "", 0})->status;
+  };
+  EXPECT_EQ(status({token}), 405U);
+  EXPECT_EQ(status({}), 403U);
+  EXPECT_EQ(status({token, {"Cookie", "a=b"}}), 403U);  // a browser's
+  const auto answer = site_.send({"", "POST", "/api/controls/1", {}, "", "", 0});
+  EXPECT_EQ(answer->header("Content-Type"), "application/json; charset=utf-8");
+  EXPECT_NE(answer->body.find("\"cross_site\""), std::string::npos);
+}
+
+TEST_F(SiteTest, EveryAnswerHasThePolicyOfItsKind) {
+  site_.files().add("/assets/tarlo.css", "body{}");
+  site_.signInAs("admin");
+  const std::string page = "script-src 'self' 'unsafe-inline' 'unsafe-eval'; style-src 'self' ";
+  const std::string data = "default-src 'none'", own = "script-src 'nonce-";
+  const struct {
+    const char* target;
+    unsigned status;
+    const std::string& policy;
+  } rows[] = {{"/TarloQuery.Zembra?action=getDateTime", 200, page},
+              {"/demo/form", 200, own},
+              {"/", 200, own},
+              {"/sign-in?link=x", 403, own},
+              {"/nowhere", 404, own},
+              {"/TarloQuery.Zembra?action=x", 404, own},
+              {"/TarloQuery.Zembra?action=delSearch&k7wwworvane=1&id=1", 200, page},
+              {"/assets/tarlo.css", 200, data},
+              {"/healthz", 200, data},
+              {"/api/openapi.json", 200, data},
+              {"/api/controls/99", 404, data}};
+  for (const auto& row : rows) {
+    const auto answer = site_.get(row.target, {kReferer});
+    const std::string policy = answer->header("Content-Security-Policy");
+    EXPECT_EQ(answer->status, row.status) << row.target;
+    EXPECT_NE(policy.find(row.policy), std::string::npos) << row.target << policy;
+    EXPECT_NE(policy.find("frame-ancestors 'self'"), std::string::npos) << row.target;
+    EXPECT_EQ(policy.find('\n'), std::string::npos) << row.target;  // one header, not several
+    EXPECT_EQ(answer->header("Referrer-Policy"), "same-origin");
+    const bool isFile = std::string_view(row.target).starts_with("/assets");
+    EXPECT_EQ(answer->header("Cache-Control").ends_with("no-store"), !isFile) << row.target;
+  }
+  EXPECT_NE(site_.get("/sign-out", {kReferer})->header("Content-Security-Policy"), "");
+}
+
+// What a browser would refuse to run there.
+TEST_F(SiteTest, OwnPagesRunScriptsWithTheNonceOnly) {
+  site_.signInAs("admin");
+  std::string last;
+  for (const char* target : {"/", "/?pane=1", "/?cmdID=0", "/?cmdID=120", "/?cmdID=127",
+                             "/?cmdID=99999", "/sign-in", "/nowhere"}) {
+    const auto answer = site_.get(target);
+    const std::string policy = answer->header("Content-Security-Policy"), text = answer->text();
+    const auto at = policy.find("'nonce-");
+    ASSERT_NE(at, std::string::npos) << target;
+    const std::string nonce = policy.substr(at + 7, 32);
+    EXPECT_NE(nonce, last) << target;
+    last = nonce;
+    std::size_t end = 0;
+    for (auto tag = text.find('<'); tag != std::string::npos; tag = text.find('<', end)) {
+      end = text.find('>', tag);
+      const std::string element = text.substr(tag, end - tag);
+      for (const char* inPlace : {" style=", " onclick=", " onload=", " onerror=", "javascript:"})
+        EXPECT_EQ(element.find(inPlace), std::string::npos) << target << element;
+      if (!element.starts_with("<script")) continue;
+      EXPECT_TRUE(element.starts_with("<script nonce=\"" + nonce + '"')) << target << element;
+      end = text.find("</script>", end);
+    }
+  }
 }
 
 TEST_F(SiteTest, WhatWaitsForWhatAndForWhom) {
@@ -208,10 +341,10 @@ TEST_F(SiteTest, NotReadyWithoutADatabase) {
   site_.changeConfig().database = "sqlite:/nonexistent/x.db";
   const auto answer = site_.get("/readyz");
   EXPECT_EQ(answer->status, 503U);
-  EXPECT_EQ(answer->body.find("nonexistent"), std::string::npos);
+  EXPECT_EQ(answer->body, "not ready: database-no-answer\n");
   EXPECT_EQ(site_.get("/healthz")->status, 200U);
   const auto page = site_.post("/sign-in", "user=admin&password=12345678");
-  EXPECT_EQ(page->status, 500U);
+  EXPECT_EQ(page->status, 503U);
   EXPECT_NE(page->text().find("test-1"), std::string::npos);
   EXPECT_EQ(page->body.find("nonexistent"), std::string::npos);
   EXPECT_NE(site_.log().find("test-1 \"/sign-in\" failed"), std::string::npos);

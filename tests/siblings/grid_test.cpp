@@ -223,7 +223,7 @@ TEST_F(Grid, WritesNoMarkupThatDataBringsAlong) {
 }
 
 TEST_F(Grid, ExportsTheViewForSpreadsheets) {
-  addScheme("=cmd|' /C calc'!A0", 1, 0);
+  addScheme(" =cmd|' /C calc'!A0", 1, 0);
   addScheme("-5", 1, -1);
   addScheme("a,\"b\"\r\nc", 1, -2);
   const std::string key = keyOf(*withViews());
@@ -233,7 +233,7 @@ TEST_F(Grid, ExportsTheViewForSpreadsheets) {
       "\xEF\xBB\xBF名称,目录,类别,时间\r\n"
       "\"a,\"\"b\"\"\r\nc\",销售,系统,2023-12-30\r\n"
       "-5,销售,系统,2023-12-31\r\n"
-      "'=cmd|' /C calc'!A0,销售,系统,2024-01-01\r\n"
+      "' =cmd|' /C calc'!A0,销售,系统,2024-01-01\r\n"
       "方案1,销售,系统,2024-01-02\r\n";
   EXPECT_EQ(csv.substr(0, start.size()), start);
   EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 25);

@@ -25,6 +25,12 @@ function rescue(window, answer) {
   answer.eval(text);
 }
 
+/** A refusal or a failure would stand where nobody sees it: what it says is told. */
+function tellNotice(window, answer) {
+  const lines = answer.document.querySelectorAll('body.notice > h3, body.notice > p:not(:has(a))');
+  if (lines.length) window.sAlert([...lines].map((line) => line.textContent).join('\n\n'), false);
+}
+
 export function install(window, library) {
   // Load events do not bubble, but the document sees them on their way down.
   window.document.addEventListener(
@@ -35,7 +41,9 @@ export function install(window, library) {
       rescue(window, frame.contentWindow);
       const isAnswer =
         kAnswerFrames.includes(frame.name) && frame.contentDocument.URL !== 'about:blank';
-      if (isAnswer) library.answerListeners.forEach((listener) => listener());
+      if (!isAnswer) return;
+      tellNotice(window, frame.contentWindow);
+      library.answerListeners.forEach((listener) => listener());
     },
     true,
   );

@@ -26,8 +26,9 @@ int Authorizer::judge(int action, std::string_view first, std::string_view secon
       return isInside ? SQLITE_OK : touch(Access::Read, first);
     case SQLITE_INSERT:
     case SQLITE_UPDATE:
-    case SQLITE_DELETE:
       return isInside ? SQLITE_OK : touch(Access::Write, first);
+    case SQLITE_DELETE:
+      return isInside ? SQLITE_OK : touch(Access::Delete, first);
     case SQLITE_FUNCTION:
       return second == kCallsProcedure ? touch(Access::Execute, second) : SQLITE_OK;
     default:

@@ -7,9 +7,11 @@
 
 namespace tarlo::database {
 
-SqliteConnection::SqliteConnection(SqliteHandle handle, TranslationCache& translations,
-                                   const ProcedureTable& procedures, Settings settings)
+SqliteConnection::SqliteConnection(SqliteHandle handle, DatabaseFile& file,
+                                   TranslationCache& translations, const ProcedureTable& procedures,
+                                   Settings settings)
     : handle_(std::move(handle)),
+      use_(file),
       translations_(translations),
       settings_(settings),
       deadline_(settings.commandTimeout, settings.busyTimeout),
@@ -22,30 +24,38 @@ SqliteConnection::SqliteConnection(SqliteHandle handle, TranslationCache& transl
 
 namespace {
 
-// Gives a failing call's error the statement that it was for.
-template <class Call>
-auto withStatement(std::string_view sql, Call&& call) {
+// Gives a failing call's error the statement that it was for, and tells whoever wants to know.
+template <class Call, class Tell>
+auto withStatement(std::string_view sql, Call&& call, Tell&& tell) {
   try {
     return call();
   } catch (DatabaseError& error) {
     error.setStatement(sql);
+    tell(error);
     throw;
   }
 }
 
 }  // namespace
 
+void SqliteConnection::tell(const DatabaseError& error) const noexcept {
+  if (guard_.context() != nullptr) guard_.context()->tell(error);
+}
+
 void SqliteConnection::execute(std::string_view sql) {
-  withStatement(sql, [&] { run(sql, Want::Nothing); });
+  withStatement(
+      sql, [&] { run(sql, Want::Nothing); }, [this](const auto& error) { tell(error); });
 }
 
 std::unique_ptr<Recordset> SqliteConnection::open(std::string_view sql) {
-  return withStatement(sql, [&] { return run(sql, Want::Rows); });
+  return withStatement(
+      sql, [&] { return run(sql, Want::Rows); }, [this](const auto& error) { tell(error); });
 }
 
 std::string SqliteConnection::explainTranslation(std::string_view sql) {
   beginCall();
-  const TranslationPtr translation = withStatement(sql, [&] { return translationOf(sql); });
+  const TranslationPtr translation = withStatement(
+      sql, [&] { return translationOf(sql); }, [](const auto&) {});
   std::string text;
   for (const tsql::Step& step : translation->translation.steps) {
     if (!text.empty()) text += '\n';
@@ -102,6 +112,7 @@ void SqliteConnection::refreshListed() {
 DatabaseError SqliteConnection::failure(int code, SqliteCall call) {
   // A database in memory is gone with its connection, so that one is kept whatever happens.
   if (losesConnection(code) && !settings_.inMemory) lost_ = true;
+  if ((code & 0xFF) == SQLITE_FULL && code != kTemporaryFilesFull) use_.file().noteFull(true);
   if (!deadline_.wasCancelled()) return sqliteError(handle_.get(), code, call);
   return DatabaseError(
       kCancelled, "The client has gone; its statement was ended.",
@@ -113,6 +124,7 @@ void SqliteConnection::failRun(int code, sqlite3_stmt* statement) {
   const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_expanded_sql(statement),
                                                             &sqlite3_free);
   if (text) error.setStatement(text.get());
+  tell(error);
   throw error;
 }
 
@@ -158,7 +170,7 @@ TranslationPtr SqliteConnection::translate(std::string_view sql, bool hasShape) 
     // Another process may change the schema while its tables are read.
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
       refreshCatalogue();
-      made->translation = tsql::translate(sql, catalogue_, {tsql::Dialect::Sqlite, allowDdl_});
+      made->translation = tsql::translate(sql, catalogue_, translateOptions());
       if (!refreshCatalogue()) break;
     }
   } catch (const tsql::StatementError& error) {
@@ -173,8 +185,9 @@ TranslationPtr SqliteConnection::translate(std::string_view sql, bool hasShape) 
     return step.role == tsql::StepRole::Ddl;
   });
   // A version number inside a transaction that changed the schema may come to mean something else
-  // when that is rolled back. DDL is kept out since it depends on who may run it.
-  if (hasShape && !isDdl && !ddlPending_) translations_.insert(shape_, made);
+  // when that is rolled back. DDL and DELETE are kept out since they depend on who may run them.
+  const bool isForAll = !isDdl && made->footprint.deletes.empty();
+  if (hasShape && isForAll && !ddlPending_) translations_.insert(shape_, made);
   return made;
 }
 
@@ -185,6 +198,7 @@ void SqliteConnection::execSimple(const char* text) {
 
 void SqliteConnection::begin() {
   beginCall();
+  use_.file().check();
   // Takes the write lock at once: two transactions that both read and then write would otherwise
   // stop each other.
   execSimple("BEGIN IMMEDIATE");
@@ -192,8 +206,16 @@ void SqliteConnection::begin() {
 
 void SqliteConnection::commit() {
   beginCall();
+  use_.file().check();
   execSimple("COMMIT");
   ddlPending_ = false;
+  checkWritten();
+}
+
+void SqliteConnection::checkWritten() {
+  if (!sqlite3_get_autocommit(handle_.get())) return;
+  use_.file().check();
+  use_.file().noteFull(false);
 }
 
 void SqliteConnection::rollback() noexcept {

@@ -11,6 +11,7 @@
 #include "database/sqlite/authorizer.h"
 #include "database/sqlite/bind.h"
 #include "database/sqlite/catalogue.h"
+#include "database/sqlite/database_file.h"
 #include "database/sqlite/deadline.h"
 #include "database/sqlite/errors.h"
 #include "database/sqlite/open.h"
@@ -27,8 +28,8 @@ class SqliteConnection final : public PooledConnection {
     std::chrono::milliseconds busyTimeout{5'000};
     bool inMemory = false;
   };
-  // The caches' and the procedures' owner outlives the connection.
-  SqliteConnection(SqliteHandle handle, TranslationCache& translations,
+  // The file's, the caches' and the procedures' owner outlives the connection.
+  SqliteConnection(SqliteHandle handle, DatabaseFile& file, TranslationCache& translations,
                    const ProcedureTable& procedures, Settings settings);
 
   void execute(std::string_view sql) override;
@@ -66,6 +67,9 @@ class SqliteConnection final : public PooledConnection {
   TranslationPtr translationOf(std::string_view sql);
   TranslationPtr knownOrNew(std::string_view sql);
   TranslationPtr translate(std::string_view sql, bool hasShape);
+  tsql::TranslateOptions translateOptions() const {
+    return {tsql::Dialect::Sqlite, allowDdl_, guard_.mayDelete()};
+  }
   bool refreshCatalogue();
   bool schemaChanged(const CachedTranslation& translation);
 
@@ -84,10 +88,14 @@ class SqliteConnection final : public PooledConnection {
   int firstStep(const StatementCache::Use& use);
   void runWrite(const StatementCache::Use& use, std::vector<Variant>& returned);
   void schemaTouched();
+  // What was written counts only when it stands where it will be looked for.
+  void checkWritten();
+  void tell(const DatabaseError& error) const noexcept;
   void applyIdentityInsert(const tsql::Translation& translation);
   void execSimple(const char* text);
 
   SqliteHandle handle_;
+  const DatabaseFile::Use use_;  // behind the handle: given up before that is closed
   TranslationCache& translations_;
   Settings settings_;
   Deadline deadline_;

@@ -14,6 +14,7 @@ struct Meaning {
   int number;
   const char* sqlState;
   const char* description;  // "" for SQLite's own text
+  Outage outage = Outage::None;
 };
 
 // Extended codes stand before the primary ones that they refine.
@@ -24,24 +25,30 @@ constexpr std::array kMeanings{
     Meaning{SQLITE_CONSTRAINT_NOTNULL, kConstraint, "23000", "A value is missing: {}."},
     Meaning{SQLITE_CONSTRAINT, kConstraint, "23000", "A rule of the table is broken: {}."},
     Meaning{SQLITE_BUSY, kTimeout, "HYT00",
-            "The database is locked by another user; waiting for it took too long."},
-    Meaning{SQLITE_LOCKED, kTimeout, "HYT00", "The table is locked by another statement."},
+            "The database is locked by another user; waiting for it took too long.", Outage::Busy},
+    Meaning{SQLITE_LOCKED, kTimeout, "HYT00", "The table is locked by another statement.",
+            Outage::Busy},
     Meaning{SQLITE_INTERRUPT, kTimeout, "HYT00", "The statement took longer than its time limit."},
     Meaning{SQLITE_AUTH, kForbidden, "42501",
             "The statement touches a table that is not allowed here."},
     Meaning{kTemporaryFilesFull, kTooManyRows, "54000",
             "The statement needs more room in temporary files than it may have."},
     Meaning{SQLITE_FULL, kStatementFailed, "53100",
-            "There is no room left for the database; nothing was changed."},
-    Meaning{SQLITE_READONLY, kStatementFailed, "25006", "The database can only be read."},
-    Meaning{SQLITE_CORRUPT, kConnectionFailed, "08006", "The database file is damaged."},
-    Meaning{SQLITE_NOTADB, kConnectionFailed, "08001", "The file is not a database."},
-    Meaning{SQLITE_CANTOPEN, kConnectionFailed, "08001", "The database file cannot be opened."},
-    Meaning{SQLITE_PERM, kConnectionFailed, "08001", "The database file may not be used."},
+            "There is no room left for the database; nothing was changed.", Outage::Full},
+    Meaning{SQLITE_READONLY, kStatementFailed, "25006", "The database can only be read.",
+            Outage::Failing},
+    Meaning{SQLITE_CORRUPT, kConnectionFailed, "08006", "The database file is damaged.",
+            Outage::Failing},
+    Meaning{SQLITE_NOTADB, kConnectionFailed, "08001", "The file is not a database.",
+            Outage::Failing},
+    Meaning{SQLITE_CANTOPEN, kConnectionFailed, "08001", "The database file cannot be opened.",
+            Outage::Failing},
+    Meaning{SQLITE_PERM, kConnectionFailed, "08001", "The database file may not be used.",
+            Outage::Failing},
     Meaning{SQLITE_IOERR, kConnectionFailed, "08006",
-            "Reading or writing the database file failed; nothing was changed."},
+            "Reading or writing the database file failed; nothing was changed.", Outage::Failing},
     Meaning{SQLITE_PROTOCOL, kTimeout, "HYT00",
-            "The database is locked by another user; waiting for it took too long."},
+            "The database is locked by another user; waiting for it took too long.", Outage::Busy},
     Meaning{SQLITE_NOMEM, kStatementFailed, "HY001", "There is not enough memory."},
     Meaning{SQLITE_TOOBIG, kStatementFailed, "22001", "A text is longer than the database takes."},
 };
@@ -79,9 +86,12 @@ DatabaseError sqliteError(sqlite3* handle, int code, SqliteCall call) {
   const std::string_view pattern = meaning.description;
   std::string description =
       pattern.empty() ? text : fmt::format(fmt::runtime(pattern), detailOf(text));
-  return DatabaseError(
-      meaning.number, std::move(description),
-      {.engine = "sqlite", .code = code, .sqlState = meaning.sqlState, .text = std::move(text)});
+  return DatabaseError(meaning.number, std::move(description),
+                       {.engine = "sqlite",
+                        .code = code,
+                        .sqlState = meaning.sqlState,
+                        .text = std::move(text),
+                        .outage = meaning.outage});
 }
 
 bool losesConnection(int code) {

@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "database/private_files.h"
 #include "database/sqlite/errors.h"
 #include "database/sqlite/functions.h"
 
@@ -36,9 +37,12 @@ std::string whyNot(const std::string& path) {
 }
 
 [[noreturn]] void throwUnopenable(const std::string& path, int code, std::string text) {
-  throw DatabaseError(
-      kConnectionFailed, whyNot(path),
-      {.engine = "sqlite", .code = code, .sqlState = "08001", .text = std::move(text)});
+  throw DatabaseError(kConnectionFailed, whyNot(path),
+                      {.engine = "sqlite",
+                       .code = code,
+                       .sqlState = "08001",
+                       .text = std::move(text),
+                       .outage = Outage::Failing});
 }
 
 void run(sqlite3* handle, const char* text, const std::string& path) {
@@ -100,6 +104,9 @@ SqliteHandle openSqliteFile(const std::string& path, const OpenOptions& options,
   int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
   flags |= options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   if (options.create && !options.readOnly) flags |= SQLITE_OPEN_CREATE;
+  // SQLite gives the files that it keeps beside it the mode of the database itself. Where it cannot
+  // be made, the opening says why.
+  if ((flags & SQLITE_OPEN_CREATE) != 0 && path != ":memory:") makePrivateFile(path);
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &opened, flags, vfs);
   SqliteHandle handle(opened);

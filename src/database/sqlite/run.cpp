@@ -130,6 +130,7 @@ SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& trans
   // A write is not tried first: under another schema it might succeed with another meaning.
   if (writes > 0 && !ddl && schemaChanged(*translation)) return Outcome::SchemaChanged;
   if (want == Want::Rows) rows = std::make_unique<StoredRecordset>();
+  if (writes > 0) use_.file().check();
   const Unwatched unwatched(*this, writes > 0);
   WriteScope scope(*this, writes > 1);
   std::size_t writesLeft = writes;
@@ -143,6 +144,7 @@ SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& trans
     if (made.steps[i].role != tsql::StepRole::Rows && --writesLeft == 0) scope.finish();
   }
   if (ddl) schemaTouched();
+  if (writes > 0) checkWritten();
   return Outcome::Done;
 }
 
@@ -198,7 +200,7 @@ void SqliteConnection::bind(const StatementCache::Use& use, const tsql::Step& st
   } catch (const tsql::StatementError& error) {
     // Only a translation from the text knows where the literal stands.
     try {
-      tsql::translate(sql, catalogue_, {tsql::Dialect::Sqlite, allowDdl_});
+      tsql::translate(sql, catalogue_, translateOptions());
     } catch (const tsql::StatementError& placed) {
       throw refusedStatement(placed);
     }

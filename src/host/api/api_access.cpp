@@ -23,6 +23,10 @@ void require(bool isGranted) {
 
 }  // namespace
 
+bool isTokenCall(const Visit& visit) {
+  return !tokenOf(visit.wire).empty() && visit.wire.header("Cookie").empty();
+}
+
 void requireUser(Visit& visit, SignIn& signIn) {
   const std::string_view token = tokenOf(visit.wire);
   if (token.empty()) {

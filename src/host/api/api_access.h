@@ -6,6 +6,9 @@
 
 namespace tarlo::host {
 
+// Whether the request has a token and no cookie: a program sent it, and no browser did.
+bool isTokenCall(const Visit& visit);
+
 // Takes the user of a signed-in session, of a trusted proxy, or of the request's token. Throws
 // ApiError 401.
 void requireUser(Visit& visit, SignIn& signIn);

@@ -2,10 +2,17 @@
 
 #include <algorithm>
 
+#include "host/context/content_policy.h"
 #include "variant/runtime_error.h"
 #include "variant/text.h"
 
 namespace tarlo::host {
+
+namespace {
+
+constexpr std::string_view kNoStore = "no-store";
+
+}  // namespace
 
 void HttpResponse::room(std::size_t more) const {
   if (text_.size() + bytes_.size() + more > mostBytes_) {
@@ -39,12 +46,16 @@ void HttpResponse::reset() {
 }
 
 void HttpResponse::setHeader(std::string_view name, std::string_view value) {
-  for (auto& [known, content] : headers_) {
-    if (!variant::equalsNoCase(known, name)) continue;
-    content = value;
+  const auto known = std::ranges::find_if(
+      headers_, [&](const Header& header) { return variant::equalsNoCase(header.first, name); });
+  if (known == headers_.end()) {
+    headers_.emplace_back(name, value);
     return;
   }
-  headers_.emplace_back(name, value);
+  // Pages know "no-cache" alone, under which caches may keep what a signed-in user was shown.
+  const bool mustStay = variant::equalsNoCase(name, "Cache-Control") &&
+                        known->second.ends_with(kNoStore) && !value.ends_with(kNoStore);
+  known->second = std::string(value).append(mustStay ? ", " : "").append(mustStay ? kNoStore : "");
 }
 
 void HttpResponse::encodePending() {
@@ -56,10 +67,14 @@ void HttpResponse::encodePending() {
   text_.clear();
 }
 
+const std::string* HttpResponse::header(std::string_view name) const {
+  const auto found = std::ranges::find_if(
+      headers_, [&](const Header& header) { return variant::equalsNoCase(header.first, name); });
+  return found == headers_.end() ? nullptr : &found->second;
+}
+
 bool HttpResponse::isTyped() const {
-  return std::ranges::any_of(headers_, [](const Header& header) {
-    return variant::equalsNoCase(header.first, "Content-Type");
-  });
+  return header("Content-Type") != nullptr;
 }
 
 // The charset stands in the header, since a page's own meta element may come too late for the
@@ -69,6 +84,11 @@ void HttpResponse::announceHeaders() {
   if (!isTyped()) {
     wire_.addHeader("Content-Type", charset_ == Charset::Utf8 ? "text/html; charset=utf-8"
                                                               : "text/html; charset=gb2312");
+  }
+  if (header(kContentPolicy) == nullptr) {
+    const std::string* type = header("Content-Type");
+    const bool isPage = type == nullptr || type->starts_with("text/html");
+    setHeader(kContentPolicy, isPage ? platformPolicy() : dataPolicy());
   }
   for (auto& [name, value] : headers_) wire_.addHeader(std::move(name), std::move(value));
   headers_.clear();

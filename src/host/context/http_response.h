@@ -19,7 +19,8 @@ class HttpResponse : public frame::Response {
   void write(std::string_view text) override;
   void clear() override;
   [[noreturn]] void end() override;
-  // A later value of the same name takes the place of the earlier one.
+  // A later value of the same name takes the place of the earlier one; what may not be stored stays
+  // so. An answer for which nobody sets a Content-Security-Policy goes out with that of its kind.
   void setHeader(std::string_view name, std::string_view value) override;
   void binaryWrite(std::string_view bytes) override;
   void flush() override;
@@ -39,6 +40,7 @@ class HttpResponse : public frame::Response {
  private:
   void encodePending();
   void announceHeaders();
+  const std::string* header(std::string_view name) const;  // nothing when nobody has set it
   void room(std::size_t more) const;
 
   WireResponse& wire_;

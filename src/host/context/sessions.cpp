@@ -33,6 +33,24 @@ void SessionData::put(std::string_view key, const Variant& value) {
   values_.insert_or_assign(std::string(key), value);
 }
 
+std::string SessionData::stamp() const {
+  const std::lock_guard lock(mutex_);
+  return stamp_;
+}
+
+void SessionData::setStamp(std::string stamp) {
+  const std::lock_guard lock(mutex_);
+  stamp_ = std::move(stamp);
+  checked_ = Clock::now();
+}
+
+bool SessionData::takeCheck(Clock::time_point now, std::chrono::milliseconds every) {
+  const std::lock_guard lock(mutex_);
+  if (now - checked_ < every) return false;
+  checked_ = now;
+  return true;
+}
+
 std::shared_ptr<SessionData> Sessions::find(std::string_view id) {
   const std::lock_guard lock(mutex_);
   dropExpired();

@@ -20,10 +20,17 @@ std::string randomToken();
 // The values of one session.
 class SessionData {
  public:
+  using Clock = std::chrono::steady_clock;
   SessionData(std::string id, std::string publicId)
       : id_(std::move(id)), publicId_(std::move(publicId)) {}
   Variant get(std::string_view key) const;
   void put(std::string_view key, const Variant& value);
+  // What the user was like at the sign-in; "" as long as nobody has signed in.
+  std::string stamp() const;
+  void setStamp(std::string stamp);
+  // Whether it is time to look at the user again, `every` so long. Of several callers one is told
+  // so.
+  bool takeCheck(Clock::time_point now, std::chrono::milliseconds every);
   // What the cookie holds: whoever knows it has the session.
   const std::string& id() const { return id_; }
   // What pages see and write into tables: names the session and opens nothing. 32 characters.
@@ -34,6 +41,8 @@ class SessionData {
   const std::string id_;
   const std::string publicId_;
   frame::ValueMap values_;
+  std::string stamp_;
+  Clock::time_point checked_;
 };
 
 class Sessions {
@@ -89,6 +98,8 @@ class HttpSession : public frame::Session {
   std::string id() const override { return data_ == nullptr ? "" : data_->publicId(); }
   // The cookie's; "" as long as there is no session.
   std::string secretId() const { return data_ == nullptr ? "" : data_->id(); }
+  // What is kept of it; nothing as long as there is no session.
+  const std::shared_ptr<SessionData>& data() const { return data_; }
   // Goes on with another session, or with none.
   void become(std::shared_ptr<SessionData> data) { data_ = std::move(data); }
 

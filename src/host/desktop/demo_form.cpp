@@ -8,6 +8,7 @@
 #include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "host/api/control_resource.h"
+#include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_data.h"
 #include "host/desktop/desktop_style.h"
@@ -43,6 +44,14 @@ std::string optionsOf(Page& page, const ControlResource& control) {
   return control.statement.empty() ? "" : services::storedOptions(page, control.statement);
 }
 
+// The list's markup has one script, which makes its object; values in it cannot begin another.
+std::string withNonce(std::string markup, std::string_view nonce) {
+  constexpr std::string_view kScript = "<script>";
+  const auto at = markup.find(kScript);
+  if (at == std::string::npos) return markup;
+  return markup.replace(at, kScript.size(), fmt::format("<script nonce=\"{}\">", nonce));
+}
+
 std::string gridOf(Page& page, const ControlResource& control) {
   if (control.statement.empty()) return {};
   const frame::StatementScope scope(page, frame::kDesignersRights);
@@ -59,7 +68,6 @@ std::string gridOf(Page& page, const ControlResource& control) {
   grid->put("Width", "100%");
   grid->put("showMenu", false);
   grid->put("Search", true);
-  grid->put("onRowSelect", "document.all.listRow.value=SearchTable.getSelectedRowDataID();");
   return spliced(frame::callMethod(*grid, "getTableHtml"));
 }
 
@@ -91,7 +99,9 @@ void writeDemoForm(Page& page) {
   const auto named = [&](const ControlResource& control) {
     return page.server.htmlEncode(control.name);
   };
+  const std::string nonce = beginOwnPage(page.response, OwnPage::Tags);
   form.write(page.response, {{"scheme", takeStyle(page)},
+                             {"nonce", nonce},
                              {"posted", postedText(page)},
                              {"query", fmt::format("dropDownID={}&cascadeID={}&listID={}",
                                                    dropDown.id, cascade.id, list.id)},
@@ -101,7 +111,7 @@ void writeDemoForm(Page& page) {
                              {"levels", page.server.htmlEncode(levelsOf(cascade))},
                              {"cascade", optionsOf(page, cascade)},
                              {"listName", named(list)},
-                             {"list", gridOf(page, list)},
+                             {"list", withNonce(gridOf(page, list), nonce)},
                              {"listId", std::to_string(list.id)}});
 }
 

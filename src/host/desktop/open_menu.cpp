@@ -3,6 +3,7 @@
 
 #include "embedded_host_pages.h"
 #include "frame/template.h"
+#include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_style.h"
 #include "host/desktop/menu_html.h"
@@ -30,12 +31,14 @@ bool isPageAddress(std::string_view href) {
 
 void refuse(Page& page, std::string_view reason) {
   static const Template refusal(pages::find("desktop/refusal.html"));
+  beginOwnPage(page.response);
   refusal.write(page.response, {{"scheme", takeStyle(page)}, {"reason", reason}});
 }
 
 void writeFolder(Page& page, const MenuEntry& entry) {
   static const Template folder(pages::find("desktop/folder.html"));
   folder.write(page.response, {{"scheme", takeStyle(page)},
+                               {"nonce", beginOwnPage(page.response)},
                                {"id", std::to_string(entry.id)},
                                {"name", page.server.htmlEncode(entry.name)},
                                {"description", page.server.htmlEncode(entry.description)},
@@ -60,7 +63,9 @@ void openMenu(Page& page, std::string_view menuId) {
   static const Template open(pages::find("desktop/open.html"));
   std::string address;
   siblings::appendScriptString(address, entry->href);
-  open.write(page.response, {{"id", std::to_string(entry->id)}, {"address", address}});
+  open.write(page.response, {{"nonce", beginOwnPage(page.response)},
+                             {"id", std::to_string(entry->id)},
+                             {"address", address}});
 }
 
 }  // namespace tarlo::host

@@ -1,5 +1,6 @@
 #include "embedded_host_pages.h"
 #include "frame/template.h"
+#include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_style.h"
 #include "host/desktop/menu_html.h"
@@ -25,6 +26,7 @@ void writeShell(Page& page) {
                                     scriptOf("desktop/shell_tools.js");
   static const Template shell(pages::find("desktop/shell.html"));
   shell.write(page.response, {{"scheme", takeStyle(page)},
+                              {"nonce", beginOwnPage(page.response, OwnPage::Desktop)},
                               {"user", page.server.htmlEncode(user.name)},
                               {"department", page.server.htmlEncode(user.department)},
                               {"menu", menu},
@@ -35,6 +37,7 @@ void writePane(Page& page) {
   const DesktopUser user = currentUser(page);
   static const Template pane(pages::find("desktop/pane.html"));
   pane.write(page.response, {{"scheme", takeStyle(page)},
+                             {"nonce", beginOwnPage(page.response, OwnPage::Pane)},
                              {"user", page.server.htmlEncode(user.name)},
                              {"department", page.server.htmlEncode(user.department)}});
 }
@@ -44,9 +47,10 @@ void writeSignInPage(Page& page, std::string_view message, std::string_view next
                                            : "<p class=\"dt-alert\" role=\"alert\">" +
                                                  page.server.htmlEncode(message) + "</p>";
   static const Template signIn(pages::find("desktop/sign_in.html"));
-  signIn.write(
-      page.response,
-      {{"scheme", takeStyle(page)}, {"message", note}, {"next", page.server.htmlEncode(next)}});
+  signIn.write(page.response, {{"scheme", takeStyle(page)},
+                               {"nonce", beginOwnPage(page.response)},
+                               {"message", note},
+                               {"next", page.server.htmlEncode(next)}});
 }
 
 }  // namespace tarlo::host

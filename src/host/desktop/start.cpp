@@ -2,6 +2,7 @@
 
 #include "embedded_host_pages.h"
 #include "frame/template.h"
+#include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_style.h"
 #include "host/desktop/menu_html.h"
@@ -128,6 +129,7 @@ void writeStart(Page& page) {
   const std::vector<MenuEntry> entries = openEntries(menuTree(page, user.id));
   static const Template start(embedded::host_pages::find("desktop/start.html"));
   start.write(page.response, {{"scheme", takeStyle(page)},
+                              {"nonce", beginOwnPage(page.response)},
                               {"greeting", greeting(now.hour)},
                               {"user", page.server.htmlEncode(user.name)},
                               {"date", dateText(now, date)},

@@ -23,12 +23,25 @@ std::string utcText(std::chrono::system_clock::time_point time) {
 std::optional<User> userWhere(database::Database& database, const std::string& condition) {
   database::Lease connection = database.borrow();
   const auto rows = connection->open(
-      "select u.User_ID,u.User_user,u.User_Name,r.Rank_Index from Zembra_User u "
-      "left join Zembra_Rank r on r.Rank_ID=u.User_RankID where " +
+      "select u.User_ID,u.User_user,u.User_Name,r.Rank_Index,c.Hash from Zembra_User u "
+      "left join Zembra_Rank r on r.Rank_ID=u.User_RankID "
+      "left join Tarlo_Credential c on c.User_ID=u.User_ID where " +
       condition);
   if (rows->atEnd()) return std::nullopt;
-  return User{variant::toInt32(rows->value(0)), variant::spliced(rows->value(1)),
-              variant::spliced(rows->value(2)), variant::spliced(rows->value(3))};
+  User user{variant::toInt32(rows->value(0)), variant::spliced(rows->value(1)),
+            variant::spliced(rows->value(2)), variant::spliced(rows->value(3)), ""};
+  if (user.login.empty()) return std::nullopt;
+  // No control character is in a name or a hash, so no two users' texts run into the same.
+  user.stamp = tokenHash(fmt::format("{}\n{}\n{}\n{}", user.login, user.name, user.rank,
+                                     variant::spliced(rows->value(4))));
+  return user;
+}
+
+// Those of the user that are still good work no longer.
+void endSecrets(database::Connection& connection, std::string_view table, int userId) {
+  connection.execute(fmt::format("update {0} set ExpiresAt={1} where User_ID={2} and ExpiresAt>{1}",
+                                 table, sqlText(utcText(std::chrono::system_clock::now())),
+                                 userId));
 }
 
 }  // namespace
@@ -58,6 +71,8 @@ void storePasswordHash(database::Database& database, int userId, std::string_vie
             : fmt::format("insert into Tarlo_Credential (User_ID,Hash,ChangedAt) "
                           "values ({},{},{})",
                           userId, sqlText(hash), now));
+  endSecrets(*connection, "Tarlo_ApiToken", userId);
+  endSecrets(*connection, "Tarlo_SignInLink", userId);
 }
 
 std::string makeSignInLink(database::Database& database, int userId,
@@ -114,17 +129,7 @@ std::optional<User> userOfToken(database::Database& database, std::string_view t
 }
 
 void revokeApiTokens(database::Database& database, int userId) {
-  const std::string now = sqlText(utcText(std::chrono::system_clock::now()));
-  database.borrow()->execute(fmt::format(
-      "update Tarlo_ApiToken set ExpiresAt={0} where User_ID={1} and ExpiresAt>{0}", now, userId));
-}
-
-bool hasSignInTables(database::Database& database) {
-  database::Lease connection = database.borrow();
-  return connection->catalogue().findTable("Tarlo_Credential") != nullptr &&
-         connection->catalogue().findTable("Tarlo_SignInLink") != nullptr &&
-         connection->catalogue().findTable("Tarlo_ApiToken") != nullptr &&
-         connection->catalogue().findTable("Zembra_User") != nullptr;
+  endSecrets(*database.borrow(), "Tarlo_ApiToken", userId);
 }
 
 }  // namespace tarlo::host

@@ -20,14 +20,16 @@ class SignIn {
   // All outlive it. The database of the configuration is opened at the first use.
   SignIn(const Config& config, database::Registry& databases, std::shared_ptr<spdlog::logger> log);
 
-  // Refused says the same for an unknown user and a wrong password.
+  // Refused says the same for an unknown user and a wrong password. Throttled: too many failures of
+  // the user, or from the address; nothing was looked at then, and no password was hashed.
   enum class Outcome { Done, Refused, Throttled, Busy };
   struct Result {
     Outcome outcome = Outcome::Refused;
     User user;  // of Done
   };
+  // Failures count for the user whom the name means however it is written, else for the name.
   Result byPassword(std::string_view login, std::string_view password, std::string_view address);
-  // A token of the JSON interface; it works until it expires.
+  // A token of the JSON interface; it works until it expires, whatever else came from the address.
   Result byToken(std::string_view token, std::string_view address);
   Result byLink(std::string_view token, std::string_view address);
   // The user that the request's trusted header names: "" unless the mode is on and the request
@@ -37,15 +39,20 @@ class SignIn {
 
   // The session's values that pages expect of a signed-in user.
   static void fill(SessionData& session, const User& user);
+  // Whether the session's user is still there, with the name, rank and password of the sign-in.
+  // Asks the database when the session's last answer is older than the configuration allows.
+  bool isStillValid(SessionData& session);
 
  private:
   database::Database& database() { return databases_.find(config_.database); }
   Result failed(std::string_view how, std::string_view login, std::string_view address);
+  Result throttled(std::string_view how, std::string_view login, std::string_view address);
 
   const Config& config_;
   database::Registry& databases_;
   std::shared_ptr<spdlog::logger> log_;
-  Throttle throttle_;
+  Throttle passwords_;
+  Throttle secrets_;  // links and tokens: guessing costs little, and must not crowd out the others
 };
 
 // The session value that keeps the name used at the sign-in.

@@ -1,10 +1,13 @@
 #pragma once
-// Counts failures by key within a window and says when there were too many. Thread-safe, and
-// bounded: an attacker who makes up names cannot make it grow.
+// Counts attempts by key within a window and says when there were too many. An attempt counts
+// before it is made, so that of many at the same time no more pass than of as many in a row; one
+// that did not fail is given back. Thread-safe, and bounded: an attacker who makes up names cannot
+// make it grow.
 
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <initializer_list>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -22,16 +25,22 @@ class Throttle {
            std::function<Clock::time_point()> now = Clock::now)
       : attempts_(attempts), window_(window), now_(std::move(now)) {}
 
-  bool isBlocked(std::string_view key);
-  // The window begins anew with each failure, so who goes on trying stays out.
-  void noteFailure(std::string_view key);
+  using Keys = std::initializer_list<std::string_view>;
+  // Counts an attempt under each key, and begins their windows anew. False, and nothing is counted,
+  // when one of them has as many as there may be: it can try again when its window is over.
+  bool take(Keys keys);
+  // Takes an attempt back that was no failure.
+  void giveBack(Keys keys);
+  // The key has nothing to answer for any longer.
   void forget(std::string_view key);
 
  private:
   struct Entry {
-    std::size_t failures = 0;
+    std::size_t attempts = 0;
     Clock::time_point last;
   };
+  bool isFull(const std::string& key, Clock::time_point now) const;
+  void count(const std::string& key, Clock::time_point now);
   void makeRoom(Clock::time_point now);
 
   const std::size_t attempts_;

@@ -44,6 +44,46 @@ const Meaning* meaningOf(int number) {
   return found == std::end(kMeanings) ? nullptr : found;
 }
 
+// What it means that the database could not take a statement.
+constexpr Meaning kBusyNow = {0, kBusy, "busy", "The database is in use by somebody else."};
+constexpr Meaning kUnavailable = {0, kNotSaved, "unavailable",
+                                  "The database cannot be used now; nothing was saved."};
+
+const Meaning* meaningOf(database::Outage outage) {
+  if (outage == database::Outage::None) return nullptr;
+  return outage == database::Outage::Busy ? &kBusyNow : &kUnavailable;
+}
+
+std::string lineOf(const database::DatabaseError& error) {
+  const auto& native = error.native();
+  return fmt::format("error {}, {}: {}; {} code {}, state {}: {}; statement {}", error.number(),
+                     logText(error.source()), logText(error.description()), native.engine,
+                     native.code, native.sqlState, logText(native.text), logText(native.statement));
+}
+
+// The wizards send their forms into frames that nobody sees; there the window round them says it.
+void tellWindow(Visit& visit, const Notice& notice) {
+  visit.response.write(fmt::format(
+      "<script>if(window!==top&&top.sAlert)top.sAlert('{}',false);</script>", notice.text));
+}
+
+void answerMeaning(Visit& visit, const Meaning& meaning) {
+  if (!isApiPath(visit.path)) return writeNotice(visit, meaning.notice);
+  visit.response.reset();
+  writeApiError(visit, ApiError(meaning.notice.status, meaning.code, std::string(meaning.message)));
+}
+
+// An operation that goes on after errors may say that it saved what the database did not take.
+void checkOutage(Visit& visit, spdlog::logger& log) {
+  const auto& error = visit.refusals.outage();
+  if (!error) return;
+  log.error("{} {} failed: {}", visit.wire.id, logText(visit.what), lineOf(*error));
+  if (visit.response.isFlushed() || visit.response.isTyped()) return;
+  const Meaning& meaning = *meaningOf(error->native().outage);
+  answerMeaning(visit, meaning);
+  if (!isApiPath(visit.path)) tellWindow(visit, meaning.notice);
+}
+
 // An operation that goes on after errors may have left out the rows that were too many: what it
 // has written is not the answer then. One that says so itself (in JSON, in a file) has set its
 // type.
@@ -64,12 +104,9 @@ const Meaning* report(const Visit& visit, spdlog::logger& log) {
   try {
     throw;
   } catch (const database::DatabaseError& error) {
-    const auto& native = error.native();
-    line(fmt::format("error {}, {}: {}; {} code {}, state {}: {}; statement {}", error.number(),
-                     logText(error.source()), logText(error.description()), native.engine,
-                     native.code, native.sqlState, logText(native.text),
-                     logText(native.statement)));
-    return meaningOf(error.number());
+    line(lineOf(error));
+    const Meaning* outage = meaningOf(error.native().outage);
+    return outage == nullptr ? meaningOf(error.number()) : outage;
   } catch (const RuntimeError& error) {
     line(fmt::format("error {}, {}: {}", error.number(), logText(error.source()),
                      logText(error.description())));
@@ -84,13 +121,13 @@ const Meaning* report(const Visit& visit, spdlog::logger& log) {
 
 void answerFailure(Visit& visit, const Meaning* meaning) {
   if (!visit.response.isFlushed()) {
-    if (isApiPath(visit.path)) {
+    if (meaning != nullptr) {
+      answerMeaning(visit, *meaning);
+    } else if (isApiPath(visit.path)) {
       visit.response.reset();
-      writeApiError(visit, meaning == nullptr ? internalFailure()
-                                              : ApiError(meaning->notice.status, meaning->code,
-                                                         std::string(meaning->message)));
+      writeApiError(visit, internalFailure());
     } else {
-      writeNotice(visit, meaning == nullptr ? kFailure : meaning->notice);
+      writeNotice(visit, kFailure);
     }
   }
   visit.response.finish();
@@ -111,6 +148,7 @@ void runWithin(Visit& visit, spdlog::logger& log, const std::function<void()>& w
   try {
     runToItsEnd(visit, log, work);
     checkExcess(visit, log);
+    checkOutage(visit, log);
     visit.response.finish();
   } catch (...) {
     try {

@@ -10,6 +10,7 @@
 #include "frame/statement_scope.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
+#include "host/site/same_origin.h"
 #include "org/may_call.h"
 #include "siblings/siblings.h"
 #include "variant/convert.h"
@@ -22,6 +23,7 @@ namespace {
 using component::TarloQuery;
 
 constexpr std::string_view kEnding = ".Zembra";
+constexpr database::StatementRights kNoRights = {};
 
 // The component bound to a page: let go whichever way the operation ends.
 class BoundComponent {
@@ -35,6 +37,11 @@ class BoundComponent {
  private:
   TarloQuery component_;
 };
+
+// What changes data shows where it comes from; all else goes on unless another site caused it.
+bool comesFromHere(Visit& visit, const database::StatementRights& rights, spdlog::logger& log) {
+  return mayGoOn(visit, component::changesData(rights) ? Purpose::Changes : Purpose::Reads, log);
+}
 
 // The check writes its refusal itself.
 bool mayConnect(Visit& visit, BoundComponent& bound, spdlog::logger& log) {
@@ -53,9 +60,10 @@ bool mayCall(Visit& visit, const frame::Access& access, spdlog::logger& log) {
 }
 
 void runOwnOperation(Visit& visit, const std::string& action, spdlog::logger& log) {
+  const component::Operation* operation = component::findOperation(action);
+  if (!comesFromHere(visit, operation == nullptr ? kNoRights : operation->rights, log)) return;
   BoundComponent bound(visit.page);
   if (!mayConnect(visit, bound, log)) return;
-  const component::Operation* operation = component::findOperation(action);
   if (operation == nullptr) {
     refuse(visit, log, kNoSuchOperation, "no such operation");
   } else if (operation->kind == component::OperationKind::Service || operation->arity > 0) {
@@ -65,23 +73,30 @@ void runOwnOperation(Visit& visit, const std::string& action, spdlog::logger& lo
   }
 }
 
+const siblings::PageOperation* findSibling(std::string_view component, std::string_view action) {
+  const auto& all = siblings::pageOperations();
+  const auto found = std::ranges::find_if(all, [&](const auto& operation) {
+    return variant::equalsNoCase(operation.component, component) &&
+           variant::equalsNoCase(operation.name, action);
+  });
+  return found == all.end() ? nullptr : &*found;
+}
+
 void runSiblingOperation(Visit& visit, std::string_view component, const std::string& action,
                          spdlog::logger& log) {
+  const siblings::PageOperation* operation = findSibling(component, action);
+  if (!comesFromHere(visit, operation == nullptr ? kNoRights : operation->rights, log)) return;
   {
     BoundComponent bound(visit.page);
     if (!mayConnect(visit, bound, log)) return;
   }
-  for (const auto& operation : siblings::pageOperations()) {
-    if (!variant::equalsNoCase(operation.component, component) ||
-        !variant::equalsNoCase(operation.name, action)) {
-      continue;
-    }
-    if (!mayCall(visit, operation.access, log)) return;
-    const frame::StatementScope scope(visit.page, operation.rights);
-    const frame::AccessScope access(visit.page, operation.access);
-    return operation.run(visit.page);
+  if (operation == nullptr) {
+    refuse(visit, log, kNoSuchOperation, "no such operation");
+  } else if (mayCall(visit, operation->access, log)) {
+    const frame::StatementScope scope(visit.page, operation->rights);
+    const frame::AccessScope access(visit.page, operation->access);
+    operation->run(visit.page);
   }
-  refuse(visit, log, kNoSuchOperation, "no such operation");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <embedded_host_pages.h>
 
 #include "frame/template.h"
+#include "host/context/content_policy.h"
 #include "host/site/log_text.h"
 #include "variant/convert.h"
 
@@ -19,6 +20,7 @@ void writeNotice(Visit& visit, const Notice& notice) {
   visit.response.reset();
   visit.response.setStatus(notice.status);
   visit.response.setHeader("Cache-Control", "no-store");
+  beginOwnPage(visit.response);
   if (notice.status == 503 || notice.status == 429) visit.response.setHeader("Retry-After", "5");
   kPage.write(visit.response,
               {{"title", notice.title}, {"text", notice.text}, {"id", visit.wire.id}});

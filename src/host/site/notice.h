@@ -26,6 +26,11 @@ inline constexpr Notice kWrongMethod{405, "请求方式不支持",
                                      "本服务器只接受 GET、HEAD 和 POST 请求。"};
 inline constexpr Notice kCrossSite{403, "请求被拒绝",
                                    "请求来自别的网站，没有执行。请从本系统的页面操作。"};
+inline constexpr Notice kNoEvidence{
+    403, "请求没有执行",
+    "这个操作会更改数据，而浏览器没有表明它来自本系统的页面，例如地址是直接输入的、来自收藏夹，"
+    "或者来自别的网站。请登录本系统，从系统的页面里重新操作。如果仍然如此，请让浏览器允许发送"
+    "来源地址（Referer）。"};
 inline constexpr Notice kNotGranted{403, "没有权限",
                                     "您没有使用这项功能的权限，请与系统管理员联系。"};
 inline constexpr Notice kTooLarge{413, "结果太大",
@@ -34,6 +39,9 @@ inline constexpr Notice kTooSlow{503, "查询时间过长",
                                  "查询用时超过了服务器允许的时间，请缩小查询范围后再试。"};
 inline constexpr Notice kTooManyFailures{429, "登录失败次数过多", "请稍候再试。"};
 inline constexpr Notice kBusy{503, "服务器繁忙", "请稍候再试。"};
+inline constexpr Notice kNotSaved{
+    503, "数据库暂时不可用",
+    "数据库现在不能正常读写，没有保存任何内容。请稍候再试；如果一直这样，请与系统管理员联系。"};
 inline constexpr Notice kFailure{500, "页面出错",
                                  "处理请求时发生错误，已记入日志。请把下面的编号告诉系统管理员。"};
 

@@ -16,4 +16,8 @@ void RefusalLine::refused(std::string_view statement, std::string_view reason) n
   });
 }
 
+void RefusalLine::failed(const database::DatabaseError& error) noexcept {
+  if (!outage_) outage_ = error;
+}
+
 }  // namespace tarlo::host

@@ -76,6 +76,7 @@ void askToSignIn(Visit& visit) {
 }
 
 bool takeTrustedUser(Visit& visit, SignIn& signIn) {
+  if (visit.isSignedIn() && !signIn.isStillValid(*visit.session.data())) visit.endSession();
   const std::string_view login = signIn.trustedLogin(visit.wire);
   if (login.empty()) return visit.isSignedIn();
   if (visit.isSignedIn() &&

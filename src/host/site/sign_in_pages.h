@@ -14,7 +14,8 @@ void signInPage(Visit& visit, SignIn& signIn, const Config& config);
 void signOutPage(Visit& visit);
 // The form in the place of a page that needs a signed-in user; it leads back to that page.
 void askToSignIn(Visit& visit);
-// Signs in whom a trusted proxy names. True when somebody is signed in then.
+// Ends a session whose user has changed, and signs in whom a trusted proxy names. True when
+// somebody is signed in then.
 bool takeTrustedUser(Visit& visit, SignIn& signIn);
 
 // An address of this site, or "" for anything that would lead to another one.

@@ -3,20 +3,20 @@
 #include <fmt/ranges.h>
 
 #include "host/api/api.h"
+#include "host/api/api_access.h"
 #include "host/context/registered_classes.h"
 #include "host/desktop/desktop.h"
 #include "host/site/boundary.h"
 #include "host/site/component_pages.h"
-#include "host/site/cross_site.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
+#include "host/site/same_origin.h"
 #include "host/site/sign_in_pages.h"
 #include "org/may_call.h"
 #include "services/file_system.h"
 #include "services/new_mail.h"
 #include "siblings/siblings.h"
 #include "variant/convert.h"
-#include "variant/error_state.h"
 
 namespace tarlo::host {
 
@@ -30,13 +30,12 @@ constexpr std::string_view kSignIn = "/sign-in";
 constexpr std::string_view kSignOut = "/sign-out";
 constexpr std::string_view kDemoForm = "/demo/form";
 
-// What the pages can live with: they need inline scripts and frames of their own site, and the
-// origin check needs the referring address.
+// Beside the policy that every answer has of its own: frames are the site's, and it alone is told
+// the referring address, which shows where a request comes from.
 constexpr std::pair<std::string_view, std::string_view> kSecurityHeaders[] = {
     {"X-Content-Type-Options", "nosniff"},
     {"X-Frame-Options", "SAMEORIGIN"},
-    {"Referrer-Policy", "same-origin"},
-    {"Content-Security-Policy", "frame-ancestors 'self'; object-src 'none'; base-uri 'self'"}};
+    {"Referrer-Policy", "same-origin"}};
 
 Charset charsetIn(const Config& config) {
   return config.charset == "utf-8" ? Charset::Utf8 : Charset::Gbk;
@@ -76,6 +75,14 @@ bool isSupported(std::string_view method) {
   return method == "GET" || method == "HEAD" || method == "POST";
 }
 
+// Whatever a browser posts, and the sign-out however it is asked for. A program that shows a token
+// and has no session is no browser that another site could lure. Operations asked for by GET are
+// known later by what they write.
+bool wantsEvidence(const Visit& visit) {
+  if (visit.wire.method != "POST") return visit.path == kSignOut;
+  return !isApiPath(visit.path) || !isTokenCall(visit);
+}
+
 void writePlain(Visit& visit, unsigned status, std::string_view text) {
   visit.response.setStatus(status);
   visit.response.setHeader("Content-Type", "text/plain; charset=utf-8");
@@ -96,6 +103,7 @@ Site::Site(const Config& config, database::Registry& databases, StaticFiles file
       application_(applicationValues(config)),
       signIn_(config, databases, log_),
       rowTotal_(config.rowBytesInAll),
+      readiness_(config.database, databases, config.diskReserve, log_),
       context_{charsetIn(config),
                config.limits.responseBytes,
                config.secureCookie,
@@ -142,12 +150,7 @@ void Site::route(Visit& visit) {
   }
   visit.response.setHeader("Cache-Control", "no-store");
   const std::string_view component = componentOf(visit.path);
-  if (isCrossSite(visit.wire) &&
-      (visit.wire.method == "POST" || !component.empty() || visit.path == kSignOut)) {
-    log_->warn("{} {} refused: sent by another site", visit.wire.id, logText(visit.what));
-    writeNotice(visit, kCrossSite);
-    return;
-  }
+  if (wantsEvidence(visit) && !mayGoOn(visit, Purpose::Changes, *log_)) return;
   if (isApiPath(visit.path)) {
     answerApi(visit, signIn_);
     return;
@@ -171,7 +174,7 @@ bool Site::routeOpen(Visit& visit) {
   if (visit.path == kAlive) {
     writePlain(visit, 200, "ok\n");
   } else if (visit.path == kReady) {
-    readiness(visit);
+    writeReadiness(visit);
   } else if (visit.path == kSignIn) {
     signInPage(visit, signIn_, config_);
   } else if (visit.path == kSignOut) {
@@ -201,17 +204,13 @@ void Site::routeDesktop(Visit& visit) {
   }
 }
 
-void Site::readiness(Visit& visit) {
-  ErrorState err;
-  err.run([&] {
-    databases_.find(config_.database).borrow()->execute("select 1 from Zembra_User where 1=0");
-  });
-  if (!err.failed()) {
+void Site::writeReadiness(Visit& visit) {
+  const std::string_view reason = readiness_.reason();
+  if (reason.empty()) {
     writePlain(visit, 200, "ready\n");
-    return;
+  } else {
+    writePlain(visit, 503, fmt::format("not ready: {}\n", reason));
   }
-  log_->error("{} not ready: {}", visit.wire.id, logText(err.description()));
-  writePlain(visit, 503, "the database does not answer\n");
 }
 
 void Site::reportSlow(const Visit& visit, Clock::time_point begin) {

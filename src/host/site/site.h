@@ -10,6 +10,7 @@
 #include "host/sign_in/sign_in.h"
 #include "host/site/static_files.h"
 #include "host/site/visit.h"
+#include "host/upkeep/readiness.h"
 
 namespace tarlo::host {
 
@@ -25,12 +26,14 @@ class Site {
   Lane laneOf(const WireRequest& request) const;
   // By the session's user, or by what else a request names its user with.
   Visitor visitorOf(const WireRequest& request);
+  // What the site says about itself; somebody else looks.
+  Readiness& readiness() { return readiness_; }
 
  private:
   void route(Visit& visit);
   bool routeOpen(Visit& visit);
   void routeDesktop(Visit& visit);
-  void readiness(Visit& visit);
+  void writeReadiness(Visit& visit);
   void reportSlow(const Visit& visit, std::chrono::steady_clock::time_point begin);
 
   const Config& config_;
@@ -43,6 +46,7 @@ class Site {
   HttpApplication application_;
   SignIn signIn_;
   database::RowTotal rowTotal_;
+  Readiness readiness_;
   const VisitContext context_;
 };
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "host/context/content_policy.h"
 #include "variant/text.h"
 
 namespace tarlo::host {
@@ -60,6 +61,7 @@ const StaticFile* StaticFiles::find(std::string_view address) const {
 void sendFile(const StaticFile& file, const WireRequest& request, WireResponse& response) {
   response.addHeader("ETag", file.etag);
   response.addHeader("Cache-Control", file.cacheControl);
+  response.addHeader(std::string(kContentPolicy), std::string(dataPolicy()));
   if (names(request.header("If-None-Match"), file.etag)) {
     response.setStatus(304);
     response.send("");

@@ -47,6 +47,11 @@ bool Visit::isSignedIn() const {
   return !variant::spliced(session.get("usrID")).empty();
 }
 
+SiteScheme Visit::scheme() const {
+  const bool isSecure = context_.secureCookie || wire.isSecure;
+  return isSecure ? SiteScheme::HttpsOnly : SiteScheme::HttpOrHttps;
+}
+
 std::shared_ptr<SessionData> Visit::makeSession() {
   auto data = context_.sessions.create();
   sendCookie(data->id(), "");
@@ -69,7 +74,7 @@ void Visit::endSession() {
 void Visit::sendCookie(std::string_view id, std::string_view life) {
   out.addHeader("Set-Cookie",
                 fmt::format("{}={}; Path=/; HttpOnly; SameSite=Lax{}{}", kSessionCookie, id, life,
-                            context_.secureCookie || wire.isSecure ? "; Secure" : ""));
+                            scheme() == SiteScheme::HttpsOnly ? "; Secure" : ""));
 }
 
 }  // namespace tarlo::host

@@ -14,6 +14,10 @@ namespace tarlo::host {
 
 inline constexpr std::string_view kSessionCookie = "TARLOSESSION";
 
+// The scheme of the site's own addresses: where its cookie travels over TLS only, a page of the
+// same name that came in clear is another site's.
+enum class SiteScheme { HttpOrHttps, HttpsOnly };
+
 struct VisitContext {
   Charset charset;
   std::size_t mostPageBytes;
@@ -39,6 +43,8 @@ class Visit {
   SessionData& beginSession();
   void endSession();
   bool isSignedIn() const;
+  // Of the site's own addresses, as far as the configuration and the connection tell.
+  SiteScheme scheme() const;
 
   const WireRequest& wire;
   WireResponse& out;

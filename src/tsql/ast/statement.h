@@ -37,6 +37,12 @@ struct Update {
   bool operator==(const Update&) const = default;
 };
 
+struct Delete {
+  TableName table;
+  Condition where;  // always there: nothing here empties a table
+  bool operator==(const Delete&) const = default;
+};
+
 struct ColumnDefinition {
   Position position;
   std::string name;
@@ -56,6 +62,13 @@ struct CreateTable {
   std::vector<std::string>
       primaryKey;  // a table constraint; empty when a column has it or there is none
   bool operator==(const CreateTable&) const = default;
+};
+
+// ALTER TABLE T ADD column.
+struct AddColumn {
+  TableName table;
+  ColumnDefinition column;
+  bool operator==(const AddColumn&) const = default;
 };
 
 struct CreateIndex {
@@ -100,7 +113,9 @@ struct Execute {
 
 struct Statement {
   Position position;
-  std::variant<Select, Insert, Update, CreateTable, CreateIndex, SetOption, Declare, Execute> node;
+  std::variant<Select, Insert, Update, Delete, CreateTable, AddColumn, CreateIndex, SetOption,
+               Declare, Execute>
+      node;
   bool operator==(const Statement&) const = default;
 };
 

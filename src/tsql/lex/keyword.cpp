@@ -13,7 +13,7 @@ struct Entry {
 
 // clang-format off
 constexpr Entry kEntries[] = {
-    {"ADD"}, {"ALL", Keyword::All}, {"ALTER"}, {"AND", Keyword::And}, {"ANY"}, {"AS", Keyword::As},
+    {"ADD", Keyword::Add}, {"ALL", Keyword::All}, {"ALTER", Keyword::Alter}, {"AND", Keyword::And}, {"ANY"}, {"AS", Keyword::As},
     {"ASC", Keyword::Asc}, {"AUTHORIZATION"}, {"BACKUP"}, {"BEGIN"}, {"BETWEEN", Keyword::Between},
     {"BREAK"}, {"BROWSE"}, {"BULK"}, {"BY", Keyword::By}, {"CASCADE"}, {"CASE", Keyword::Case}, {"CHECK"},
     {"CHECKPOINT"}, {"CLOSE"}, {"CLUSTERED", Keyword::Clustered}, {"COALESCE", Keyword::Coalesce},
@@ -23,7 +23,7 @@ constexpr Entry kEntries[] = {
     {"CURRENT"}, {"CURRENT_DATE"}, {"CURRENT_TIME"},
     {"CURRENT_TIMESTAMP", Keyword::CurrentTimestamp}, {"CURRENT_USER"}, {"CURSOR"}, {"DATABASE"},
     {"DBCC"}, {"DEALLOCATE"}, {"DECLARE", Keyword::Declare}, {"DEFAULT", Keyword::Default},
-    {"DELETE"}, {"DENY"}, {"DESC", Keyword::Desc}, {"DISK"}, {"DISTINCT", Keyword::Distinct},
+    {"DELETE", Keyword::Delete}, {"DENY"}, {"DESC", Keyword::Desc}, {"DISK"}, {"DISTINCT", Keyword::Distinct},
     {"DISTRIBUTED"}, {"DOUBLE"}, {"DROP"}, {"DUMP"}, {"ELSE", Keyword::Else},
     {"END", Keyword::End}, {"ERRLVL"}, {"ESCAPE", Keyword::Escape}, {"EXCEPT"},
     {"EXEC", Keyword::Exec}, {"EXECUTE", Keyword::Execute}, {"EXISTS", Keyword::Exists}, {"EXIT"},

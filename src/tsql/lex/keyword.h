@@ -9,7 +9,9 @@ namespace tarlo::tsql {
 enum class Keyword : std::uint8_t {
   None,      // no reserved word
   Reserved,  // reserved, and nothing here begins with it
+  Add,
   All,
+  Alter,
   And,
   As,
   Asc,
@@ -26,6 +28,7 @@ enum class Keyword : std::uint8_t {
   CurrentTimestamp,
   Declare,
   Default,
+  Delete,
   Desc,
   Distinct,
   Else,

@@ -112,6 +112,14 @@ ast::CreateIndex parseCreateIndex(TokenStream& tokens, bool unique) {
 
 }  // namespace
 
+ast::Statement parseAlter(TokenStream& tokens) {
+  const Position start = tokens.take().position;
+  tokens.expect(Keyword::Table, "TABLE");
+  ast::TableName table = parseTableName(tokens);
+  tokens.expect(Keyword::Add, "ADD");
+  return {start, ast::AddColumn{std::move(table), parseColumn(tokens)}};
+}
+
 ast::Statement parseCreate(TokenStream& tokens) {
   const Position start = tokens.take().position;
   if (tokens.consume(Keyword::Table)) return {start, parseCreateTable(tokens)};

@@ -5,11 +5,12 @@
 
 namespace tarlo::tsql {
 
-ast::Batch parse(std::string_view sql) {
+ast::Batch parse(std::string_view sql, Deletes deletes) {
   TokenStream tokens(sql);
   ast::Batch batch;
   do {
-    batch.statements.push_back(parseStatement(tokens));
+    const bool isDelete = deletes == Deletes::Known && tokens.match(Keyword::Delete);
+    batch.statements.push_back(isDelete ? parseDelete(tokens) : parseStatement(tokens));
     const Token& next = tokens.peek();
     if (next.kind != TokenKind::End && next.symbol != Symbol::Semicolon &&
         !beginsStatement(next.keyword)) {

@@ -93,6 +93,14 @@ ast::Execute parseExecute(TokenStream& tokens) {
 
 }  // namespace
 
+ast::Statement parseDelete(TokenStream& tokens) {
+  const Position start = tokens.take().position;
+  tokens.consume(Keyword::From);
+  ast::TableName table = parseTableName(tokens);
+  tokens.expect(Keyword::Where, "WHERE");
+  return {start, ast::Delete{std::move(table), parseCondition(tokens)}};
+}
+
 ast::Statement parseStatement(TokenStream& tokens) {
   const Position start = tokens.position();
   switch (tokens.peek().keyword) {
@@ -104,6 +112,8 @@ ast::Statement parseStatement(TokenStream& tokens) {
       return {start, parseUpdate(tokens)};
     case Keyword::Create:
       return parseCreate(tokens);
+    case Keyword::Alter:
+      return parseAlter(tokens);
     case Keyword::Set:
       return {start, parseSet(tokens)};
     case Keyword::Declare:

@@ -7,5 +7,7 @@
 namespace tarlo::tsql {
 
 ast::Statement parseStatement(TokenStream& tokens);
+// DELETE, which parseStatement does not know.
+ast::Statement parseDelete(TokenStream& tokens);
 
 }  // namespace tarlo::tsql

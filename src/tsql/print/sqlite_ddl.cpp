@@ -1,5 +1,5 @@
-// CREATE TABLE and CREATE INDEX. Files stay writable for every other SQLite program: the only
-// collation is SQLite's NOCASE.
+// CREATE TABLE, ALTER TABLE and CREATE INDEX. Files stay writable for every other SQLite program:
+// the only collation is SQLite's NOCASE.
 
 #include <fmt/format.h>
 
@@ -18,17 +18,21 @@ std::string typeText(Type type) {
   return declaredType(type) + (type.kind == Kind::Text ? " COLLATE NOCASE" : "");
 }
 
+Column describedColumn(const ast::ColumnDefinition& definition) {
+  Column column;
+  column.name = definition.name;
+  column.type = definition.computedAs ? definition.computedAs->type
+                                      : typeOf(definition.typeName, definition.typeSizes,
+                                               TypeUse::Declaration, definition.position);
+  return column;
+}
+
 // The table as far as its computed columns may look at it.
 Table describedTable(const ast::CreateTable& create) {
   Table table;
   table.name = create.table.name;
   for (const ast::ColumnDefinition& definition : create.columns) {
-    Column column;
-    column.name = definition.name;
-    column.type = definition.computedAs ? definition.computedAs->type
-                                        : typeOf(definition.typeName, definition.typeSizes,
-                                                 TypeUse::Declaration, definition.position);
-    table.columns.push_back(std::move(column));
+    table.columns.push_back(describedColumn(definition));
   }
   return table;
 }
@@ -91,6 +95,15 @@ std::string printCreateTable(Writer& writer, const ast::CreateTable& create) {
     lines.push_back("PRIMARY KEY (" + quotedNames(create.primaryKey) + ")");
   }
   return fmt::format("CREATE TABLE {} ({})", quotedName(create.table.name), fmt::join(lines, ", "));
+}
+
+std::string printAddColumn(Writer& writer, const ast::AddColumn& add, const Table& table) {
+  writer.scopes().push_back({{"", &table}});
+  const Column column = describedColumn(add.column);
+  const std::string text = add.column.computedAs ? computedColumn(writer, add.column, column.type)
+                                                 : plainColumn(writer, add.column, column, false);
+  writer.scopes().pop_back();
+  return fmt::format("ALTER TABLE {} ADD COLUMN {}", quotedName(table.name), text);
 }
 
 std::string printCreateIndex(Writer&, const ast::CreateIndex& create) {

@@ -54,6 +54,21 @@ class BatchPrinter {
     add(StepRole::Write, std::move(text));
   }
 
+  void operator()(const ast::Delete& remove) {
+    const Table& table = writer_.table(remove.table, position);
+    const std::string alias = writer_.newAlias();
+    writer_.scopes().push_back({{alias, &table}});
+    std::string text = fmt::format("DELETE FROM {} AS {} WHERE {}", quotedName(table.name), alias,
+                                   printCondition(writer_, remove.where));
+    writer_.scopes().pop_back();
+    add(StepRole::Write, std::move(text));
+  }
+
+  void operator()(const ast::AddColumn& addition) {
+    const Table& table = writer_.table(addition.table, position);
+    add(StepRole::Ddl, printAddColumn(writer_, addition, table));
+  }
+
   void operator()(const ast::CreateTable& create) {
     add(StepRole::Ddl, printCreateTable(writer_, create));
   }

@@ -87,6 +87,7 @@ std::string printScalarSubquery(Writer& writer, const ast::Query& query);
 
 // sqlite_ddl.cpp
 std::string printCreateTable(Writer& writer, const ast::CreateTable& create);
+std::string printAddColumn(Writer& writer, const ast::AddColumn& add, const Table& table);
 std::string printCreateIndex(Writer& writer, const ast::CreateIndex& create);
 
 }  // namespace tarlo::tsql::sqlite

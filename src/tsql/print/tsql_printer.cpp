@@ -47,6 +47,13 @@ void TsqlWriter::node(const ast::Update& update) {
   condition(*update.where);
 }
 
+void TsqlWriter::node(const ast::Delete& remove) {
+  text("DELETE FROM ");
+  table(remove.table);
+  text(" WHERE ");
+  condition(remove.where);
+}
+
 void TsqlWriter::column(const ast::ColumnDefinition& column) {
   name(column.name);
   text(" ");
@@ -75,6 +82,13 @@ void TsqlWriter::node(const ast::CreateTable& create) {
     names(create.primaryKey);
   }
   text(")");
+}
+
+void TsqlWriter::node(const ast::AddColumn& add) {
+  text("ALTER TABLE ");
+  table(add.table);
+  text(" ADD ");
+  column(add.column);
 }
 
 void TsqlWriter::node(const ast::CreateIndex& create) {

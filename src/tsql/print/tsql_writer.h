@@ -54,7 +54,9 @@ class TsqlWriter {
   void node(const ast::Select& select);
   void node(const ast::Insert& insert);
   void node(const ast::Update& update);
+  void node(const ast::Delete& remove);
   void node(const ast::CreateTable& create);
+  void node(const ast::AddColumn& add);
   void node(const ast::CreateIndex& create);
   void node(const ast::SetOption& set);
   void node(const ast::Declare& declare);

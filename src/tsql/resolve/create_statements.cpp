@@ -1,4 +1,4 @@
-// CREATE TABLE and CREATE INDEX.
+// CREATE TABLE, ALTER TABLE and CREATE INDEX.
 
 #include <fmt/format.h>
 
@@ -31,6 +31,13 @@ class TableDefinition {
  public:
   TableDefinition(BatchContext& batch, ast::CreateTable& create, Position position)
       : batch_(batch), create_(create), position_(position) {}
+
+  // The columns that are there already, for a definition that adds to them.
+  void addExisting(const Table& table) {
+    for (const Column& column : table.columns) {
+      (column.isGenerated ? computed_ : stored_).push_back({column.name, column.type});
+    }
+  }
 
   void resolve() {
     if (create_.columns.size() > kMostColumns) {
@@ -117,6 +124,28 @@ class TableDefinition {
 
 void resolveCreateTable(BatchContext& batch, ast::CreateTable& create, Position position) {
   TableDefinition(batch, create, position).resolve();
+}
+
+void resolveAddColumn(BatchContext& batch, ast::AddColumn& add, Position position) {
+  const Table& table = findTable(batch, Access::Write, add.table.schema, add.table.name, position);
+  ColumnDefinition& column = add.column;
+  if (table.find(column.name) >= 0) {
+    refuse(Refusal::Name, column.position, fmt::format("column {} is there already", column.name));
+  }
+  if (column.identity || column.primaryKey) {
+    refuse(Refusal::Rule, column.position, "a key cannot be added to a table");
+  }
+  if (column.notNull && !column.defaultValue) {
+    refuse(Refusal::Rule, column.position,
+           fmt::format("column {} needs a default for the rows that are there", column.name));
+  }
+  ast::CreateTable alone;
+  alone.table = add.table;
+  alone.columns.push_back(std::move(column));
+  TableDefinition definition(batch, alone, position);
+  definition.addExisting(table);
+  definition.resolve();
+  column = std::move(alone.columns.front());
 }
 
 void resolveCreateIndex(BatchContext& batch, const ast::CreateIndex& create, Position position) {

@@ -28,6 +28,8 @@ class StatementResolver {
     resolveInsert(batch_, node, position_, resolved_.explicitIdentityOf);
   }
   void resolveNode(ast::Update& node) { resolveUpdate(batch_, node, position_); }
+  void resolveNode(ast::Delete& node) { resolveDelete(batch_, node, position_); }
+  void resolveNode(ast::AddColumn& node) { resolveAddColumn(batch_, node, position_); }
   void resolveNode(ast::CreateTable& node) { resolveCreateTable(batch_, node, position_); }
   void resolveNode(ast::CreateIndex& node) { resolveCreateIndex(batch_, node, position_); }
   void resolveNode(ast::SetOption& node) { resolveSetOption(batch_, node, position_); }

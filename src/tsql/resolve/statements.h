@@ -10,8 +10,10 @@ namespace tarlo::tsql {
 void resolveInsert(BatchContext& batch, ast::Insert& insert, Position position,
                    std::string& explicitIdentityOf);
 void resolveUpdate(BatchContext& batch, ast::Update& update, Position position);
+void resolveDelete(BatchContext& batch, ast::Delete& remove, Position position);
 
 void resolveCreateTable(BatchContext& batch, ast::CreateTable& create, Position position);
+void resolveAddColumn(BatchContext& batch, ast::AddColumn& add, Position position);
 void resolveCreateIndex(BatchContext& batch, const ast::CreateIndex& create, Position position);
 
 void resolveSetOption(BatchContext& batch, const ast::SetOption& option, Position position);

@@ -1,4 +1,4 @@
-// INSERT and UPDATE.
+// INSERT, UPDATE and DELETE.
 
 #include <fmt/format.h>
 
@@ -114,6 +114,16 @@ void resolveUpdate(BatchContext& batch, ast::Update& update, Position position) 
     want(assignment.value, column.type, column.name);
   }
   if (update.where) resolveCondition({batch, scope, "WHERE"}, *update.where);
+}
+
+void resolveDelete(BatchContext& batch, ast::Delete& remove, Position position) {
+  const Table& table =
+      findTable(batch, Access::Delete, remove.table.schema, remove.table.name, position);
+  const std::string& alias = remove.table.alias;
+  Scope scope;
+  scope.add(Source(alias.empty() ? remove.table.name : alias, table), position);
+  scope.showAll();
+  resolveCondition({batch, scope, "WHERE"}, remove.where);
 }
 
 }  // namespace tarlo::tsql

@@ -48,11 +48,28 @@ async function serve(pages) {
   return server;
 }
 
+/**
+ * Notes what a page's Content-Security-Policy refuses, in every frame, as an error. The browser
+ * writes a line for each; what happens before a document stands is known by that line alone.
+ */
+function watchPolicy(context, errors) {
+  context.on('console', (message) => {
+    if (/Content[- ]Security[- ]Policy/i.test(message.text())) errors.push(message.text());
+  });
+  return context.addInitScript(() => {
+    addEventListener('securitypolicyviolation', (event) => {
+      const what = `${event.effectiveDirective} ${event.blockedURI} ${event.sample}`;
+      console.error(`Content Security Policy: ${what} in ${event.documentURI}`);
+    });
+  });
+}
+
 /** Runs one test in a context of its own; errors of pages that it does not list fail it. */
 export async function runTest(browser, origin, action) {
   const context = await browser.newContext({ viewport: { width: 1100, height: 760 } });
   const page = await context.newPage();
   const seen = { messages: [], errors: [], answer: true };
+  await watchPolicy(context, seen.errors);
   context.on('weberror', (error) => seen.errors.push(String(error.error().message)));
   context.on('dialog', (dialog) => {
     seen.messages.push(dialog.type() + ': ' + dialog.message());

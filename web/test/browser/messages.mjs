@@ -13,6 +13,8 @@ export const pages = {
   '/bare': "<script>sAlert('名称不能为空');</script><script>parent.after = true;</script>",
   '/named': "<script>parent.sAlert('已保存');</script>",
   '/broken': "<script>parent.runs = (parent.runs || 0) + 1; sAlert('x');</script>",
+  '/notice':
+    '<body class="notice"><h3>请求没有执行</h3><p>请重新操作。</p><p><small>编号 1</small></p><p><a href=/>首页</a></p></body>',
   '/desktop': `${kHead}<script>var g_sReady = '就绪'; var added = [];
       window.TarloDesktop = { addTool: function(id){ var isNew = added.indexOf(id) < 0; added.push(id); return isNew; } };</script>
     </head><body><div id="TarloTipInfo" style="display:none"><span></span></div>
@@ -62,6 +64,12 @@ export const tests = {
     assert.equal(await page.evaluate(() => after), true);
     assert.equal(seen.errors.length, 1);
     return [/^sAlert is not defined$/];
+  },
+
+  async 'a notice of the server in a hidden frame is told'({ page, open, seen }) {
+    await open('/page');
+    await answerWith(page, 'hidden', '/notice');
+    assert.deepEqual(seen.messages, ['alert: 请求没有执行\n\n请重新操作。\n\n编号 1']);
   },
 
   async 'a script that has done something before it fails is not run again'({ page, open, seen }) {

@@ -17,6 +17,11 @@ const kTimes = () =>
 async function smoke(page, server) {
   const errors = [];
   page.on('pageerror', (error) => errors.push(error.message));
+  await page.evaluateOnNewDocument(() => {
+    addEventListener('securitypolicyviolation', (event) => {
+      throw new Error(`Content Security Policy: ${event.effectiveDirective} ${event.blockedURI}`);
+    });
+  });
   page.setDefaultTimeout(10_000);
   await page.goto(server.signInLink());
   await page.waitForFunction(() => window.Zembra.document.querySelector('h1'));

@@ -13,7 +13,12 @@ const kOthers = [
   'wizard_steps.mjs',
   'control_steps.mjs',
 ];
-const kArguments = ['--no-sandbox', '--disable-gpu', '--disable-background-networking'];
+const kArguments = [
+  '--no-sandbox',
+  '--disable-gpu',
+  '--disable-background-networking',
+  '--host-resolver-rules=MAP *.example 127.0.0.1',
+];
 
 await withBrowser('playwright-core', ['chromium'], async ({ chromium }, executablePath) => {
   const suites = await loadSuites(new URL('.', import.meta.url), kOthers, process.argv.slice(2));

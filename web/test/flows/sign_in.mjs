@@ -32,6 +32,7 @@ export const tests = {
     server,
   }) {
     server.run(['set-password', 'admin'], kPassword + '\n');
+    delete server.cookies; // a new password ends the user's sessions
     await open('/');
     const attempt = async (user, password) => {
       await page.fill('#dtName', user);

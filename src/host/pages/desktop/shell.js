@@ -25,6 +25,8 @@
   var bar = byId('hiddenBarForLeft');
   frame('Zembra').addEventListener('load', function () { bar.style.display = 'none'; });
 
+  byId('TarloTipInfo').addEventListener('click', function () { this.style.display = 'none'; });
+
   // Pages and dialogs in frames wear the desktop's scheme, also those that set no class themselves.
   function dress(element) {
     try {
