@@ -14,7 +14,10 @@ const kGraceMs = 1500; // what a fault held up may come in later
 const kCutShare = 0.03;
 const kMemoryGrowth = 1.15;
 
-const server = await startServer();
+// All the connections are one session's.
+const server = await startServer({
+  config: '[server]\noperations_per_session = 64\noperations_per_user = 64\n',
+});
 const { hostname, port } = new URL(server.origin);
 const agent = new Agent({ keepAlive: true, maxSockets: kConnections });
 const begin = Date.now();

@@ -163,19 +163,22 @@ class ConnectionRun {
     WireRequest& request = parser.request();
     identify(request);
     const Lane lane = context_.options.laneOf(request);
-    const VisitorCounts::Place place(context_.visitors, lane == Lane::Operation
-                                                            ? context_.options.visitorOf(request)
-                                                            : Visitor{});
-    if (!place) {
-      context_.fail(fmt::format("{} refused: user \"{}\" has too many operations at a time",
-                                request.id, place.visitor().user));
-      co_return co_await turnDown(request, 429, "too many requests at a time");
+    // Left when the handler is done, before the client can see the answer and ask again.
+    std::optional<VisitorCounts::Place> place;
+    if (lane == Lane::Operation) {
+      place.emplace(context_.visitors, context_.options.visitorOf(request));
+      if (!*place) {
+        context_.fail(fmt::format("{} refused: user \"{}\" has too many operations at a time",
+                                  request.id, place->visitor().user));
+        co_return co_await turnDown(request, 429, "too many requests at a time");
+      }
     }
     Gate* const gate = gateOf(lane);
     bool hasTurn = true;
     if (gate != nullptr) hasTurn = co_await gate->enter();
-    if (!hasTurn) co_return co_await turnDown(request, 503, "the server is busy");
-    co_return co_await handle(parser, gate);
+    if (hasTurn) co_return co_await handle(parser, gate, place);
+    place.reset();
+    co_return co_await turnDown(request, 503, "the server is busy");
   }
 
   asio::awaitable<bool> turnDown(const WireRequest& request, unsigned status,
@@ -185,10 +188,12 @@ class ConnectionRun {
     co_return false;
   }
 
-  asio::awaitable<bool> handle(RequestParser& parser, Gate* gate) {
+  asio::awaitable<bool> handle(RequestParser& parser, Gate* gate,
+                               std::optional<VisitorCounts::Place>& place) {
     const WireRequest& request = parser.request();
     StreamResponse response(channel_, parser.isHttp11(), request.method == "HEAD");
     bool goOn = runHandler(request, response, gate) && parser.keepsAlive() && !context_.stopping;
+    place.reset();
     if (response.isStreamed()) {
       goOn = co_await channel_.write(response.unsent()) && goOn;
     } else {

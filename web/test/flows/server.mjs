@@ -1,7 +1,7 @@
 // The product under test: the binary, with a demo database and a port of its own.
 
 import { execFileSync, spawn } from 'node:child_process';
-import { existsSync, mkdtempSync, rmSync } from 'node:fs';
+import { existsSync, mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { createServer } from 'node:net';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
@@ -31,8 +31,11 @@ async function waitUntilReady(origin, child) {
   throw new Error(`the server is not ready after ${kStartSeconds} seconds`);
 }
 
-/** Starts the server over a new demo database. `stop` ends it and removes what it wrote. */
-export async function startServer() {
+/**
+ * Starts the server over a new demo database, with the configuration's text where it is given. `stop` ends it and
+ * removes what it wrote.
+ */
+export async function startServer({ config = '' } = {}) {
   if (!existsSync(kBinary))
     throw new Error(`there is no ${kBinary}: build it, or name it in TARLO_BINARY`);
   const folder = mkdtempSync(join(tmpdir(), 'tarlo-flows-'));
@@ -56,9 +59,10 @@ export async function startServer() {
   try {
     run(['init', '--demo']);
     const listen = origin.slice('http://'.length);
-    child = spawn(kBinary, ['serve', '--database', database, '--listen', listen], {
-      stdio: 'ignore',
-    });
+    const configFile = join(folder, 'config.toml');
+    writeFileSync(configFile, config);
+    const args = ['serve', '--config', configFile, '--database', database, '--listen', listen];
+    child = spawn(kBinary, args, { stdio: 'ignore' });
     await waitUntilReady(origin, child);
   } catch (error) {
     await stop();
