@@ -331,7 +331,7 @@ std::string inPlace(Place place, std::string_view value) {
     case Place::Numbers:
       return areNumbers(value) ? std::string(value) : "0";
     case Place::Name:
-      return isName(value) ? std::string(value) : "";
+      return isName(value) ? std::string(value) : "_";
   }
   return std::string(value);
 }

@@ -55,7 +55,7 @@ enum class Place {
   Number,
   // Numbers with commas between them: 0 for anything else.
   Numbers,
-  // A name that a script and an id share: letters, digits, _ and $, not a digit in front; "" for
+  // A name that a script and an id share: letters, digits, _ and $, not a digit in front; _ for
   // anything else.
   Name,
 };

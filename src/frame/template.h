@@ -3,7 +3,7 @@
 // and is embedded into the binary. A hole is {{name:place}}: what is given for it goes out in the
 // escape of that place (frame/place.h), so that no value can end the attribute, string or element
 // that it stands in. {{name:script:attribute}} is a place in a place, from the inside out. A hole
-// for a piece that is already written for its place says so: {{rows:built}}.
+// for a piece that is already written says so: {{rows:built}}, {{form:built:script}}.
 
 #include <initializer_list>
 #include <span>

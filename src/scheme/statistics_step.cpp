@@ -135,6 +135,13 @@ std::string groupingScript(std::string grouping) {
   return script;
 }
 
+// The script puts the caption of a chosen field into the list as markup. A list that has a caption
+// with references in it gets the longer script.
+std::string_view shownCaption(std::string_view fields) {
+  const bool isPlain = fields.find('&') == std::string_view::npos;
+  return isPlain ? "" : ".replace(/&/g,'&amp;').replace(/</g,'&lt;')";
+}
+
 std::string withoutLineEnds(const std::string& text) {
   return variant::replace(text, "\r\n", "");
 }
@@ -153,15 +160,18 @@ void addSearchDlg4(Page& page) {
     return spliced(services::GetComboBoxXMLs(page, Variant(sql)));
   };
   const std::string groups = source(statement + " union select -1000,'--不分组--'");
+  const std::string fields = source(statement);
   const Stored stored =
       variant::equalsAsText(page.request.value("type"), "1") ? readStored(page) : Stored();
   frame::writeStepHead(page);
-  controls.write(page.response, {{"fields", source(statement)}, {"groups", groups}});
-  page.response.write(
-      "<script>\r\n" +
-      withoutLineEnds(script.fill({{"groups", groups}, {"step", step}, {"table", table}})) +
-      "\r\n" + statisticsScript(page, stored) + groupingScript(stored.grouping) +
-      "</script>\r\n</body>\r\n</html>\r\n");
+  controls.write(page.response, {{"fields", fields}, {"groups", groups}});
+  page.response.write("<script>\r\n" +
+                      withoutLineEnds(script.fill({{"groups", groups},
+                                                   {"shown", shownCaption(fields)},
+                                                   {"step", step},
+                                                   {"table", table}})) +
+                      "\r\n" + statisticsScript(page, stored) + groupingScript(stored.grouping) +
+                      "</script>\r\n</body>\r\n</html>\r\n");
 }
 
 void addSearchDlg5(Page& page) {

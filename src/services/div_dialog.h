@@ -7,7 +7,7 @@
 namespace tarlo::services {
 
 // Writes the dialog; gives Empty. `id` names the box, in its element and in script: what is no name
-// is dropped. Every text is markup, which the calling page has made: values of a request or of rows
+// becomes _. Every text is markup, which the calling page has made: values of a request or of rows
 // are encoded by it. `WinButon` that is Empty, Null or "" gives three standard buttons, which call
 // the page's DlgAddNew, DlgModify and DlgDelete. A width or height that is no number raises error
 // 13, one beyond 16 bits error 6, with the start of the box already written. A page can hold one

@@ -1,10 +1,10 @@
 var StatsRecord='';
 var ViewRecord='';
 var count=1;
-var groupHTML='<div><table border="0" cellspacing="0" cellpadding="2"><tr><td nowrap>按此字段分组:</td><td><tarlo:combobox id="groupby" width="150" editable="false" selectvalue="-1000" src="{{groups:script-single}}" /></td></tr></table></div>';
+var groupHTML='<div><table border="0" cellspacing="0" cellpadding="2"><tr><td nowrap>按此字段分组:</td><td><tarlo:combobox id="groupby" width="150" editable="false" selectvalue="-1000" src="{{groups:built:script-single}}" /></td></tr></table></div>';
 function saveStats(){
 	StatsRecord=StatsRecord+fieldselect.value+','+statsname.value+'|||';
-	ViewRecord=count+'. '+fieldselect.text+'_'+statsname.text+'<br>';
+	ViewRecord=count+'. '+fieldselect.text{{shown:built}}+'_'+statsname.text+'<br>';
 	document.all("Result").insertAdjacentHTML('BeforeEnd',ViewRecord);
 	count++;
 }
