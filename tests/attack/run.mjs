@@ -7,6 +7,7 @@
 import { execFileSync } from 'node:child_process';
 import { createHash } from 'node:crypto';
 import { Agent, request } from 'node:http';
+import { connect } from 'node:net';
 
 import { kBinary, startServer } from '../../web/test/flows/server.mjs';
 import { kHonest, kKeys, kNeverShown, kPayloads } from './payloads.mjs';
@@ -196,6 +197,7 @@ function judge(who) {
       if (isOwn && ++shown <= kMostShown) failures.push(`${where}\n    shows ${hit[0]}`);
     }
     check(answer.status < 600 && answer.status !== 0, `${where}: ${answer.status}`);
+    check('content-security-policy' in answer.headers, `${where}: no policy`);
     check(!('set-cookie' in answer.headers && /a=b/.test(answer.headers['set-cookie'])), where);
   };
 }
@@ -270,9 +272,50 @@ async function withoutRights(server, cookie) {
   check(answer.status === 403, `a level that no page offered: ${answer.status}`);
 }
 
+/** What a client that writes its own bytes gets: the first line of the answer. */
+function sendRaw(origin, bytes) {
+  const { hostname, port } = new URL(origin);
+  return new Promise((resolve) => {
+    const socket = connect(Number(port), hostname);
+    let text = '';
+    socket.setTimeout(5000, () => socket.destroy());
+    socket.on('data', (piece) => (text += piece.toString('latin1')));
+    socket.on('error', () => {});
+    socket.on('close', () => resolve(text.split('\r\n')[0]));
+    socket.end(bytes);
+  });
+}
+
+/** Requests that other servers read in another way, or that want memory. */
+async function rawRequests(origin) {
+  const chunked = 'POST /sign-in HTTP/1.1\r\nHost: a\r\nTransfer-Encoding: chunked\r\n\r\n';
+  const large = 'x'.repeat(70_000);
+  for (const [bytes, status] of [
+    [`${chunked}0\r\nT: ${large}\r\n\r\n`, 431],
+    [`${chunked}0\r\n${`T: ${'x'.repeat(500)}\r\n`.repeat(4000)}\r\n`, 431],
+    [`${chunked}1;${large}\r\na\r\n0\r\n\r\n`, 431],
+    [`GET /${large} HTTP/1.1\r\nHost: a\r\n\r\n`, 431],
+    [`GET / HTTP/1.1\r\nHost: a\r\n${'A: b\r\n'.repeat(5000)}\r\n`, 431],
+    ['GET / HTTP/1.1\r\n\r\n', 400],
+    ['GET / HTTP/1.1\r\nHost: a\r\nHost: b\r\n\r\n', 400],
+    ['GET / HTTP/1.1\r\nHost: a\r\n folded: x\r\n\r\n', 400],
+    ['POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 1\r\nContent-Length: 2\r\n\r\nab', 400],
+    [chunked.replace('chunked', 'chunked\r\nContent-Length: 3'), 400],
+    [chunked.replace('chunked', 'gzip, chunked'), 501],
+    [`${chunked}ffffffffffffffff\r\n`, 413],
+    ['POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 99999999999999999999\r\n\r\n', 413],
+    ['GET / HTTP/2.0\r\nHost: a\r\n\r\n', 505],
+    ['\x16\x03\x01\x02\x00\x01\x00', 400],
+  ]) {
+    const line = await sendRaw(origin, bytes);
+    check(line.startsWith(`HTTP/1.1 ${status} `), `${bytes.slice(0, 120)}: ${line}`);
+  }
+}
+
 async function main() {
   const server = await startServer();
   try {
+    await rawRequests(server.origin);
     const operations = pageOperations();
     check(operations.length > 50, `only ${operations.length} page operations were found`);
     const all = [...attacks(operations)];

@@ -34,7 +34,8 @@ struct WireRequest {
 class WireResponse {
  public:
   virtual ~WireResponse() = default;
-  // Before the first byte goes out; later calls are ignored.
+  // Before the first byte goes out; later calls are ignored. An answer without a
+  // Content-Security-Policy goes out with one that allows nothing.
   virtual void setStatus(unsigned status) = 0;
   virtual void addHeader(std::string name, std::string value) = 0;
   // The whole body, with its length in the header.

@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t kMostUnsent = 8 << 20;
 // What the handler goes on with then.
 constexpr std::size_t kFewUnsent = 4 << 20;
+constexpr std::string_view kPolicy = "Content-Security-Policy";
 
 // A header value with a line end would let its writer add headers of its own.
 bool isOneLine(std::string_view text) {
@@ -92,8 +93,14 @@ std::string StreamResponse::takeHead(bool keepAlive) {
 
 std::string StreamResponse::head(std::string_view framing, bool keepAlive) const {
   std::string text = fmt::format("HTTP/1.1 {} {}\r\n", status_, reasonOf(status_));
-  for (const auto& [name, value] : headers_) text += fmt::format("{}: {}\r\n", name, value);
+  bool hasPolicy = false;
+  for (const auto& [name, value] : headers_) {
+    text += fmt::format("{}: {}\r\n", name, value);
+    hasPolicy = hasPolicy || variant::equalsNoCase(name, kPolicy);
+  }
   text += framing;
+  // What its writer says nothing about runs and loads nothing.
+  if (!hasPolicy) text += fmt::format("{}: default-src 'none'\r\n", kPolicy);
   if (channel_.isTls()) text += "Strict-Transport-Security: max-age=31536000\r\n";
   // A flushed answer of HTTP/1.1 ends by its last chunk or its length, so only the others announce
   // the close.
