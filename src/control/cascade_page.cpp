@@ -4,7 +4,6 @@
 
 #include "embedded_control_pages.h"
 #include "frame/dialog_frame.h"
-#include "frame/script_text.h"
 #include "frame/template.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
@@ -14,6 +13,8 @@
 namespace tarlo::control {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using frame::Template;
 using variant::spliced;
 
@@ -28,10 +29,11 @@ std::string columnOptions(Page& page, const Variant& scheme) {
     const std::string column = spliced(pairs.at(2, i));
     const Variant field(fmt::format("{}.{}", table, column));
     Variant tableName(table);
-    options.append("<option value=\"[").append(table).append("].[").append(column).append("]\">");
-    options.append(spliced(metadata::getTableDesc(page, tableName))).append(".");
-    options.append(spliced(metadata::getFieldDesc(page, field)));
-    options.append("</option>");
+    const std::string caption = spliced(metadata::getTableDesc(page, tableName)) + "." +
+                                spliced(metadata::getFieldDesc(page, field));
+    options.append("<option value=\"[").append(inPlace(Place::Attribute, table)).append("].[");
+    options.append(inPlace(Place::Attribute, column)).append("]\">");
+    options.append(inPlace(Place::Text, caption)).append("</option>");
   }
   return options;
 }
@@ -46,11 +48,8 @@ Variant addSearchDlg_UsrField2_2(Page& page, const Variant& id) {
   const std::string options = columnOptions(page, id);
   const std::string row = level.fill({{"options", options}});
   frame::writeDialogHead(page, "新增控件关系", frame::DialogBody::WindowColour);
-  body.write(page.response, {{"row", frame::scriptText(row)},
-                             {"schemeText", frame::scriptText(scheme)},
-                             {"scheme", page.server.htmlEncode(scheme)},
-                             {"options", options},
-                             {"levels", row}});
+  body.write(page.response,
+             {{"row", row}, {"scheme", scheme}, {"options", options}, {"levels", row}});
   frame::writeDialogBodyEnd(page);
   buttons.write(page.response);
   frame::writeDialogFoot(page);

@@ -1,7 +1,6 @@
 #include "control/field_wizard.h"
 #include "control/filter_area.h"
 #include "embedded_control_pages.h"
-#include "frame/script_text.h"
 #include "frame/template.h"
 #include "metadata/control_statements.h"
 #include "metadata/dictionary_lookups.h"
@@ -89,15 +88,14 @@ Variant addSearchDlg_UsrField2_1(Page& page, const Variant& id) {
   const std::string chosen = spliced(page.request.value("relfield"));
   const Offer offer = offerOf(page, id, chosen);
   const std::string markup = form.fill({{"relations", offer.relations},
-                                        {"chosen", page.server.htmlEncode(chosen)},
+                                        {"chosen", chosen},
                                         {"relating", offer.relating},
                                         {"fields", offer.fields},
                                         {"filter", filterArea("200", offer.fields)},
-                                        {"scheme", page.server.htmlEncode(spliced(id))}});
+                                        {"scheme", spliced(id)}});
   const std::string script = filterScript(FirstRow::AsDrawn);
-  step.write(page.response, {{"functions", frame::scriptText(functions.fill())},
-                             {"form", frame::scriptText(markup)},
-                             {"filter", frame::scriptText(script)}});
+  step.write(page.response,
+             {{"functions", functions.fill()}, {"form", markup}, {"filter", script}});
   return {};
 }
 

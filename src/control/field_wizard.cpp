@@ -4,7 +4,6 @@
 #include "control/control_dialog.h"
 #include "control/scheme_columns.h"
 #include "embedded_control_pages.h"
-#include "frame/script_text.h"
 #include "frame/template.h"
 #include "metadata/introspection.h"
 #include "variant/array.h"
@@ -16,6 +15,8 @@
 namespace tarlo::control {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using frame::Template;
 using variant::spliced;
 
@@ -37,7 +38,7 @@ std::string titleBoxes(const std::vector<std::string>& titles) {
     rows +=
         "<td><input type=text name=TitleField class = \"txtZembra\" size=42 maxlength = 25 "
         "value=\"" +
-        titles[i] + "\"></td>";
+        inPlace(Place::Attribute, titles[i]) + "\"></td>";
     if (i % 2 == 1) rows += "</tr>\r\n";
   }
   if (titles.size() % 2 == 1) rows += "<td>&nbsp;</td></tr>\r\n";
@@ -80,13 +81,12 @@ Variant addSearchDlg_UsrField2_3(Page& page, const Variant& id) {
   std::string columns = "<?xml version = '1.0' encoding = 'gb2312' ?><root>";
   const Array& names = titles.array();
   for (std::ptrdiff_t i = 1; i <= names.upperBound(); ++i) {
-    columns += "<option><value>" + std::to_string(i) + "</value><text>" + spliced(names.at(i)) +
-               "</text></option>";
+    columns += "<option><value>" + std::to_string(i) + "</value><text>" +
+               inPlace(Place::Text, spliced(names.at(i))) + "</text></option>";
   }
   columns += "</root>";
-  step.write(page.response, {{"functions", frame::scriptText(functions.fill())},
-                             {"columns", columns},
-                             {"scheme", page.server.htmlEncode(spliced(id))}});
+  step.write(page.response,
+             {{"functions", functions.fill()}, {"columns", columns}, {"scheme", spliced(id)}});
   return {};
 }
 
@@ -105,8 +105,7 @@ void addSearchDlg_UsrField3(Page& page) {
   for (const std::string& number : chosen) {
     err.run([&] { titles.push_back(shortTitle(textAt(all, number))); });
   }
-  step.write(page.response,
-             {{"functions", frame::scriptText(functions.fill())}, {"rows", titleBoxes(titles)}});
+  step.write(page.response, {{"functions", functions.fill()}, {"rows", titleBoxes(titles)}});
 }
 
 }  // namespace tarlo::control

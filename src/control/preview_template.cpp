@@ -74,7 +74,7 @@ void showSearchpreview_SysField(Page& page) {
   const bool isAllowed = frame::isSwitchedOn(page, "statementsByUrl") || isStored(page, statement);
   frame::writeDialogHead(page, "级联控件预览", frame::DialogBody::WindowColour);
   body.write(page.response,
-             {{"levels", page.server.htmlEncode(spliced(page.request.value("rel")))},
+             {{"levels", spliced(page.request.value("rel"))},
               {"options", isAllowed ? services::storedOptions(page, statement) : ""}});
   writePreviewEnd(page);
 }

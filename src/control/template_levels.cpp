@@ -6,7 +6,6 @@
 #include "control/template_wizard.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/template.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
@@ -97,8 +96,8 @@ std::string levelForm(Page& page, const Chosen& chosen, const ChosenLevels& leve
       "select b.Zembra_ID,a.DDT_CName+'.'+b.DDF_CName from Zembra_DataDict_Table as "
       "a,Zembra_DataDict_Field as b where a.Zembra_ID=b.DDF_TableID and b.DDF_TableID=" +
           levels.table);
-  return form.fill({{"fields", page.server.htmlEncode(chosen.fields)},
-                    {"relations", page.server.htmlEncode(chosen.relations)},
+  return form.fill({{"fields", chosen.fields},
+                    {"relations", chosen.relations},
                     {"table", levels.table},
                     {"levels", levels.rows},
                     {"fieldOptions", fields},
@@ -107,7 +106,7 @@ std::string levelForm(Page& page, const Chosen& chosen, const ChosenLevels& leve
 
 // The ids in front of the one that the next level adds.
 std::string continued(const std::string& ids) {
-  return ids.empty() ? "" : frame::scriptText(ids) + std::string(kPartMark);
+  return ids.empty() ? "" : ids + std::string(kPartMark);
 }
 
 }  // namespace
@@ -128,7 +127,7 @@ void addSearchDlg_sysField2_2(Page& page) {
   const std::string content =
       isFirst && relating.empty() ? none.fill() : levelForm(page, chosen, levels, relating);
   step.write(page.response, {{"content", content},
-                             {"scheme", frame::scriptText(spliced(scheme))},
+                             {"scheme", spliced(scheme)},
                              {"move", isFirst ? "window.top.switchStep();\r\n" : ""},
                              {"fields", continued(chosen.fields)},
                              {"relations", continued(chosen.relations)}});

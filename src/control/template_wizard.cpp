@@ -6,7 +6,6 @@
 #include "control/filter_area.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/template.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
@@ -83,8 +82,7 @@ void addSearchDlg_sysField2_1(Page& page) {
   const Variant scheme = page.request.value("id");
   const std::string fields = mainTableFields(page, scheme);
   const std::string markup = form.fill({{"fields", fields}, {"filter", filterArea("190", fields)}});
-  step.write(page.response,
-             {{"form", frame::scriptText(markup)}, {"scheme", frame::scriptText(spliced(scheme))}});
+  step.write(page.response, {{"form", markup}, {"scheme", spliced(scheme)}});
 }
 
 Variant getSaveName(Page&) {

@@ -3,7 +3,6 @@
 #include "control/list_grid.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/sibling_calls.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
@@ -79,7 +78,7 @@ void addSearchDlg_UsrField1_2(Page& page) {
     }
   }
   const std::string markup = element.fill({{"data", options.joined()}});
-  choice.write(page.response, {{"element", frame::scriptText(markup)}});
+  choice.write(page.response, {{"element", markup}});
 }
 
 void addSearchDlg_UsrField1(Page& page) {

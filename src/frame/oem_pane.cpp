@@ -22,7 +22,7 @@ std::string getOEMInfoHTML(Page& page) {
   const std::string text = variant::toText(value);
   const std::string shown = text.substr(0, text.find(','));
   static const Template pane(embedded::frame_pages::find("oem_pane.html"));
-  return pane.fill({{"text", variant::replace(shown, "\r\n", "<br>")}});
+  return pane.fill({{"text", variant::replace(inPlace(Place::Text, shown), "\r\n", "<br>")}});
 }
 
 }  // namespace tarlo::frame

@@ -1,4 +1,5 @@
 #include "frame/helpers.h"
+#include "frame/place.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/text.h"
@@ -27,7 +28,8 @@ Variant isValidConnect(Page& page) {
   // One character may stand before the site's address. Without a keyword every referer passes.
   if (position > 0 && position < 3) return true;
   if (mayComeFromAnywhere(page.request)) return true;
-  page.response.write(std::string(kRefusalBefore).append(keyword).append(kRefusalAfter));
+  page.response.write(
+      std::string(kRefusalBefore).append(inPlace(Place::Script, keyword)).append(kRefusalAfter));
   return false;
 }
 

@@ -1,29 +1,11 @@
 #include "frame/page.h"
 
+#include "frame/place.h"
+
 namespace tarlo::frame {
 
 std::string Server::htmlEncode(std::string_view text) const {
-  std::string result;
-  result.reserve(text.size());
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
+  return inPlace(Place::Encoded, text);
 }
 
 std::string urlEncodeBytes(std::string_view bytes) {

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "frame/context_object.h"
+#include "frame/place.h"
 
 namespace tarlo::frame {
 
@@ -22,9 +23,9 @@ void connectToPage(Page& page, Object& object) {
 }
 
 std::string gridViewScript(std::string_view condition, std::string_view caption) {
-  std::string script = "SearchTable.gotoView(\\\"";
-  script.append(condition).append("\\\",\\\"").append(caption);
-  return script.append("\\\")");
+  constexpr Place kStringInString[] = {Place::ScriptDouble, Place::ScriptDouble};
+  return "SearchTable.gotoView(\\\"" + inPlace(kStringInString, condition) + "\\\",\\\"" +
+         inPlace(kStringInString, caption) + "\\\")";
 }
 
 }  // namespace tarlo::frame

@@ -19,8 +19,9 @@ Variant callMethod(Object& object, std::string_view name,
 // object may keep them for as long as the page lasts.
 void connectToPage(Page& page, Object& object);
 
-// A script that shows the rows of a condition in the page's grid, under a caption. The grid puts it
-// into a double-quoted script string, so its own double quotes come with a backslash.
+// A script that shows the rows of a condition in the page's grid, under a caption, of which <b> is
+// markup. The grid puts it into a double-quoted script string, so its own double quotes come with a
+// backslash; both texts are strings in that string.
 std::string gridViewScript(std::string_view condition, std::string_view caption);
 
 }  // namespace tarlo::frame

@@ -22,7 +22,7 @@ std::string withLineEnds(std::string_view text) {
 Template::Template(std::string_view text) {
   for (;;) {
     const auto open = text.find("{{");
-    Piece piece{withLineEnds(text.substr(0, open)), {}};
+    Piece piece{withLineEnds(text.substr(0, open)), {}, {}};
     size_ += piece.text.size();
     if (open == std::string_view::npos) {
       pieces_.push_back(std::move(piece));
@@ -31,13 +31,39 @@ Template::Template(std::string_view text) {
     const auto close = text.find("}}", open);
     if (close == std::string_view::npos)
       throw std::logic_error("a hole of a page text is not closed");
-    piece.hole = text.substr(open + 2, close - open - 2);
+    readHole(text.substr(open + 2, close - open - 2), piece);
     pieces_.push_back(std::move(piece));
     text.remove_prefix(close + 2);
   }
 }
 
+// The words of a hole: its name, and the places that it stands in.
+void Template::readHole(std::string_view words, Piece& piece) {
+  const std::size_t colon = words.find(':');
+  piece.hole = words.substr(0, colon);
+  for (std::size_t at = colon; at != std::string_view::npos;) {
+    const std::size_t next = words.find(':', at + 1);
+    const auto place = placeNamed(words.substr(at + 1, next - at - 1));
+    if (!place) throw std::logic_error("no such place of a page text: " + std::string(words));
+    piece.places.push_back(*place);
+    at = next;
+  }
+  if (piece.places.empty()) throw std::logic_error("a hole without a place: " + piece.hole);
+}
+
+std::vector<std::string_view> Template::holes() const {
+  std::vector<std::string_view> names;
+  for (const Piece& piece : pieces_) {
+    if (!piece.hole.empty()) names.emplace_back(piece.hole);
+  }
+  return names;
+}
+
 std::string Template::fill(std::initializer_list<Hole> holes) const {
+  return fill(std::span(holes.begin(), holes.size()));
+}
+
+std::string Template::fill(std::span<const Hole> holes) const {
   std::size_t size = size_;
   for (const Hole& given : holes) {
     size += given.second.size();
@@ -51,10 +77,14 @@ std::string Template::fill(std::initializer_list<Hole> holes) const {
   for (const Piece& piece : pieces_) {
     out += piece.text;
     if (piece.hole.empty()) continue;
-    const auto* found = std::find_if(holes.begin(), holes.end(),
-                                     [&](const Hole& hole) { return hole.first == piece.hole; });
+    const auto found = std::find_if(holes.begin(), holes.end(),
+                                    [&](const Hole& hole) { return hole.first == piece.hole; });
     if (found == holes.end()) throw std::logic_error("nothing given for the hole " + piece.hole);
-    out += found->second;
+    if (piece.places.front() == Place::Built && piece.places.size() == 1) {
+      out += found->second;
+    } else {
+      out += inPlace(piece.places, found->second);
+    }
   }
   return out;
 }

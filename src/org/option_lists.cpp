@@ -4,6 +4,7 @@
 
 #include "embedded_org_pages.h"
 #include "frame/data.h"
+#include "frame/place.h"
 #include "frame/template.h"
 #include "org/group_limit.h"
 #include "variant/array.h"
@@ -14,13 +15,19 @@
 namespace tarlo::org {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using variant::spliced;
 
 constexpr std::string_view kRoot = "<?xml version='1.0' encoding='gb2312'?><root>";
 constexpr std::string_view kRootEnd = "</root>";
 
+std::string asText(const Variant& cell) {
+  return inPlace(Place::Encoded, spliced(cell));
+}
+
 std::string xmlOption(const Variant& id, const Variant& name) {
-  return "<option><value>" + spliced(id) + "</value><text>" + spliced(name) + "</text></option>";
+  return "<option><value>" + asText(id) + "</value><text>" + asText(name) + "</text></option>";
 }
 
 // Calls `row(cells, index)` for each row of the statement's result.
@@ -49,7 +56,8 @@ void writeHtmlOptions(Page& page, const std::string& sql, const Variant& selecte
     const Variant& id = cells.at(0, row);
     page.response.write(variant::equals(id, selected) ? "<option selected value="
                                                       : "<option value=");
-    page.response.write(spliced(id) + ">" + spliced(cells.at(1, row)) + "</option>");
+    page.response.write(inPlace(Place::Bare, spliced(id)) + ">" + asText(cells.at(1, row)) +
+                        "</option>");
   });
 }
 

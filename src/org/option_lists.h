@@ -1,8 +1,9 @@
 #pragma once
 // Ready-made lists of groups, ranks, positions, users, menus and icons for the selection boxes of
 // other components. Three shapes: XML options as a text, HTML options written to the page, script
-// lines written to the page. Nothing is escaped. All are operations and raise DatabaseError; those
-// limited to what the current user may see always do (group_limit.h).
+// lines written to the page. Values are encoded: in the XML for an attribute in double quotes. All
+// are operations and raise DatabaseError; those limited to what the current user may see always do
+// (group_limit.h).
 
 #include "frame/page.h"
 

@@ -2,7 +2,6 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "metadata/dictionary_lookups.h"
@@ -41,8 +40,9 @@ struct Restored {
   std::string list;
 };
 
+// What the page posts is the inside of the rows' elements, so references in a stored text stay.
 void add(Restored& restored, std::string_view text) {
-  restored.rows += text;
+  restored.rows += frame::inPlace(frame::Place::Kept, text);
   restored.list += text;
 }
 
@@ -95,13 +95,12 @@ void addSearchDlg2(Page& page) {
   const std::string statement = fieldStatement(page, table, page.request.value("multi"));
   const std::string fields = spliced(services::GetComboBoxXMLs(page, Variant(statement)));
   const Restored restored = restore(page);
-  const auto inScript = [](const std::string& text) { return variant::replace(text, "'", "\\'"); };
   frame::writeStepHead(page);
   rest.write(page.response, {{"fields", fields},
-                             {"rows", inScript(restored.rows)},
-                             {"list", inScript(restored.list)},
-                             {"step", frame::scriptText(spliced(page.request.value("gostep")))},
-                             {"table", frame::scriptText(table)}});
+                             {"rows", restored.rows},
+                             {"list", restored.list},
+                             {"step", spliced(page.request.value("gostep"))},
+                             {"table", table}});
 }
 
 }  // namespace tarlo::scheme

@@ -2,7 +2,6 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "scheme/filter_fields.h"
@@ -27,11 +26,12 @@ struct Condition {
   std::string logic;
 };
 
-// A value goes into its attribute as it stands: one with a double quote ends the attribute.
 std::string rowMarkup(const std::string& fields, const Condition& condition) {
   static const Template row(embedded::scheme_pages::find("filter_step_row.html"));
   const auto preset = [](const std::string& value) {
-    return value.empty() ? std::string() : " selectvalue=\"" + value + "\"";
+    return value.empty()
+               ? std::string()
+               : " selectvalue=\"" + frame::inPlace(frame::Place::Attribute, value) + "\"";
   };
   return row.fill({{"fields", fields},
                    {"field", preset(condition.field)},
@@ -84,9 +84,9 @@ void addSearchDlg3(Page& page) {
   frame::writeStepHead(page);
   rest.write(page.response, {{"rows", rows.markup},
                              {"counting", rows.counting},
-                             {"row", frame::scriptText(rowMarkup(fields, {}))},
-                             {"step", frame::scriptText(spliced(page.request.value("gostep")))},
-                             {"table", frame::scriptText(spliced(page.request.value("sTable")))}});
+                             {"row", rowMarkup(fields, {})},
+                             {"step", spliced(page.request.value("gostep"))},
+                             {"table", spliced(page.request.value("sTable"))}});
 }
 
 }  // namespace tarlo::scheme

@@ -17,7 +17,7 @@ Variant getModuleWorkflow(Page& page);
 
 // The pane of links to the modules beside the current one that the user may open, as page text:
 // folders with their entries, the current module greyed. Empty when usrICID is not an integer (no
-// statement runs then) or nothing is to be shown. Names and descriptions stand in it as they are.
+// statement runs then) or nothing is to be shown. Names and descriptions are text.
 // Raises DatabaseError. The argument is not read.
 Variant showLinksq(Page& page, const Variant& styleaa);
 

@@ -79,7 +79,7 @@ std::string headingText(const ColourScheme& scheme, std::string_view title) {
   const std::string word(scheme.word);
   return "<div id=Zembra_Head_Style class='ZembraxTitle_" + word +
          "'><img id=Zembra_Head_Style src='/images/icoDefault_" + word +
-         ".gif' border=0>&nbsp;Zembra " + std::string(title) + "</div>";
+         ".gif' border=0>&nbsp;Zembra " + frame::inPlace(frame::Place::Text, title) + "</div>";
 }
 
 std::shared_ptr<Object> makeMenu(Page& page, std::string_view title) {
@@ -90,18 +90,13 @@ std::shared_ptr<Object> makeMenu(Page& page, std::string_view title) {
   return menu;
 }
 
-// The pane's text as a piece of a single-quoted script string.
-std::string paneScript(std::string_view text) {
-  return variant::replace(variant::replace(text, "'", "\\'"), "\r\n", "\\n");
-}
-
 void writeSidePane(Page& page, SidePane pane) {
   static const Template links(embedded::scheme_pages::find("side_pane_links.html"));
   static const Template oem(embedded::scheme_pages::find("side_pane_oem.html"));
   const bool isLinks = pane == SidePane::Links;
   const std::string text =
       isLinks ? variant::spliced(showLinksq(page, "")) : frame::getOEMInfoHTML(page);
-  (isLinks ? links : oem).write(page.response, {{"text", paneScript(text)}});
+  (isLinks ? links : oem).write(page.response, {{"text", text}});
 }
 
 }  // namespace

@@ -10,8 +10,7 @@
 namespace tarlo::scheme {
 
 // `title` is the page's title as text, or a Tarlo.menu object that the page has set up and that
-// carries the title; its `title` property is then overwritten with the page's heading. The title
-// goes into script unescaped.
+// carries the title; its `title` property is then overwritten with the page's heading.
 void writePageHead(Page& page, const Variant& title);
 void writePageFoot(Page& page);
 

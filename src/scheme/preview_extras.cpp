@@ -15,6 +15,8 @@
 namespace tarlo::scheme {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using frame::Template;
 
 constexpr int kShownRows = 10;
@@ -22,12 +24,12 @@ constexpr auto kMostTime = std::chrono::seconds(5);
 constexpr std::size_t kStatementColumns = 90;
 constexpr std::size_t kCellColumns = 40;
 
-std::string cellMarkup(Page& page, const Variant& value) {
+std::string cellMarkup(const Variant& value) {
   if (value.isNull()) return "<td class=\"tarlo-null\">NULL</td>";
   const std::string text = variant::visible(variant::spliced(value));
   const std::string shown = variant::cutTo(text, kCellColumns);
-  const std::string title = shown == text ? "" : " title=\"" + page.server.htmlEncode(text) + "\"";
-  return "<td" + title + ">" + page.server.htmlEncode(shown) + "</td>";
+  const std::string title = shown == text ? "" : " title=\"" + inPlace(Place::Encoded, text) + "\"";
+  return "<td" + title + ">" + inPlace(Place::Encoded, shown) + "</td>";
 }
 
 // The table of the first rows, or "" when there are none.
@@ -38,12 +40,12 @@ std::string rowsMarkup(Page& page, const std::string& statement) {
   if (rows->atEnd()) return "";
   std::string table = "<table class=\"tarlo-rows\"><thead><tr>";
   for (std::size_t i = 0; i < rows->fieldCount(); ++i) {
-    table += "<th>" + page.server.htmlEncode(rows->fieldName(i)) + "</th>";
+    table += "<th>" + inPlace(Place::Encoded, rows->fieldName(i)) + "</th>";
   }
   table += "</tr></thead><tbody>";
   for (int row = 1; !rows->atEnd(); ++row) {
     table += "<tr>";
-    for (std::size_t i = 0; i < rows->fieldCount(); ++i) table += cellMarkup(page, rows->value(i));
+    for (std::size_t i = 0; i < rows->fieldCount(); ++i) table += cellMarkup(rows->value(i));
     table += "</tr>";
     if (row == kShownRows) break;  // before the engine looks for a further one
     rows->moveNext();
@@ -60,7 +62,7 @@ std::string firstRows(Page& page, const std::string& statement) {
   err.run([&] { rows = frame::asDesigner(page, [&] { return rowsMarkup(page, statement); }); });
   if (rows.empty()) rows = err.failed() ? "<p>前十条记录暂时无法读取。</p>" : "<p>没有记录。</p>";
   const std::string text = compile::laidOut(statement, kStatementColumns);
-  return extras.fill({{"statement", page.server.htmlEncode(text)}, {"rows", rows}});
+  return extras.fill({{"statement", text}, {"rows", rows}});
 }
 
 std::string refusalReason(Page& page, const compile::Definition& definition,
@@ -71,8 +73,8 @@ std::string refusalReason(Page& page, const compile::Definition& definition,
   err.run([&] { found = diagnose(page, definition, statement); });
   if (found.reason.empty()) return "";
   const std::string where =
-      found.where.empty() ? "" : "<b>" + page.server.htmlEncode(found.where) + "</b>：";
-  return reason.fill({{"where", where}, {"reason", page.server.htmlEncode(found.reason)}});
+      found.where.empty() ? "" : "<b>" + inPlace(Place::Encoded, found.where) + "</b>：";
+  return reason.fill({{"where", where}, {"reason", found.reason}});
 }
 
 }  // namespace tarlo::scheme

@@ -2,7 +2,6 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "metadata/introspection.h"
@@ -65,13 +64,13 @@ void addSearchDlg6(Page& page) {
   });
   frame::writeStepHead(page);
   form.write(page.response,
-             {{"name", variant::replace(stored.name, "'", "&#39;")},
+             {{"name", stored.name},
               {"kind", kindTag(stored.kind)},
               {"directory", stored.directory},
               {"directories", spliced(services::GetComboBoxXMLs(page, kDirectories))},
               {"description", stored.description},
-              {"step", frame::scriptText(step)},
-              {"table", frame::scriptText(table)}});
+              {"step", step},
+              {"table", table}});
 }
 
 }  // namespace tarlo::scheme

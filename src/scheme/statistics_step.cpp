@@ -5,7 +5,6 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "metadata/dictionary_lookups.h"
@@ -20,6 +19,8 @@
 namespace tarlo::scheme {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using frame::Template;
 using variant::spliced;
 
@@ -67,7 +68,12 @@ Stored readStored(Page& page) {
   return {cell(0), cell(1), cell(2)};
 }
 
-// "1.table.field_" of a stored item; "" when its field or computed field is not there any more.
+std::string asText(std::string_view name) {
+  return inPlace(Place::Text, name);
+}
+
+// "1.table.field_", as markup, of a stored item; "" when its field or computed field is not there
+// any more.
 std::string itemName(Page& page, std::size_t index, std::string_view token,
                      std::string_view computed) {
   ErrorState err;
@@ -77,11 +83,12 @@ std::string itemName(Page& page, std::size_t index, std::string_view token,
   if (number < 0) {
     const auto names = computedNames(computed);
     const auto n = static_cast<std::size_t>(std::abs(number));
-    return n == 0 || n > names.size() ? "" : position + names[n - 1] + "_";
+    return n == 0 || n > names.size() ? "" : position + asText(names[n - 1]) + "_";
   }
   const Variant field = metadata::getFieldName_Query(page, Variant(token));
   if (!field.isArray()) return "";
-  return position + spliced(field.array().at(1, 0)) + "." + spliced(field.array().at(3, 0)) + "_";
+  return position + asText(spliced(field.array().at(1, 0))) + "." +
+         asText(spliced(field.array().at(3, 0))) + "_";
 }
 
 std::string functionLine(std::string_view code) {
@@ -91,8 +98,9 @@ std::string functionLine(std::string_view code) {
   return "";
 }
 
+// The page's strings hold a backslash in front of each apostrophe.
 std::string escaped(const std::string& text) {
-  return variant::replace(text, "'", "\\\\\\'");
+  return inPlace(Place::ScriptSingle, variant::replace(text, "'", "\\'"));
 }
 
 std::string statisticsScript(Page& page, const Stored& stored) {
@@ -116,14 +124,22 @@ std::string statisticsScript(Page& page, const Stored& stored) {
 std::string groupingScript(std::string grouping) {
   if (grouping.ends_with(',')) grouping.pop_back();
   if (grouping.empty()) return "";
-  std::string script = "    document.all(\"groupby\").selectvalue=" + grouping +
-                       ";\r\n    document.all(\"groupby\").value=" + grouping + ";\r\n";
+  const std::string all = inPlace(Place::Numbers, grouping);
+  std::string script = "    document.all(\"groupby\").selectvalue=" + all +
+                       ";\r\n    document.all(\"groupby\").value=" + all + ";\r\n";
   const auto fields = variant::split(grouping, ",");
   for (std::size_t i = 1; i < fields.size(); ++i) {
     script += "    appgroup();\r\n    document.all(\"groupby\")[" + std::to_string(i) +
-              "].selectvalue=" + std::string(fields[i]) + ";\r\n";
+              "].selectvalue=" + inPlace(Place::Number, fields[i]) + ";\r\n";
   }
   return script;
+}
+
+// The script puts the caption of a chosen field into the list as markup. A list that has a caption
+// with references in it gets the longer script.
+std::string_view shownCaption(std::string_view fields) {
+  const bool isPlain = fields.find('&') == std::string_view::npos;
+  return isPlain ? "" : ".replace(/&/g,'&amp;').replace(/</g,'&lt;')";
 }
 
 std::string withoutLineEnds(const std::string& text) {
@@ -144,14 +160,16 @@ void addSearchDlg4(Page& page) {
     return spliced(services::GetComboBoxXMLs(page, Variant(sql)));
   };
   const std::string groups = source(statement + " union select -1000,'--不分组--'");
+  const std::string fields = source(statement);
   const Stored stored =
       variant::equalsAsText(page.request.value("type"), "1") ? readStored(page) : Stored();
   frame::writeStepHead(page);
-  controls.write(page.response, {{"fields", source(statement)}, {"groups", groups}});
+  controls.write(page.response, {{"fields", fields}, {"groups", groups}});
   page.response.write("<script>\r\n" +
-                      withoutLineEnds(script.fill({{"groups", variant::replace(groups, "'", "\\'")},
-                                                   {"step", frame::scriptText(step)},
-                                                   {"table", frame::scriptText(table)}})) +
+                      withoutLineEnds(script.fill({{"groups", groups},
+                                                   {"shown", shownCaption(fields)},
+                                                   {"step", step},
+                                                   {"table", table}})) +
                       "\r\n" + statisticsScript(page, stored) + groupingScript(stored.grouping) +
                       "</script>\r\n</body>\r\n</html>\r\n");
 }

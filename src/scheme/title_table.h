@@ -6,7 +6,7 @@
 
 namespace tarlo::scheme {
 
-// The rows' markup; the titles go in as they are. The last row of an odd number ends with an empty
+// The rows' markup; the titles are text. The last row of an odd number ends with an empty
 // cell.
 std::string titleRows(const std::vector<std::string>& titles);
 

@@ -7,7 +7,6 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/helpers.h"
-#include "frame/script_text.h"
 #include "frame/template.h"
 #include "variant/array.h"
 #include "variant/compare.h"
@@ -69,8 +68,7 @@ std::string wizardExtras(Page& page, const Variant& prikeyid) {
   err.run([&] {
     const SchemeState state = schemeState(page, prikeyid);
     if (state.stamp.empty()) return;
-    text = "<script>\r\n" +
-           script.fill({{"id", frame::scriptText(spliced(prikeyid))}, {"stamp", state.stamp}}) +
+    text = "<script>\r\n" + script.fill({{"id", spliced(prikeyid)}, {"stamp", state.stamp}}) +
            "</script>\r\n";
   });
   return text;

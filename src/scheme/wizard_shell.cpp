@@ -4,7 +4,6 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/script_text.h"
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
 #include "metadata/introspection.h"
@@ -22,6 +21,8 @@ namespace tarlo::scheme {
 namespace {
 
 using frame::callMethod;
+using frame::inPlace;
+using frame::Place;
 using frame::Template;
 using variant::spliced;
 
@@ -111,11 +112,12 @@ std::string firstStep(Page& page, const Preset& preset) {
   const std::string directories = spliced(services::GetComboBoxXMLs(page, kDirectories));
   const std::string scheme = preset.isChange ? "<input type = hidden name = type value = \"1\">\r\n"
                                                "<input type = hidden name = prikeyid value = \"" +
-                                                   page.server.htmlEncode(preset.id) + "\">\r\n"
+                                                   inPlace(Place::Encoded, preset.id) + "\">\r\n"
                                              : "";
-  const std::string presets = preset.isChange ? " beginvalue=\"" + preset.table +
-                                                    "\" selectvalue=\"" + preset.directory + "\""
-                                              : "";
+  const std::string presets =
+      preset.isChange ? " beginvalue=\"" + inPlace(Place::Attribute, preset.table) +
+                            "\" selectvalue=\"" + inPlace(Place::Attribute, preset.directory) + "\""
+                      : "";
   services::offerCascade(page, kTables + std::string(kTableFilter),
                          {.reads = {database::TableGroup::Dictionary}, .writes = {}});
   constexpr std::string_view kChecked = " checked";
@@ -130,7 +132,7 @@ std::string firstStep(Page& page, const Preset& preset) {
 std::string shellScript(Page& page, const Preset& preset) {
   static const Template script(embedded::scheme_pages::find("wizard_shell.js"));
   const std::string mode =
-      preset.isChange ? "&type=1&prikeyid=" + frame::scriptText(preset.id) : "";
+      preset.isChange ? "&type=1&prikeyid=" + inPlace(Place::Address, preset.id) : "";
   return "<script>\r\n" + script.fill({{"mode", mode}}) + "</script>\r\n" +
          wizardExtras(page, Variant(preset.id));
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "frame/data.h"
+#include "frame/place.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/text.h"
@@ -38,7 +39,9 @@ Variant getActionHelp(Page& page, const Variant& sAction) {
   if (joined.isEmpty()) return "暂时没有相关的帮助";
   std::string items;
   for (const std::string_view line : variant::split(joined.text(), "\r\n")) {
-    if (!line.empty()) items.append("<li>").append(line).append("</li>");
+    if (!line.empty()) {
+      items.append("<li>").append(frame::inPlace(frame::Place::Text, line)).append("</li>");
+    }
   }
   return items;
 }

@@ -1,6 +1,8 @@
 #pragma once
 // Rows of a statement as the text that the browser's widgets take. Statements give two columns:
-// value first, caption second.
+// value first, caption second. The XML for combo boxes is encoded for an attribute in double
+// quotes; the other two forms are data that the page encodes where it puts them, and a caption with
+// their marks in it breaks the list.
 
 #include <string>
 

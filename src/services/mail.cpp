@@ -1,5 +1,6 @@
 #include "services/mail.h"
 
+#include "frame/place.h"
 #include "frame/policy.h"
 #include "frame/sibling_calls.h"
 #include "variant/array.h"
@@ -20,7 +21,7 @@ std::string today() {
 }
 
 std::string setting(Page& page, std::string_view name) {
-  return page.server.htmlEncode(spliced(page.application.get(name)));
+  return frame::inPlace(frame::Place::Encoded, spliced(page.application.get(name)));
 }
 
 std::string paymentClosing(Page& page) {

@@ -4,12 +4,14 @@
 
 #include <nlohmann/json.hpp>
 
+#include "frame/place.h"
 #include "siblings/grid_conditions.h"
-#include "siblings/markup.h"
 
 namespace tarlo::siblings {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using Json = nlohmann::ordered_json;
 
 // Characters beyond ASCII as escapes: the text reads alike in every code page that it is sent in.
@@ -23,7 +25,7 @@ class Settings {
  public:
   void add(std::string_view name, std::string_view text) {
     begin(name);
-    appendScriptString(text_, text);
+    text_ += inPlace(Place::Json, text);
   }
   void add(std::string_view name, const char* text) { add(name, std::string_view(text)); }
   void add(std::string_view name, std::int64_t number) {
@@ -99,7 +101,7 @@ std::string headMarkup(const GridDefinition& grid) {
   std::string head;
   for (const std::string& caption : grid.captions) {
     head += "<th scope=\"col\">";
-    appendCell(head, caption);
+    head += inPlace(Place::Kept, caption);
     head += "</th>";
   }
   return head;
@@ -112,11 +114,11 @@ std::string bodyMarkup(const GridDefinition& grid, const GridRows& rows) {
   for (const GridRow& row : rows.rows) {
     body.append("<tr id=\"").append(grid.id).append("_row").append(std::to_string(++number));
     body.append("\" dataID=\"");
-    appendAttribute(body, row.id);
+    body += inPlace(Place::Encoded, row.id);
     body += "\">";
     for (const std::string& cell : row.cells) {
       body += "<td>";
-      appendCell(body, cell);
+      body += inPlace(Place::Kept, cell);
       body += "</td>";
     }
     body += "</tr>\r\n";
@@ -139,7 +141,7 @@ std::string rowsJson(const GridRows& rows) {
   Json list = Json::array();
   for (const GridRow& row : rows.rows) {
     Json cells = Json::array();
-    for (const std::string& cell : row.cells) cells.push_back(cellMarkup(cell));
+    for (const std::string& cell : row.cells) cells.push_back(inPlace(Place::Kept, cell));
     list.push_back({{"id", row.id}, {"cells", std::move(cells)}});
   }
   return textOf({{"ok", true}, {"total", rows.total}, {"page", rows.page}, {"rows", list}});

@@ -5,10 +5,13 @@
 #include <algorithm>
 
 #include "frame/member_table.h"
-#include "siblings/markup.h"
+#include "frame/place.h"
 
 namespace tarlo::siblings {
 namespace {
+
+using frame::inPlace;
+using frame::Place;
 
 constexpr std::string_view kSeparator =
     "<li role=\"separator\" class=\"tarlo-menu-separator\"></li>";
@@ -60,11 +63,12 @@ Variant Menu::addSubMenu(std::span<Variant> arguments) {
 // Pages write addresses of scripts with a blank behind the colon; browsers take that.
 std::string Menu::linkMarkup(const Entry& entry, bool opens) {
   const std::string target =
-      entry.target.empty() ? "" : " target=\"" + attributeMarkup(entry.target) + "\"";
-  return fmt::format("<a role=\"menuitem\" tabindex=\"-1\" href=\"{}\"{}{}>{}</a>",
-                     attributeMarkup(entry.href.empty() ? "javascript:void(0)" : entry.href),
-                     target, opens ? " aria-haspopup=\"true\" aria-expanded=\"false\"" : "",
-                     attributeMarkup(entry.caption));
+      entry.target.empty() ? "" : " target=\"" + inPlace(Place::Encoded, entry.target) + "\"";
+  return fmt::format(
+      "<a role=\"menuitem\" tabindex=\"-1\" href=\"{}\"{}{}>{}</a>",
+      inPlace(Place::Encoded, entry.href.empty() ? "javascript:void(0)" : entry.href), target,
+      opens ? " aria-haspopup=\"true\" aria-expanded=\"false\"" : "",
+      inPlace(Place::Encoded, entry.caption));
 }
 
 std::string Menu::pullDownMarkup(const Entry& top) const {
@@ -76,7 +80,7 @@ std::string Menu::pullDownMarkup(const Entry& top) const {
   }
   if (items.empty()) return {};
   return "<ul role=\"menu\" class=\"tarlo-menu-list\" aria-label=\"" +
-         attributeMarkup(top.caption) + "\" hidden>" + items + "</ul>";
+         inPlace(Place::Encoded, top.caption) + "\" hidden>" + items + "</ul>";
 }
 
 std::string Menu::topMarkup(const Entry& top) const {

@@ -5,7 +5,6 @@
 #include "embedded_siblings_pages.h"
 #include "frame/response_settings.h"
 #include "frame/template.h"
-#include "siblings/markup.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -56,7 +55,7 @@ Variant SingleDialog::writeDialog(std::span<Variant>) {
   static const Template dialog(embedded::siblings_pages::find("single_dialog.html"));
   if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
   frame::writeResponseSettings(page_->response);
-  dialog.write(page_->response, {{"title", cellMarkup(title_)},
+  dialog.write(page_->response, {{"title", title_},
                                  {"colour", isColour(colour_) ? colour_ : ""},
                                  {"body", body_},
                                  {"script", script_}});

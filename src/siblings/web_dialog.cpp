@@ -3,7 +3,6 @@
 #include "embedded_siblings_pages.h"
 #include "frame/response_settings.h"
 #include "frame/template.h"
-#include "siblings/markup.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -60,7 +59,7 @@ std::string WebDialog::stepsMarkup() const {
   static const Template step(embedded::siblings_pages::find("web_dialog_step.html"));
   std::string markup;
   for (const Step& each : steps_) {
-    markup += step.fill({{"title", attributeMarkup(each.title)}, {"content", each.content}});
+    markup += step.fill({{"title", each.title}, {"content", each.content}});
   }
   return markup;
 }
@@ -69,9 +68,9 @@ std::string WebDialog::scriptsMarkup() const {
   std::string list;
   for (const Step& each : steps_) {
     list += list.empty() ? "{\"next\":" : ",{\"next\":";
-    appendScriptString(list, each.next);
+    list += frame::inPlace(frame::Place::Json, each.next);
     list += ",\"back\":";
-    appendScriptString(list, each.back);
+    list += frame::inPlace(frame::Place::Json, each.back);
     list += '}';
   }
   return "[" + list + "]";
@@ -86,8 +85,8 @@ Variant WebDialog::writeDialog(std::span<Variant>) {
   static const Template dialog(embedded::siblings_pages::find("web_dialog.html"));
   if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
   frame::writeResponseSettings(page_->response);
-  dialog.write(page_->response, {{"title", cellMarkup(title_)},
-                                 {"action", attributeMarkup(formAction_)},
+  dialog.write(page_->response, {{"title", title_},
+                                 {"action", formAction_},
                                  {"steps", stepsMarkup()},
                                  {"helpTitle", helpTitle_},
                                  {"help", helpHtml_},

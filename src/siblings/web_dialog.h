@@ -12,10 +12,11 @@ namespace tarlo::siblings {
 // Properties: title, TotalStep, addjs (script text, or script elements when it begins with one;
 // written behind the steps), FormAction, HelpHtml, HelpTitle, addHTML. addStep takes title,
 // content, next script and back script, an empty script being the dialog's own step. Contents,
-// addjs, addHTML and the help are markup and stand in the page as they are. The page gives scripts
-// the form `TarloDialog`, the button `btnNext`, the hidden frames `pophidden` and `hidden`,
-// switchStep(), moveStep(n), and calls doFirstStep() once where the page has one; behind the last
-// step it closes with the result 1. writeDialog before ASPConnect raises error 91.
+// addjs, addHTML and HelpHtml are markup and stand in the page as they are; the titles are text.
+// The page gives scripts the form `TarloDialog`, the button `btnNext`, the hidden frames
+// `pophidden` and `hidden`, switchStep(), moveStep(n), and calls doFirstStep() once where the page
+// has one; behind the last step it closes with the result 1. writeDialog before ASPConnect raises
+// error 91.
 class WebDialog : public frame::MemberObject<WebDialog> {
  public:
   struct Members {

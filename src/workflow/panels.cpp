@@ -17,6 +17,8 @@
 namespace tarlo::workflow {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using frame::Template;
 using variant::spliced;
 
@@ -36,13 +38,42 @@ constexpr Panel kSteps = {
     "width=\"80\" height=\"22\" style=\"cursor : hand; border-bottom:1px solid #DEDBCE;\"",
     "/orvane.Zembra?action=showAllWorkFlowInstance"};
 
+// The statements put the link around a text themselves. The link holds numbers; the text behind it
+// is data, and is written in its place here.
+struct LinkedCell {
+  std::string_view opened;  // ends the link's opening tag
+  std::string_view closed;  // ends the cell; "" where the statement does not close the link
+};
+constexpr LinkedCell kTaskCell = {"',680,510);\">", "</span>"};
+constexpr LinkedCell kStepCell = {"',770,570);\">", ""};
+
+// The text of a task that is late stands in red.
+std::string linkText(std::string_view text) {
+  constexpr std::string_view kRed = "<font color=red>";
+  constexpr std::string_view kRedEnd = "</font>";
+  if (!text.starts_with(kRed) || !text.ends_with(kRedEnd)) return inPlace(Place::Text, text);
+  text.remove_prefix(kRed.size());
+  text.remove_suffix(kRedEnd.size());
+  return std::string(kRed) + inPlace(Place::Text, text) + std::string(kRedEnd);
+}
+
+std::string cellMarkup(const LinkedCell& shape, std::string_view cell) {
+  const std::size_t at = cell.find(shape.opened);
+  if (at == std::string_view::npos) return inPlace(Place::Text, cell);
+  std::string_view text = cell.substr(at + shape.opened.size());
+  std::string markup = std::string(cell.substr(0, at)).append(shape.opened);
+  if (shape.closed.empty()) return markup + inPlace(Place::Text, text);
+  if (text.ends_with(shape.closed)) text.remove_suffix(shape.closed.size());
+  return markup + linkText(text) + std::string(shape.closed);
+}
+
 bool isBlank(Page& page, const Variant& value) {
   return variant::toBoolean(frame::isNothing(page, value));
 }
 
-// `title(cells, row)` gives the first cell's markup.
-template <class Title>
-void writePanel(Page& page, const Panel& panel, const Variant& rows, Title&& title) {
+// `title` and `text` give the markup of a row's cells.
+template <class Title, class Text>
+void writePanel(Page& page, const Panel& panel, const Variant& rows, Title&& title, Text&& text) {
   static const Template top(embedded::workflow_pages::find("panel_top.html"));
   static const Template line(embedded::workflow_pages::find("panel_row.html"));
   static const Template more(embedded::workflow_pages::find("panel_more.html"));
@@ -55,7 +86,7 @@ void writePanel(Page& page, const Panel& panel, const Variant& rows, Title&& tit
       line.write(page.response, {{"firstCell", panel.firstCell},
                                  {"title", title(cells, row)},
                                  {"secondCell", panel.secondCell},
-                                 {"text", spliced(cells.at(1, row))}});
+                                 {"text", text(cells, row)}});
     }
     more.write(page.response, {{"address", panel.allAddress}});
   } else {
@@ -76,18 +107,28 @@ Variant permissionOf(Page& page, const Variant& menu) {
 
 void MergeGetMyTaskInFirst(Page& page) {
   const Variant rows = frame::execSQLRows(page, Variant(openTasksStatement(org::currentUserId())));
-  writePanel(page, kTasks, rows,
-             [](const Array& cells, std::ptrdiff_t row) { return spliced(cells.at(0, row)); });
+  const auto title = [](const Array& cells, std::ptrdiff_t row) {
+    return cellMarkup(kTaskCell, spliced(cells.at(0, row)));
+  };
+  const auto period = [](const Array& cells, std::ptrdiff_t row) {
+    return inPlace(Place::Text, spliced(cells.at(1, row)));
+  };
+  writePanel(page, kTasks, rows, title, period);
 }
 
 void WorkFlowWaitingForDealList(Page& page) {
   const Variant rows =
       frame::execSQLRows(page, Variant(waitingStepsStatement(org::currentUserId())));
-  writePanel(page, kSteps, rows, [&](const Array& cells, std::ptrdiff_t row) {
-    return variant::replace(
-        spliced(cells.at(0, row)), "&intPermission=0&",
-        "&intPermission=" + spliced(permissionOf(page, cells.at(2, row))) + "&");
-  });
+  const auto title = [&](const Array& cells, std::ptrdiff_t row) {
+    const std::string permission =
+        inPlace(Place::Address, spliced(permissionOf(page, cells.at(2, row))));
+    return variant::replace(cellMarkup(kStepCell, spliced(cells.at(0, row))), "&intPermission=0&",
+                            "&intPermission=" + permission + "&");
+  };
+  const auto state = [](const Array& cells, std::ptrdiff_t row) {
+    return cellMarkup(kStepCell, spliced(cells.at(1, row)));
+  };
+  writePanel(page, kSteps, rows, title, state);
 }
 
 Variant doGetWFIName(Page& page, const Variant& iUID, const Variant&, const Variant&,

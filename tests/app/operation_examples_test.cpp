@@ -8,30 +8,10 @@
 
 #include "cli_fixture.h"
 #include "component/operations.h"
+#include "support/shell_words.h"
 
 namespace tarlo::app {
 namespace {
-
-// Words as a shell parts them: quotes of both kinds, no escapes.
-std::vector<std::string> shellWords(std::string_view line) {
-  std::vector<std::string> words;
-  bool isOpen = false;
-  char quote = 0;
-  for (const char c : line) {
-    if (quote != 0 ? c == quote : c == '\'' || c == '"') {
-      quote = quote == 0 ? c : '\0';
-      if (!isOpen) words.emplace_back();
-      isOpen = true;
-    } else if (quote == 0 && c == ' ') {
-      isOpen = false;
-    } else {
-      if (!isOpen) words.emplace_back();
-      isOpen = true;
-      words.back() += c;
-    }
-  }
-  return words;
-}
 
 using OperationExamplesTest = CliTest;
 
@@ -42,7 +22,8 @@ TEST_F(OperationExamplesTest, EachOperationHasOneAndItHolds) {
     EXPECT_TRUE(shown.insert(example.operation).second) << example.operation;
     std::vector<std::string> words = {"call", "--database", connection("demo.db"),
                                       std::string(example.operation)};
-    for (std::string& word : shellWords(example.words)) words.push_back(std::move(word));
+    for (std::string& word : tarlo::testing::shellWords(example.words))
+      words.push_back(std::move(word));
     const CliResult result = cli(words);
     EXPECT_NE(result.out.find(example.holds), std::string::npos)
         << example.operation << ": " << result.out.substr(0, 500) << result.err;

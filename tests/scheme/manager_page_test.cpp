@@ -74,7 +74,7 @@ TEST(PageFrame, HeadAndPaneFollowTheStyle) {
     tarlo::testing::PageDatabase data;
     data.setSession("usrStyle", row.style);
     const std::string head = data.writtenBy([&] { writePageHead(data.page(), "a'b"); });
-    EXPECT_NE(head.find("document.title = 'Orvane.Zembra - a'b';</script>"), std::string::npos);
+    EXPECT_NE(head.find("document.title = 'Orvane.Zembra - a\\'b';</script>"), std::string::npos);
     EXPECT_NE(head.find("class='ZembraxTitle_" + row.head +
                         "'><img id=Zembra_Head_Style src='/images/icoDefault_" + row.head +
                         ".gif' border=0>&nbsp;Zembra a'b</div>"),

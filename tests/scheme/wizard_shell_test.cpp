@@ -60,7 +60,7 @@ TEST(WizardShell, AHostileIdEndsNeitherScriptNorAttribute) {
   data.ask("prikeyid", "1'\"</script><b>");
   const std::string page = shell(data);
   EXPECT_FALSE(holds(page, "1'\"</script>"));
-  EXPECT_TRUE(holds(page, "&prikeyid=1\\'\\\"\\x3c/script><b>&sTable"));
+  EXPECT_TRUE(holds(page, "&prikeyid=1%27%22%3C/script%3E%3Cb%3E&sTable"));
 }
 
 }  // namespace

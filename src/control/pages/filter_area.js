@@ -1,4 +1,4 @@
-{{first}}
+{{first:built}}
 var strfilter='';
 function getfilter(){
 	var filterlength=document.all("expresion").length;
@@ -22,7 +22,7 @@ function filterLogic(k){
 }
 function addFliter(){
 	try{
-		{{fresh}}if(filterLogic(relation2.children.length-1)!=-1) relation2.insertAdjacentHTML('beforeEnd', divHTML);
+		{{fresh:built}}if(filterLogic(relation2.children.length-1)!=-1) relation2.insertAdjacentHTML('beforeEnd', divHTML);
 	}catch(e){}
 }
 function decFliter(){

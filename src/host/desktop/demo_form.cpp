@@ -77,7 +77,8 @@ std::string postedText(Page& page) {
   for (const std::string_view name : {"dropDown", "cascade", "listRow", "apiRow"}) {
     const Variant value = page.request.value(name);
     if (value.isEmpty()) continue;
-    items += fmt::format("<li>{} = {}</li>", name, page.server.htmlEncode(spliced(value)));
+    items += fmt::format("<li>{} = {}</li>", name,
+                         frame::inPlace(frame::Place::Encoded, spliced(value)));
   }
   if (items.empty()) return {};
   return "<div class=\"tarlo-demo-posted\" role=\"status\">收到的值：<ul>" + items +
@@ -96,21 +97,18 @@ void writeDemoForm(Page& page) {
   const ControlResource dropDown = controlFor(page, "dropDownID", 1);
   const ControlResource cascade = controlFor(page, "cascadeID", 2);
   const ControlResource list = controlFor(page, "listID", 3);
-  const auto named = [&](const ControlResource& control) {
-    return page.server.htmlEncode(control.name);
-  };
   const std::string nonce = beginOwnPage(page.response, OwnPage::Tags);
   form.write(page.response, {{"scheme", takeStyle(page)},
                              {"nonce", nonce},
                              {"posted", postedText(page)},
                              {"query", fmt::format("dropDownID={}&cascadeID={}&listID={}",
                                                    dropDown.id, cascade.id, list.id)},
-                             {"dropDownName", named(dropDown)},
+                             {"dropDownName", dropDown.name},
                              {"dropDown", optionsOf(page, dropDown)},
-                             {"cascadeName", named(cascade)},
-                             {"levels", page.server.htmlEncode(levelsOf(cascade))},
+                             {"cascadeName", cascade.name},
+                             {"levels", levelsOf(cascade)},
                              {"cascade", optionsOf(page, cascade)},
-                             {"listName", named(list)},
+                             {"listName", list.name},
                              {"list", withNonce(gridOf(page, list), nonce)},
                              {"listId", std::to_string(list.id)}});
 }

@@ -2,20 +2,25 @@
 
 #include <fmt/format.h>
 
+#include "frame/place.h"
+
 namespace tarlo::host {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
+
 // The item is the focusable element; its link is for the mouse and takes no tab stop of its own.
-std::string itemHtml(const Page& page, const MenuEntry& entry, int level, bool isFirst) {
-  const std::string name = page.server.htmlEncode(entry.name);
+std::string itemHtml(const MenuEntry& entry, int level, bool isFirst) {
+  const std::string name = inPlace(Place::Encoded, entry.name);
   const std::string common =
       fmt::format(R"(<li role="treeitem" aria-level="{}" tabindex="{}" data-menu="{}" title="{}")",
-                  level, isFirst ? 0 : -1, entry.id, page.server.htmlEncode(entry.description));
+                  level, isFirst ? 0 : -1, entry.id, inPlace(Place::Encoded, entry.description));
   if (entry.isFolder()) {
     std::string html = fmt::format(
         "{} aria-expanded=\"{}\"><span class=\"dt-item dt-folder\">{}</span><ul role=\"group\">\n",
         common, level == 1 ? "true" : "false", name);
-    for (const MenuEntry& child : entry.children) html += itemHtml(page, child, level + 1, false);
+    for (const MenuEntry& child : entry.children) html += itemHtml(child, level + 1, false);
     return html + "</ul></li>\n";
   }
   return fmt::format(
@@ -32,19 +37,19 @@ void collect(const std::vector<MenuEntry>& entries, std::vector<MenuEntry>& foun
 
 }  // namespace
 
-std::string menuTreeHtml(const Page& page, const std::vector<MenuEntry>& entries) {
+std::string menuTreeHtml(const std::vector<MenuEntry>& entries) {
   std::string html;
-  for (const MenuEntry& entry : entries) html += itemHtml(page, entry, 1, html.empty());
+  for (const MenuEntry& entry : entries) html += itemHtml(entry, 1, html.empty());
   return html;
 }
 
-std::string menuCardsHtml(const Page& page, const std::vector<MenuEntry>& entries) {
+std::string menuCardsHtml(const std::vector<MenuEntry>& entries) {
   std::string html;
   for (const MenuEntry& entry : entries) {
-    html +=
-        fmt::format("<a class=\"dt-card{}\" href=\"/?cmdID={}\"><b>{}</b><span>{}</span></a>\n",
-                    entry.isFolder() ? " dt-card-folder" : "", entry.id,
-                    page.server.htmlEncode(entry.name), page.server.htmlEncode(entry.description));
+    html += fmt::format("<a class=\"dt-card{}\" href=\"/?cmdID={}\"><b>{}</b><span>{}</span></a>\n",
+                        entry.isFolder() ? " dt-card-folder" : "", entry.id,
+                        inPlace(Place::Encoded, entry.name),
+                        inPlace(Place::Encoded, entry.description));
   }
   return html;
 }

@@ -7,7 +7,6 @@
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_style.h"
 #include "host/desktop/menu_html.h"
-#include "siblings/markup.h"
 
 namespace tarlo::host {
 namespace {
@@ -40,9 +39,9 @@ void writeFolder(Page& page, const MenuEntry& entry) {
   folder.write(page.response, {{"scheme", takeStyle(page)},
                                {"nonce", beginOwnPage(page.response)},
                                {"id", std::to_string(entry.id)},
-                               {"name", page.server.htmlEncode(entry.name)},
-                               {"description", page.server.htmlEncode(entry.description)},
-                               {"cards", menuCardsHtml(page, entry.children)}});
+                               {"name", entry.name},
+                               {"description", entry.description},
+                               {"cards", menuCardsHtml(entry.children)}});
 }
 
 }  // namespace
@@ -61,11 +60,9 @@ void openMenu(Page& page, std::string_view menuId) {
   page.session.put("usrICID", std::to_string(entry->id));
   if (entry->isFolder()) return writeFolder(page, *entry);
   static const Template open(pages::find("desktop/open.html"));
-  std::string address;
-  siblings::appendScriptString(address, entry->href);
   open.write(page.response, {{"nonce", beginOwnPage(page.response)},
                              {"id", std::to_string(entry->id)},
-                             {"address", address}});
+                             {"address", entry->href}});
 }
 
 }  // namespace tarlo::host

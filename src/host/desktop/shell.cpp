@@ -20,15 +20,15 @@ std::string scriptOf(std::string_view name) {
 
 void writeShell(Page& page) {
   const DesktopUser user = currentUser(page);
-  const std::string menu = menuTreeHtml(page, menuTree(page, user.id));
+  const std::string menu = menuTreeHtml(menuTree(page, user.id));
   static const std::string script = scriptOf("desktop/shell.js") +
                                     scriptOf("desktop/shell_menu.js") +
                                     scriptOf("desktop/shell_tools.js");
   static const Template shell(pages::find("desktop/shell.html"));
   shell.write(page.response, {{"scheme", takeStyle(page)},
                               {"nonce", beginOwnPage(page.response, OwnPage::Desktop)},
-                              {"user", page.server.htmlEncode(user.name)},
-                              {"department", page.server.htmlEncode(user.department)},
+                              {"user", user.name},
+                              {"department", user.department},
                               {"menu", menu},
                               {"script", script}});
 }
@@ -38,19 +38,20 @@ void writePane(Page& page) {
   static const Template pane(pages::find("desktop/pane.html"));
   pane.write(page.response, {{"scheme", takeStyle(page)},
                              {"nonce", beginOwnPage(page.response, OwnPage::Pane)},
-                             {"user", page.server.htmlEncode(user.name)},
-                             {"department", page.server.htmlEncode(user.department)}});
+                             {"user", user.name},
+                             {"department", user.department}});
 }
 
 void writeSignInPage(Page& page, std::string_view message, std::string_view next) {
-  const std::string note = message.empty() ? std::string()
-                                           : "<p class=\"dt-alert\" role=\"alert\">" +
-                                                 page.server.htmlEncode(message) + "</p>";
+  const std::string note = message.empty()
+                               ? std::string()
+                               : "<p class=\"dt-alert\" role=\"alert\">" +
+                                     frame::inPlace(frame::Place::Encoded, message) + "</p>";
   static const Template signIn(pages::find("desktop/sign_in.html"));
   signIn.write(page.response, {{"scheme", takeStyle(page)},
                                {"nonce", beginOwnPage(page.response)},
                                {"message", note},
-                               {"next", page.server.htmlEncode(next)}});
+                               {"next", next}});
 }
 
 }  // namespace tarlo::host

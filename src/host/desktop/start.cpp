@@ -11,6 +11,8 @@
 namespace tarlo::host {
 namespace {
 
+using frame::inPlace;
+using frame::Place;
 using frame::Template;
 
 constexpr std::string_view kManagerAddress = "/TarloQuery.Zembra?action=ctrlSearch";
@@ -35,7 +37,7 @@ std::string dayOf(const std::string& dateTime) {
 }
 
 std::string emptyRow(std::string_view text) {
-  return fmt::format("<li class=\"dt-none\">{}</li>\n", text);
+  return fmt::format("<li class=\"dt-none\">{}</li>\n", inPlace(Place::Encoded, text));
 }
 
 // "逾期 3 天" from the days that are left; tasks without a planned end show nothing.
@@ -59,9 +61,9 @@ std::string tasksHtml(Page& page, int user) {
                                  user));
   std::string html;
   for (const TextRow& row : rows) {
-    html +=
-        fmt::format("<li><b>{}</b><span>{} 至 {}</span>{}</li>\n", page.server.htmlEncode(row[0]),
-                    dayOf(row[1]), dayOf(row[2]), dueHtml(row[3]));
+    html += fmt::format("<li><b>{}</b><span>{} 至 {}</span>{}</li>\n",
+                        inPlace(Place::Encoded, row[0]), inPlace(Place::Encoded, dayOf(row[1])),
+                        inPlace(Place::Encoded, dayOf(row[2])), dueHtml(row[3]));
   }
   return rows.empty() ? emptyRow("没有待处理的任务") : html;
 }
@@ -85,8 +87,8 @@ std::string stepsHtml(Page& page, int user) {
   std::string html;
   for (const TextRow& row : rows) {
     html += fmt::format("<li><b>{}</b><span>{}</span><em>{}</em></li>\n",
-                        page.server.htmlEncode(row[2]), page.server.htmlEncode(row[1]),
-                        row[3].empty() ? "等待处理" : "等待" + page.server.htmlEncode(row[3]));
+                        inPlace(Place::Encoded, row[2]), inPlace(Place::Encoded, row[1]),
+                        row[3].empty() ? "等待处理" : "等待" + inPlace(Place::Encoded, row[3]));
   }
   return rows.empty() ? emptyRow("没有待处理的流程") : html;
 }
@@ -104,8 +106,9 @@ std::string schemesHtml(Page& page) {
     html += fmt::format(
         "<li><a href=\"#\" data-scheme-id=\"{}\"><b>{}</b></a><span>{} · "
         "{}</span><em>{}</em></li>\n",
-        row[0], page.server.htmlEncode(row[1]), page.server.htmlEncode(row[2]),
-        row[3] == "1" ? "系统" : "用户", dayOf(row[4]));
+        inPlace(Place::Encoded, row[0]), inPlace(Place::Encoded, row[1]),
+        inPlace(Place::Encoded, row[2]), row[3] == "1" ? "系统" : "用户",
+        inPlace(Place::Encoded, dayOf(row[4])));
   }
   return rows.empty() ? emptyRow("还没有查询方案") : html;
 }
@@ -131,12 +134,12 @@ void writeStart(Page& page) {
   start.write(page.response, {{"scheme", takeStyle(page)},
                               {"nonce", beginOwnPage(page.response)},
                               {"greeting", greeting(now.hour)},
-                              {"user", page.server.htmlEncode(user.name)},
+                              {"user", user.name},
                               {"date", dateText(now, date)},
                               {"tasks", tasksHtml(page, user.id)},
                               {"steps", stepsHtml(page, user.id)},
                               {"schemes", schemesPanel(page, entries)},
-                              {"cards", menuCardsHtml(page, entries)}});
+                              {"cards", menuCardsHtml(entries)}});
 }
 
 }  // namespace tarlo::host

@@ -1,1 +1,1 @@
-                                topArray[{{index}}] = new Option('<nobr title="{{name}}"><img src="/images/icon/{{file}}" width=16 height=16 border=0 align="absmiddle"> <span style="font-family: arial black;">{{name}}</span></nobr>', "{{id}}");
+                                topArray[{{index:number}}] = new Option('<nobr title="{{name:attribute:script}}"><img src="/images/icon/{{file:attribute:script}}" width=16 height=16 border=0 align="absmiddle"> <span style="font-family: arial black;">{{name:text:script}}</span></nobr>', "{{id:script}}");

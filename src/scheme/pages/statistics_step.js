@@ -1,10 +1,10 @@
 var StatsRecord='';
 var ViewRecord='';
 var count=1;
-var groupHTML='<div><table border="0" cellspacing="0" cellpadding="2"><tr><td nowrap>按此字段分组:</td><td><tarlo:combobox id="groupby" width="150" editable="false" selectvalue="-1000" src="{{groups}}" /></td></tr></table></div>';
+var groupHTML='<div><table border="0" cellspacing="0" cellpadding="2"><tr><td nowrap>按此字段分组:</td><td><tarlo:combobox id="groupby" width="150" editable="false" selectvalue="-1000" src="{{groups:built:script-single}}" /></td></tr></table></div>';
 function saveStats(){
 	StatsRecord=StatsRecord+fieldselect.value+','+statsname.value+'|||';
-	ViewRecord=count+'. '+fieldselect.text+'_'+statsname.text+'<br>';
+	ViewRecord=count+'. '+fieldselect.text{{shown:built}}+'_'+statsname.text+'<br>';
 	document.all("Result").insertAdjacentHTML('BeforeEnd',ViewRecord);
 	count++;
 }
@@ -33,8 +33,8 @@ function setGroupStats(){
 	document.all("group").value=group;
 }
 function preStep(){
-	var address='/TarloQuery.Zembra?action=addsearchdlg&gostep={{step}}';
-	if('{{step}}'=='5') window.location=address+'&step=1_1&sTable={{table}}'+"&stats="+StatsRecord;
-	if('{{step}}'=='6') window.location=address+'&step=2&sTable={{table}}'+"&stats="+StatsRecord;
-	if('{{step}}'=='7' || '{{step}}'=='8') window.location=address+'&step=3&sTable={{table}}'+"&stats="+StatsRecord;
+	var address='/TarloQuery.Zembra?action=addsearchdlg&gostep={{step:address}}';
+	if('{{step:script}}'=='5') window.location=address+'&step=1_1&sTable={{table:address}}'+"&stats="+StatsRecord;
+	if('{{step:script}}'=='6') window.location=address+'&step=2&sTable={{table:address}}'+"&stats="+StatsRecord;
+	if('{{step:script}}'=='7' || '{{step:script}}'=='8') window.location=address+'&step=3&sTable={{table:address}}'+"&stats="+StatsRecord;
 }

@@ -1,7 +1,7 @@
 (function(){
-	var opened='{{stamp}}',save=SaveQuery,arrive=nextStep6;
+	var opened='{{stamp:script}}',save=SaveQuery,arrive=nextStep6;
 	function withState(then){
-		fetch('/TarloDialog.Zembra?action=schemeState&prikeyid={{id}}').then(function(answer){
+		fetch('/TarloDialog.Zembra?action=schemeState&prikeyid={{id:address}}').then(function(answer){
 			return answer.json();
 		}).then(function(state){
 			var changed=state.stamp!=opened,note=document.getElementById('dialogNote');

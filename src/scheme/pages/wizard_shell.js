@@ -7,13 +7,13 @@ function preview(address){
 	document.all.TarloDialog.submit();
 }
 function loadComputed(){
-	s2iframe.location='/TarloQuery.Zembra?action=addSearchDlg2&multi='+formField("step0Multi").value+'{{mode}}&sTable='+MainTableID.value;
+	s2iframe.location='/TarloQuery.Zembra?action=addSearchDlg2&multi='+formField("step0Multi").value+'{{mode:built}}&sTable='+MainTableID.value;
 }
 function loadFilter(virtual){
-	s3iframe.location='/TarloQuery.Zembra?action=addSearchDlg3&multi='+formField("step0Multi").value+'{{mode}}'+virtual+'&sTable='+MainTableID.value;
+	s3iframe.location='/TarloQuery.Zembra?action=addSearchDlg3&multi='+formField("step0Multi").value+'{{mode:built}}'+virtual+'&sTable='+MainTableID.value;
 }
 function loadStatistics(address,virtual){
-	s4iframe.location=address+'&multi='+formField("step0Multi").value+'{{mode}}&virtual='+virtual+'&sTable='+MainTableID.value;
+	s4iframe.location=address+'&multi='+formField("step0Multi").value+'{{mode:built}}&virtual='+virtual+'&sTable='+MainTableID.value;
 }
 function computedFields(){
 	return s2iframe.divHTML.substring(0,s2iframe.divHTML.length-1);
@@ -22,7 +22,7 @@ function nextStep1(){
 	var sel='0';
 	if(MulrelationTmp2.checked) sel='1';
 	window.top.switchStep();
-	s1iframe.location='/TarloQuery.Zembra?action=addSearchDlg1&mul='+sel+'{{mode}}&sTable='+MainTableID.value;
+	s1iframe.location='/TarloQuery.Zembra?action=addSearchDlg1&mul='+sel+'{{mode:built}}&sTable='+MainTableID.value;
 }
 function nextStep2(){
 	formField("step0Multi").value=s1iframe.MulRel;
@@ -101,7 +101,7 @@ function nextStep5(){
 }
 function nextStep6(){
 	window.top.switchStep();
-	s6iframe.location='/TarloQuery.Zembra?action=addSearchDlg6&multi='+formField("step0Multi").value+'{{mode}}&sTable='+MainTableID.value;
+	s6iframe.location='/TarloQuery.Zembra?action=addSearchDlg6&multi='+formField("step0Multi").value+'{{mode:built}}&sTable='+MainTableID.value;
 }
 function SaveQuery(){
 	formField("step4Sys").value=s6iframe.document.all("QuerySys").value;
