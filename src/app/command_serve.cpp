@@ -97,8 +97,8 @@ class Signals {
 };
 
 std::unique_ptr<host::WireServer> listen(const host::Config& config, const ServeOptions& given,
-                                         host::Site& site, const ServerLogs& logs) {
-  const host::Endpoint endpoint = endpointOf(config, given);
+                                         const host::Endpoint& endpoint, host::Site& site,
+                                         const ServerLogs& logs) {
   host::WireServer::Options options{
       .address = endpoint.address,
       .port = endpoint.port,
@@ -139,8 +139,7 @@ void warnOfPlainText(const host::Config& config, const host::Endpoint& endpoint,
   if (endpoint.isLoopback() || !config.tlsCertificate.empty()) return;
   const std::string line = fmt::format(
       "{} is open to the network without encryption: passwords and sessions can be read on the "
-      "way. "
-      "Set tls.certificate and tls.key, or listen on loopback behind a proxy.",
+      "way. Set tls.certificate and tls.key, or listen on loopback behind a proxy.",
       config.listen);
   log.warn(line);
   // The log may be a file that nobody looks at now.
@@ -193,6 +192,7 @@ database::Database& openServed(database::Registry& databases, const host::Config
 
 int serve(Console console, const ServeOptions& options) {
   const host::Config config = effectiveConfig(options);
+  const host::Endpoint endpoint = endpointOf(config, options);
   const ServerLogs logs = openLogs(config);
   database::Registry databases(
       {.maxConnections = config.limits.running + config.limits.signIns + 4,
@@ -206,9 +206,8 @@ int serve(Console console, const ServeOptions& options) {
   const Signals signals;
   host::Site site(config, databases, host::embeddedFiles(), logs.application);
   site.readiness().look();
-  const auto server = listen(config, options, site, logs);
+  const auto server = listen(config, options, endpoint, site, logs);
   server->start();
-  const host::Endpoint endpoint = endpointOf(config, options);
   const std::string baseUrl = baseUrlOf(config, endpoint, server->port());
   warnOfPlainText(config, endpoint, *logs.application);
   announce(console, baseUrl,

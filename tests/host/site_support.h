@@ -49,6 +49,7 @@ class TestSite {
   int userId(const std::string& login);
   // Ends the site, so that the next request meets a fresh one of the changed configuration.
   Config& changeConfig();
+  const Config& config() const { return config_; }
   StaticFiles& files() { return files_; }
 
   // Sends with the cookie that the site has set last.
