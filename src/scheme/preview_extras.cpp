@@ -28,8 +28,7 @@ std::string cellMarkup(const Variant& value) {
   if (value.isNull()) return "<td class=\"tarlo-null\">NULL</td>";
   const std::string text = variant::visible(variant::spliced(value));
   const std::string shown = variant::cutTo(text, kCellColumns);
-  const std::string title =
-      shown == text ? "" : " title=\"" + inPlace(Place::Encoded, text) + "\"";
+  const std::string title = shown == text ? "" : " title=\"" + inPlace(Place::Encoded, text) + "\"";
   return "<td" + title + ">" + inPlace(Place::Encoded, shown) + "</td>";
 }
 

@@ -69,8 +69,8 @@ std::string postedText(Page& page) {
   for (const std::string_view name : {"dropDown", "cascade", "listRow", "apiRow"}) {
     const Variant value = page.request.value(name);
     if (value.isEmpty()) continue;
-    items +=
-        fmt::format("<li>{} = {}</li>", name, frame::inPlace(frame::Place::Encoded, spliced(value)));
+    items += fmt::format("<li>{} = {}</li>", name,
+                         frame::inPlace(frame::Place::Encoded, spliced(value)));
   }
   if (items.empty()) return {};
   return "<div class=\"tarlo-demo-posted\" role=\"status\">收到的值：<ul>" + items +

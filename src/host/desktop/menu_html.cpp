@@ -48,7 +48,8 @@ std::string menuCardsHtml(const std::vector<MenuEntry>& entries) {
   for (const MenuEntry& entry : entries) {
     html += fmt::format("<a class=\"dt-card{}\" href=\"/?cmdID={}\"><b>{}</b><span>{}</span></a>\n",
                         entry.isFolder() ? " dt-card-folder" : "", entry.id,
-                        inPlace(Place::Encoded, entry.name), inPlace(Place::Encoded, entry.description));
+                        inPlace(Place::Encoded, entry.name),
+                        inPlace(Place::Encoded, entry.description));
   }
   return html;
 }

@@ -60,9 +60,9 @@ std::string tasksHtml(Page& page, int user) {
                                  user));
   std::string html;
   for (const TextRow& row : rows) {
-    html += fmt::format("<li><b>{}</b><span>{} 至 {}</span>{}</li>\n", inPlace(Place::Encoded, row[0]),
-                        inPlace(Place::Encoded, dayOf(row[1])), inPlace(Place::Encoded, dayOf(row[2])),
-                        dueHtml(row[3]));
+    html += fmt::format("<li><b>{}</b><span>{} 至 {}</span>{}</li>\n",
+                        inPlace(Place::Encoded, row[0]), inPlace(Place::Encoded, dayOf(row[1])),
+                        inPlace(Place::Encoded, dayOf(row[2])), dueHtml(row[3]));
   }
   return rows.empty() ? emptyRow("没有待处理的任务") : html;
 }
