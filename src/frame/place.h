@@ -3,8 +3,8 @@
 // which the texts of pages, and the markup that is put together in C++, keep a value where it
 // belongs. What the page holds is the value itself, once its reader has undone the escape.
 //
-// A value without " ' < > & \ and line ends stands everywhere as it is; number, numbers, name and
-// bare ask for more.
+// A value without " ' < > & \ and line ends stands everywhere as it is; number, numbers, name, bare
+// and json ask for more.
 
 #include <optional>
 #include <span>
