@@ -20,7 +20,9 @@ enum class Place {
   Built,
   // Between tags: each < that could begin a tag or a comment, and each & that browsers would read
   // as
-  // the beginning of a reference, as references. The rest cannot end the place, and stays.
+  // the beginning of a reference, as references. The rest cannot end the place, and stays; so does
+  // &#128512; and the like, the way in which browsers send what the page's code page does not have
+  // and in which it is stored.
   Text,
   // Between the tags of a textarea: the same, but only < that could begin the end tag. A line end
   // in front is doubled, since browsers drop the first.
