@@ -94,10 +94,25 @@ bool beginsReference(std::string_view text) {
   return length > 0 && length <= kLongest && text.substr(length).starts_with(';');
 }
 
-// Whether browsers may take the & that the text begins with for more than itself. Some names need
+// Whether a character beyond ASCII begins here as browsers send those that the page's code page
+// does not have: &#digits;
+bool isSentCharacter(std::string_view text) {
+  if (!text.starts_with("&#")) return false;
+  text.remove_prefix(2);
+  constexpr std::size_t kMostDigits = 7;
+  const std::string_view word = letters(text);
+  if (word.size() > kMostDigits || !std::ranges::all_of(word, isDigit)) return false;
+  int point = 0;
+  for (const char c : word) point = point * 10 + (c - '0');
+  return point >= 0x80 && text.substr(word.size()).starts_with(';');
+}
+
+// Whether browsers may take the & that the text begins with for more than itself, and it is not one
+// of their own making. Some names need
 // no semicolon, in an attribute only where neither a letter nor "=" follows. What the page has
 // behind the value is not known, so an & at its end counts too.
 bool isReadAsReference(std::string_view text, bool inAttribute) {
+  if (isSentCharacter(text)) return false;
   text.remove_prefix(1);
   if (text.empty() || text[0] == '#') return true;
   const std::size_t length = letters(text).size();

@@ -3,8 +3,8 @@
 // which the texts of pages, and the markup that is put together in C++, keep a value where it
 // belongs. What the page holds is the value itself, once its reader has undone the escape.
 //
-// A value without " ' < > & \ and line ends stands everywhere as it is; number, numbers, name and
-// bare ask for more.
+// A value without " ' < > & \ and line ends stands everywhere as it is; number, numbers, name, bare
+// and json ask for more.
 
 #include <optional>
 #include <span>
@@ -20,7 +20,9 @@ enum class Place {
   Built,
   // Between tags: each < that could begin a tag or a comment, and each & that browsers would read
   // as
-  // the beginning of a reference, as references. The rest cannot end the place, and stays.
+  // the beginning of a reference, as references. The rest cannot end the place, and stays; so does
+  // &#128512; and the like, the way in which browsers send what the page's code page does not have
+  // and in which it is stored.
   Text,
   // Between the tags of a textarea: the same, but only < that could begin the end tag. A line end
   // in front is doubled, since browsers drop the first.

@@ -36,6 +36,8 @@ TEST(Place, TextsAreReadBackExactly) {
   EXPECT_EQ(inPlace(Place::Textarea, "\nx"), "\r\n\nx");
   EXPECT_EQ(inPlace(Place::Attribute, "/x?a=1&b=2&lt;'"), "/x?a=1&b=2&amp;lt;'");
   EXPECT_EQ(inPlace(Place::AttributeSingle, "it's \"x\""), "it&#39;s \"x\"");
+  EXPECT_EQ(inPlace(Place::AttributeSingle, "&#128512;&#60;&#x3c;&#9999999999;&#128"),
+            "&#128512;&amp;#60;&amp;#x3c;&amp;#9999999999;&amp;#128");
   EXPECT_EQ(inPlace(Place::Kept, "&#128512;&nbsp;<&x"), "&#128512;&nbsp;&lt;&amp;x");
 }
 
