@@ -174,8 +174,8 @@ TEST(SchemaVersion, BelongsToTheTablesAsTheyAre) {
     }
   }
   EXPECT_EQ(database::kSchemaVersion, 1);
-  EXPECT_EQ(columns, 0u);
-  EXPECT_EQ(hash, 0u);
+  EXPECT_EQ(columns, 193u);
+  EXPECT_EQ(hash, 1125481586605964022u);
 }
 
 }  // namespace

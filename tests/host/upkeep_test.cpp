@@ -140,7 +140,7 @@ TEST_F(UpkeepTest, ALongLockIsNotReadyAndAShortOneIs) {
       "test", std::make_shared<spdlog::sinks::ostream_sink_mt>(log));
   database::Registry databases;
   auto now = Readiness::Clock::now();
-  Readiness readiness(site_.config().database, databases, 0, logger, [&] { return now; });
+  Readiness readiness(database_, databases, 0, logger, [&] { return now; });
   EXPECT_EQ(readiness.reason(), "starting");
   {
     const Locker locker(file());
