@@ -30,9 +30,7 @@ class PatientSocket {
   using ErrorCode = boost::system::error_code;
 
   PatientSocket(Tcp::socket socket, const WireLimits& limits)
-      : stream_(std::move(socket)),
-        limits_(limits),
-        pace_(limits.leastWriteBytesPerSecond, limits.paceTime) {}
+      : stream_(std::move(socket)), pace_(limits.leastWriteBytesPerSecond, limits.paceTime) {}
 
   executor_type get_executor() { return stream_.get_executor(); }
   lowest_layer_type& lowest_layer() { return stream_.socket(); }
@@ -69,7 +67,6 @@ class PatientSocket {
   bool wait(short events, ErrorCode& error);
 
   boost::beast::tcp_stream stream_;
-  const WireLimits& limits_;
   Pace pace_;
   Pace::Clock::time_point deadline_;
   bool tooSlow_ = false;
