@@ -56,7 +56,6 @@ class UpkeepTest : public ::testing::Test {
     EXPECT_EQ(answer->status, 503U) << answer->text();
     EXPECT_EQ(answer->header("Retry-After"), "5");
     EXPECT_NE(answer->text().find(title), std::string::npos) << answer->text();
-    EXPECT_NE(answer->text().find("top.sAlert("), std::string::npos);
     EXPECT_EQ(answer->text().find("已经从系统中删除"), std::string::npos) << answer->text();
     EXPECT_NE(site_.log().find("test-1 \"TarloQuery delSearch_UsrField\" failed: error"),
               std::string::npos)

@@ -61,12 +61,6 @@ std::string lineOf(const database::DatabaseError& error) {
                      native.code, native.sqlState, logText(native.text), logText(native.statement));
 }
 
-// The wizards send their forms into frames that nobody sees; there the window round them says it.
-void tellWindow(Visit& visit, const Notice& notice) {
-  visit.response.write(fmt::format(
-      "<script>if(window!==top&&top.sAlert)top.sAlert('{}',false);</script>", notice.text));
-}
-
 void answerMeaning(Visit& visit, const Meaning& meaning) {
   if (!isApiPath(visit.path)) return writeNotice(visit, meaning.notice);
   visit.response.reset();
@@ -79,9 +73,7 @@ void checkOutage(Visit& visit, spdlog::logger& log) {
   if (!error) return;
   log.error("{} {} failed: {}", visit.wire.id, logText(visit.what), lineOf(*error));
   if (visit.response.isFlushed() || visit.response.isTyped()) return;
-  const Meaning& meaning = *meaningOf(error->native().outage);
-  answerMeaning(visit, meaning);
-  if (!isApiPath(visit.path)) tellWindow(visit, meaning.notice);
+  answerMeaning(visit, *meaningOf(error->native().outage));
 }
 
 // An operation that goes on after errors may have left out the rows that were too many: what it
