@@ -84,11 +84,14 @@ TEST_F(WireServerTest, AnswersEveryForm) {
       // A promised length is kept: what is beyond it does not go out.
       {"GET /declared HTTP/1.1\r\nHost: a\r\n\r\nGET /a HTTP/1.1\r\nHost: a\r\nConnection: "
        "close\r\n\r\n",
-       "HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\none fourHTTP/1.1 200 OK", "GET /a "},
+       "HTTP/1.1 200 OK\r\nContent-Length: 8\r\nContent-Security-Policy: default-src "
+       "'none'\r\n\r\none fourHTTP/1.1 200 OK",
+       "GET /a "},
       {"GET /declared?short HTTP/1.1\r\nHost: a\r\n\r\n", "HTTP/1.1 200", "\r\n\r\none "},
       {"GET /flush HTTP/1.0\r\n\r\n", "HTTP/1.1 200", "\r\n\r\none two"},
       {"HEAD /h HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n", "HTTP/1.1 200",
-       "Content-Length: 8\r\nConnection: close\r\n\r\n"},
+       "Content-Length: 8\r\nContent-Security-Policy: default-src 'none'\r\nConnection: "
+       "close\r\n\r\n"},
   };
   for (const Row& row : rows) {
     const std::string answer = exchange(port(), row.sent);
