@@ -96,6 +96,10 @@ class Server {
     site_ = std::make_unique<host::Site>(config_, databases_, host::embeddedFiles(), log_);
     host::WireServer::Options options;
     options.limits = config_.limits;
+    // All connections belong to one user here.
+    options.limits.operationsPerSession = options.limits.operationsPerUser = 100'000;
+    options.laneOf = [this](const auto& request) { return site_->laneOf(request); };
+    options.visitorOf = [this](const auto& request) { return site_->visitorOf(request); };
     wire_ =
         std::make_unique<host::WireServer>(options, [this](const auto& request, auto& response) {
           if (request.target == "/constant") {

@@ -24,6 +24,7 @@ Dictionary& dictionary() {
   static Dictionary instance(true);
   static const bool isReady = [] {
     auto connection = frame::borrowConnection(instance.page());
+    connection->setContext(nullptr);
     connection->allowDdl(true);
     for (const char* name : kTables) {
       database::runScript(*connection, embedded::schema::find(name));

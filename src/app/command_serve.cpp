@@ -106,6 +106,8 @@ std::unique_ptr<host::WireServer> listen(const host::Config& config, const Serve
       .tls = {config.tlsCertificate, config.tlsKey},
       .laneOf = [&site](const auto& request) { return site.laneOf(request); },
       .visitorOf = [&site](const auto& request) { return site.visitorOf(request); },
+      .turnDown = [&site](const auto& request, unsigned status,
+                          auto& response) { site.turnDown(request, status, response); },
       .onAccess = [log = logs.access](const auto& access) { logAccess(*log, access); },
       .onFailure = [log = logs.application](std::string_view line) { log->warn(line); }};
   try {
@@ -148,14 +150,14 @@ void warnOfPlainText(const host::Config& config, const host::Endpoint& endpoint,
 
 void reload(host::WireServer& server, const host::Config& config, spdlog::logger& log) {
   if (config.tlsCertificate.empty()) {
-    log.info("signal 1: there is no certificate to read again");
+    log.info("SIGHUP: there is no certificate to read again");
     return;
   }
   try {
     server.reloadTls();
-    log.info("signal 1: new connections get the certificate of {}", config.tlsCertificate);
+    log.info("SIGHUP: new connections get the certificate of {}", config.tlsCertificate);
   } catch (const std::exception& error) {
-    log.error("signal 1: the certificate stays as it was: {}", error.what());
+    log.error("SIGHUP: the certificate stays as it was: {}", error.what());
   }
 }
 
@@ -218,7 +220,7 @@ int serve(Console console, const ServeOptions& options) {
   auto upkeep =
       std::make_unique<host::Upkeep>(config, databases, site.readiness(), logs.application);
   const int signal = signals.waitForEnd([&] { reload(*server, config, *logs.application); });
-  logs.application->info("signal {}: finishing what is running", signal);
+  logs.application->info("{}: finishing what is running", signal == SIGINT ? "SIGINT" : "SIGTERM");
   upkeep.reset();
   server->stop();
   logs.application->info("stopped");

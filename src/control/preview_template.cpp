@@ -72,6 +72,9 @@ void showSearchpreview_SysField(Page& page) {
   static const Template body(embedded::control_pages::find("show_cascade_of_caller.html"));
   const std::string statement = spliced(page.request.value("sql"));
   const bool isAllowed = frame::isSwitchedOn(page, "statementsByUrl") || isStored(page, statement);
+  if (!isAllowed && page.statements.refusals != nullptr) {
+    page.statements.refusals->refused(statement, "no stored control has this statement");
+  }
   frame::writeDialogHead(page, "级联控件预览", frame::DialogBody::WindowColour);
   body.write(page.response,
              {{"levels", spliced(page.request.value("rel"))},

@@ -31,12 +31,12 @@ class Guard {
                  tsql::Catalogue& catalogue) const;
   void checkEngine(const Footprint& footprint, std::string_view sql) const;
 
+  bool allows(const Footprint& footprint) const;
   bool mayTouch(tsql::Access access, std::string_view name) const;
   // Whether rows of any table may be deleted. A connection that nobody has narrowed deletes none.
   bool mayDelete() const { return context_ != nullptr && !context_->rights.deletes.empty(); }
 
  private:
-  bool allows(const Footprint& footprint) const;
   bool isAlsoReadable(std::string_view name) const;
   [[noreturn]] void refuse(const std::string& reason, std::string_view engine,
                            std::string_view sql) const;

@@ -14,13 +14,12 @@
 
 namespace tarlo::database {
 
-// Told of every statement that was refused for what it touches, and of those that the database
-// could not take: an operation that goes on after errors may not tell anybody.
+// Told of every statement that was refused for what it touches, and of those that failed in another
+// way: an operation that goes on after errors may not tell anybody.
 class RefusalLog {
  public:
   virtual ~RefusalLog() = default;
   virtual void refused(std::string_view statement, std::string_view reason) noexcept = 0;
-  // The error has an outage.
   virtual void failed(const DatabaseError& /*error*/) noexcept {}
 };
 
@@ -34,12 +33,12 @@ struct StatementContext {
   RowBudget* budget = nullptr;                // may be nothing: rows cost nothing
   // Asked a few times a second while a statement that only reads is running: false ends it.
   std::function<bool()> isWanted;
-  // False: whoever runs the statements goes on as well without them, and an outage is not told.
+  // False: whoever runs the statements goes on as well without them, and their failure is not told.
   bool isEssential = true;
 
-  // Tells of an outage, if the error is one and somebody wants to know.
+  // Tells of a failure, if somebody wants to know. A refusal has been told by then.
   void tell(const DatabaseError& error) const noexcept {
-    if (error.native().outage == Outage::None || !isEssential || refusals == nullptr) return;
+    if (error.number() == kForbidden || !isEssential || refusals == nullptr) return;
     refusals->failed(error);
   }
 };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 #include "variant/utf8.h"
 
@@ -63,22 +62,61 @@ void appendReference(std::string& out, char c) {
   }
 }
 
-// Each character of `set` as a reference.
-std::string withReferences(std::string_view value, std::string_view set) {
-  std::string out;
-  out.reserve(value.size() + value.size() / 8);
-  for (const char c : value) {
-    if (isOneOf(c, set)) {
-      appendReference(out, c);
-    } else {
-      out += c;
-    }
+// The bytes that an escape looks at.
+class Stops {
+ public:
+  constexpr explicit Stops(std::string_view bytes) {
+    for (const char c : bytes) has_[static_cast<unsigned char>(c)] = true;
   }
-  return out;
+  std::size_t lengthBefore(std::string_view text) const {
+    const auto* stop = std::find_if(text.begin(), text.end(),
+                                    [this](char c) { return has_[static_cast<unsigned char>(c)]; });
+    return static_cast<std::size_t>(stop - text.begin());
+  }
+
+ private:
+  std::array<bool, 256> has_{};
+};
+
+// All but the stops goes out as it is. `escape` is given the text from a stop on, appends what
+// stands for its front, and says how many bytes that was.
+template <class Escape>
+std::string escaped(std::string_view value, const Stops& stops, Escape escape) {
+  std::size_t plain = stops.lengthBefore(value);
+  if (plain == value.size()) return std::string(value);
+  std::string out;
+  out.reserve(value.size() + value.size() / 8 + 16);
+  for (;;) {
+    out += value.substr(0, plain);
+    value.remove_prefix(plain);
+    if (value.empty()) return out;
+    value.remove_prefix(escape(out, value));
+    plain = stops.lengthBefore(value);
+  }
 }
 
-constexpr std::string_view kEncoded = "&<>\"";
-constexpr std::string_view kInBare = "&<>\"'=` \t\r\n\f";
+// Each of the stops that `isEscaped` says so of as a reference.
+template <class IsEscaped>
+std::string withReferences(std::string_view value, const Stops& stops, IsEscaped isEscaped) {
+  return escaped(value, stops, [&](std::string& out, std::string_view rest) {
+    if (isEscaped(rest)) {
+      appendReference(out, rest[0]);
+    } else {
+      out += rest[0];
+    }
+    return std::size_t{1};
+  });
+}
+
+constexpr auto kAlways = [](std::string_view) { return true; };
+constexpr Stops kEncoded("&<>\"");
+constexpr Stops kInBare("&<>\"'=` \t\r\n\f");
+constexpr Stops kInText("<&");
+constexpr Stops kInDoubleQuotes("\"&");
+constexpr Stops kInSingleQuotes("'&");
+// The last is the first byte of the separators.
+constexpr Stops kInScript("\r\n\\\"'<\xE2");
+constexpr Stops kInAddress("\"'<>&\\\r\n\xE2");
 
 std::string_view letters(std::string_view text) {
   const auto isWordPart = [](char c) { return isLetter(c) || isDigit(c); };
@@ -108,9 +146,8 @@ bool isSentCharacter(std::string_view text) {
 }
 
 // Whether browsers may take the & that the text begins with for more than itself, and it is not one
-// of their own making. Some names need
-// no semicolon, in an attribute only where neither a letter nor "=" follows. What the page has
-// behind the value is not known, so an & at its end counts too.
+// of their own making. Some names need no semicolon, in an attribute only where neither a letter
+// nor "=" follows. What the page has behind the value is not known, so an & at its end counts too.
 bool isReadAsReference(std::string_view text, bool inAttribute) {
   if (isSentCharacter(text)) return false;
   text.remove_prefix(1);
@@ -120,19 +157,10 @@ bool isReadAsReference(std::string_view text, bool inAttribute) {
   return !inAttribute || !text.substr(length).starts_with('=');
 }
 
-std::string attributeText(std::string_view value, char quote) {
-  std::string out;
-  out.reserve(value.size() + value.size() / 8);
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const bool ends =
-        value[i] == quote || (value[i] == '&' && isReadAsReference(value.substr(i), true));
-    if (ends) {
-      appendReference(out, value[i]);
-    } else {
-      out += value[i];
-    }
-  }
-  return out;
+std::string attributeText(std::string_view value, const Stops& stops) {
+  return withReferences(value, stops, [](std::string_view rest) {
+    return rest[0] != '&' || isReadAsReference(rest, true);
+  });
 }
 
 // `tagMarks` are the characters that make a < the beginning of markup; a letter is told as "a".
@@ -141,34 +169,15 @@ std::string elementText(std::string_view value, std::string_view tagMarks) {
     if (rest.size() == 1) return true;
     return isOneOf(isLetter(rest[1]) ? 'a' : rest[1], tagMarks);
   };
-  std::string out;
-  out.reserve(value.size() + value.size() / 8);
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const std::string_view rest = value.substr(i);
-    const bool ends =
-        (rest[0] == '<' && opens(rest)) || (rest[0] == '&' && isReadAsReference(rest, false));
-    if (ends) {
-      appendReference(out, rest[0]);
-    } else {
-      out += rest[0];
-    }
-  }
-  return out;
+  return withReferences(value, kInText, [&](std::string_view rest) {
+    return rest[0] == '<' ? opens(rest) : isReadAsReference(rest, false);
+  });
 }
 
 std::string keptText(std::string_view value) {
-  std::string out;
-  out.reserve(value.size() + value.size() / 8);
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const bool stays =
-        !isOneOf(value[i], kEncoded) || (value[i] == '&' && beginsReference(value.substr(i)));
-    if (stays) {
-      out += value[i];
-    } else {
-      appendReference(out, value[i]);
-    }
-  }
-  return out;
+  return withReferences(value, kEncoded, [](std::string_view rest) {
+    return rest[0] != '&' || !beginsReference(rest);
+  });
 }
 
 std::string textareaText(std::string_view value) {
@@ -176,7 +185,8 @@ std::string textareaText(std::string_view value) {
   return (isBlankFirst ? "\r\n" : "") + elementText(value, "/");
 }
 
-// U+2028 and U+2029 are line ends to older scripts: their last byte tells them apart.
+// U+2028 and U+2029 are line ends to older scripts.
+constexpr std::size_t kSeparatorBytes = 3;
 std::string_view separatorEscape(std::string_view text) {
   if (text.starts_with("\u2028")) return "\\u2028";
   if (text.starts_with("\u2029")) return "\\u2029";
@@ -202,28 +212,28 @@ struct ScriptQuotes {
   bool isSparing;
 };
 
+std::string_view lineEndEscape(std::string_view text, bool isSparing) {
+  if (text[0] == '\n') return "\\n";
+  if (!isSparing) return "\\r";
+  return text.starts_with("\r\n") ? "" : "\\n";  // the \n stands for both
+}
+
 std::string scriptString(std::string_view value, ScriptQuotes quotes) {
-  std::string out;
-  out.reserve(value.size() + value.size() / 8 + 2);
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const std::string_view rest = value.substr(i);
-    if (quotes.isSparing && rest.starts_with("\r\n")) continue;  // the \n stands for both
-    if (rest[0] == '\r') {
-      out += quotes.isSparing ? "\\n" : "\\r";
-    } else if (rest[0] == '\n') {
-      out += "\\n";
+  return escaped(value, kInScript, [&](std::string& out, std::string_view rest) {
+    if (rest[0] == '\r' || rest[0] == '\n') {
+      out += lineEndEscape(rest, quotes.isSparing);
     } else if (rest[0] == '\\' || isOneOf(rest[0], quotes.escaped)) {
       out.append(1, '\\').append(1, rest[0]);
     } else if (rest[0] == '<' && opensMark(rest, quotes.isSparing)) {
       out += "\\x3c";
-    } else if (const std::string_view separator = separatorEscape(rest); !separator.empty()) {
-      out += separator;
-      i += 2;
+    } else if (const std::string_view escape = separatorEscape(rest); !escape.empty()) {
+      out += escape;
+      return kSeparatorBytes;
     } else {
       out += rest[0];
     }
-  }
-  return out;
+    return std::size_t{1};
+  });
 }
 
 // UTF-16 units of the character as escapes.
@@ -233,8 +243,13 @@ void appendEscapes(std::string& out, char32_t point) {
     point = 0xDC00 + ((point - 0x10000) & 0x3FF);
   }
   constexpr std::string_view kDigits = "0123456789abcdef";
-  out += "\\u";
-  for (int shift = 12; shift >= 0; shift -= 4) out += kDigits[point >> shift & 0xF];
+  const char escape[] = {'\\',
+                         'u',
+                         kDigits[point >> 12 & 0xF],
+                         kDigits[point >> 8 & 0xF],
+                         kDigits[point >> 4 & 0xF],
+                         kDigits[point & 0xF]};
+  out.append(escape, sizeof escape);
 }
 
 std::string jsonString(std::string_view text) {
@@ -252,19 +267,19 @@ std::string jsonString(std::string_view text) {
 }
 
 std::string addressPart(std::string_view value) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string out;
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(value[i]);
-    if (isOneOf(value[i], "\"'<>&\\\r\n")) {
+  return escaped(value, kInAddress, [](std::string& out, std::string_view rest) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    constexpr auto kSeparatorFront = static_cast<unsigned char>('\xE2');
+    const auto byte = static_cast<unsigned char>(rest[0]);
+    if (byte != kSeparatorFront) {
       out += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
-    } else if (const auto separator = separatorEscape(value.substr(i)); !separator.empty()) {
-      i += 2;  // no part of any address
+    } else if (!separatorEscape(rest).empty()) {
+      return kSeparatorBytes;  // no part of any address
     } else {
-      out += value[i];
+      out += rest[0];
     }
-  }
-  return out;
+    return std::size_t{1};
+  });
 }
 
 // Digits, with a sign in front, a fraction or an exponent.
@@ -322,15 +337,15 @@ std::string inPlace(Place place, std::string_view value) {
     case Place::Textarea:
       return textareaText(value);
     case Place::Attribute:
-      return attributeText(value, '"');
+      return attributeText(value, kInDoubleQuotes);
     case Place::AttributeSingle:
-      return attributeText(value, '\'');
+      return attributeText(value, kInSingleQuotes);
     case Place::Encoded:
-      return withReferences(value, kEncoded);
+      return withReferences(value, kEncoded, kAlways);
     case Place::Kept:
       return keptText(value);
     case Place::Bare:
-      return withReferences(value, kInBare);
+      return withReferences(value, kInBare, kAlways);
     case Place::Script:
       return scriptString(value, {"\"'", false});
     case Place::ScriptSingle:
@@ -352,8 +367,9 @@ std::string inPlace(Place place, std::string_view value) {
 }
 
 std::string inPlace(std::span<const Place> places, std::string_view value) {
-  std::string out(value);
-  for (const Place place : places) out = inPlace(place, out);
+  if (places.empty()) return std::string(value);
+  std::string out = inPlace(places.front(), value);
+  for (const Place place : places.subspan(1)) out = inPlace(place, out);
   return out;
 }
 

@@ -19,8 +19,8 @@ enum class Place {
   // attribute itself. Nothing is done.
   Built,
   // Between tags: each < that could begin a tag or a comment, and each & that browsers would read
-  // as
-  // the beginning of a reference, as references. The rest cannot end the place, and stays; so does
+  // as the beginning of a reference, as references. The rest cannot end the place, and stays; so
+  // does
   // &#128512; and the like, the way in which browsers send what the page's code page does not have
   // and in which it is stored.
   Text,

@@ -28,25 +28,41 @@ int userOf(Page& page) {
   return variant::isNumeric(user) ? variant::toInt32(user) : 0;
 }
 
-// The lists of sub-actions of the user's permission rows, one a row, for entries that meet the
-// condition.
-std::vector<std::string> grants(Page& page, const std::string& condition) {
+struct Grant {
+  std::string subActions;
+  std::string address;  // of the entry
+};
+
+// The user's permission rows for entries whose address holds the text.
+std::vector<Grant> grants(Page& page, std::string_view text) {
   const frame::StatementScope scope(page, kAsksMenu);
+  const std::string condition =
+      text.empty() ? "" : " and Menu_Href like '%" + std::string(text) + "%'";
   const Variant rows = frame::execSQLRows(
       page,
-      "select Permission_SubAction from Zembra_Permission,Zembra_Menu where "
+      "select Permission_SubAction,Menu_Href from Zembra_Permission,Zembra_Menu where "
       "Permission_UserID=" +
           std::to_string(userOf(page)) +
           " and permission_forbid <> 1 and Menu_ID=Permission_MenuID" + condition);
-  std::vector<std::string> lists;
-  if (!rows.isArray()) return lists;
-  for (const Variant& cell : rows.array().elements()) lists.push_back(spliced(cell));
-  return lists;
+  std::vector<Grant> list;
+  if (!rows.isArray()) return list;
+  const Array& cells = rows.array();
+  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
+    list.push_back({spliced(cells.at(0, row)), spliced(cells.at(1, row))});
+  }
+  return list;
 }
 
-std::string openedBy(std::string_view operation) {
-  const std::string address = " Menu_Href like '%action=" + std::string(operation);
-  return address + "' or" + address + "&%'";
+// Whether the address asks for the operation: nothing or a further value stands behind it.
+bool opens(std::string_view address, std::string_view operation) {
+  const std::string folded = variant::foldedName(address);
+  const std::string wanted = variant::foldedName("action=" + std::string(operation));
+  for (std::size_t at = folded.find(wanted); at != std::string::npos;
+       at = folded.find(wanted, at + 1)) {
+    const std::size_t end = at + wanted.size();
+    if (end == folded.size() || folded[end] == '&') return true;
+  }
+  return false;
 }
 
 bool lists(std::string_view subActions, std::string_view name) {
@@ -63,17 +79,19 @@ SubAction meant(Page& page, SubAction subAction) {
 
 bool mayManage(Page& page, const Access& access) {
   const std::string_view name = nameOf(meant(page, access.subAction));
-  const auto granted = grants(page, " and (" + openedBy(addressOf(access.manager)) + ")");
-  return std::ranges::any_of(granted, [&](const auto& list) { return lists(list, name); });
+  const std::string_view operation = addressOf(access.manager);
+  return std::ranges::any_of(grants(page, operation), [&](const Grant& grant) {
+    return lists(grant.subActions, name) && opens(grant.address, operation);
+  });
 }
 
 bool mayOpenAnyManager(Page& page) {
-  std::string condition;
-  for (const Manager manager :
-       {Manager::Schemes, Manager::UserControls, Manager::TemplateControls}) {
-    condition.append(condition.empty() ? " and (" : " or").append(openedBy(addressOf(manager)));
-  }
-  return !grants(page, condition + ")").empty();
+  constexpr Manager kAll[] = {Manager::Schemes, Manager::UserControls, Manager::TemplateControls};
+  // All three begin with the first one's name.
+  return std::ranges::any_of(grants(page, addressOf(Manager::Schemes)), [&](const Grant& grant) {
+    return std::ranges::any_of(
+        kAll, [&](Manager manager) { return opens(grant.address, addressOf(manager)); });
+  });
 }
 
 bool isAdministrator(Page& page) {

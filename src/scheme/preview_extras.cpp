@@ -59,6 +59,7 @@ std::string firstRows(Page& page, const std::string& statement) {
   static const Template extras(embedded::scheme_pages::find("preview_extras.html"));
   ErrorState err;
   std::string rows;
+  const frame::DispensableScope dispensable(page);
   err.run([&] { rows = frame::asDesigner(page, [&] { return rowsMarkup(page, statement); }); });
   if (rows.empty()) rows = err.failed() ? "<p>前十条记录暂时无法读取。</p>" : "<p>没有记录。</p>";
   const std::string text = compile::laidOut(statement, kStatementColumns);
@@ -70,6 +71,7 @@ std::string refusalReason(Page& page, const compile::Definition& definition,
   static const Template reason(embedded::scheme_pages::find("preview_reason.html"));
   ErrorState err;
   Diagnosis found;
+  const frame::DispensableScope dispensable(page);
   err.run([&] { found = diagnose(page, definition, statement); });
   if (found.reason.empty()) return "";
   const std::string where =

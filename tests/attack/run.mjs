@@ -13,7 +13,7 @@ import { kBinary, startServer } from '../../web/test/flows/server.mjs';
 import { kHonest, kKeys, kNeverShown, kPayloads } from './payloads.mjs';
 
 const kConcurrent = 8;
-const kSample = 6000;
+const kSample = 20_000;
 // Rows that come and go with every page, whoever asks.
 const kTransient = new Set(['Zembra_OperateLog', 'Zembra_Temp_TarloTable', 'Tarlo_SignInLink']);
 const kDesigners = new Set(['Zembra_Query_Main', 'Zembra_Query_Field', 'Zembra_Query_Ver2']);

@@ -105,9 +105,14 @@ TEST_F(ApiTest, WhatIsNotThereOrWrongIsRefused) {
   EXPECT_EQ(site_.post("/api/controls/3", "")->status, 405U);
   // A statement that the database refuses on the way: the log has the engine's words, nobody else.
   run("update Zembra_Query_Field set QF_Relation='select Gone from Shop|||x' where QF_ID=2\nGO\n");
-  EXPECT_EQ(refusal(500, "controls/2/rows"), "failed");
+  EXPECT_EQ(refusal(409, "controls/2/rows"), "not_usable");
   EXPECT_NE(site_.log().find("Gone"), std::string::npos);
   EXPECT_EQ(site_.get("/api/controls/2/rows")->body.find("Gone"), std::string::npos);
+  // One that writes is none, whoever stored it.
+  run("update Zembra_Query_Field set QF_Relation='update Shop set City=1|||' where QF_ID=1\nGO\n");
+  EXPECT_EQ(refusal(409, "controls/1/rows"), "not_usable");
+  EXPECT_NE(site_.log().find("update Shop set City=1"), std::string::npos);
+  EXPECT_EQ(ok("controls/1")["usable"], false);
 }
 
 TEST_F(ApiTest, TokensStandForTheirUserUntilTheyEnd) {

@@ -89,11 +89,14 @@ SqliteConnection::ListStamp SqliteConnection::listStamp() {
 }
 
 // The list is the connection's own question, whatever its borrower may ask.
-void SqliteConnection::refreshListed() {
+bool SqliteConnection::refreshListed(std::chrono::milliseconds life) {
   const std::string_view query = guard_.listQuery();
-  if (query.empty()) return;
+  if (query.empty()) return false;
+  const auto time = std::chrono::steady_clock::now();
+  if (time - listedTime_ < life) return false;
   const ListStamp now = listStamp();
-  if (now == listedAt_) return;
+  listedTime_ = time;
+  if (now == listedAt_) return false;
   struct Restore {
     SqliteConnection& connection;
     const StatementContext* context;
@@ -107,6 +110,7 @@ void SqliteConnection::refreshListed() {
   }
   guard_.setListed(std::move(names));
   listedAt_ = now;
+  return true;
 }
 
 DatabaseError SqliteConnection::failure(int code, SqliteCall call) {
@@ -148,6 +152,10 @@ void SqliteConnection::schemaTouched() {
 
 TranslationPtr SqliteConnection::translationOf(std::string_view sql) {
   TranslationPtr translation = knownOrNew(sql);
+  // What was listed since then counts at once. The reading has used the shape.
+  const bool isReadAgain =
+      !guard_.allows(translation->footprint) && refreshListed(std::chrono::milliseconds(0));
+  if (isReadAgain) translation = knownOrNew(sql);
   guard_.checkText(*translation, sql, catalogue_);
   return translation;
 }

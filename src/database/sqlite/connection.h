@@ -2,6 +2,7 @@
 // A connection to a SQLite file: finds or makes the translation, binds the literals, runs the
 // steps, and starts over when the schema turns out to have changed.
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -74,7 +75,9 @@ class SqliteConnection final : public PooledConnection {
   bool schemaChanged(const CachedTranslation& translation);
 
   std::unique_ptr<Recordset> run(std::string_view sql, Want want);
-  void refreshListed();
+  // Reads the guard's list again when it is older than `life` and the database has changed. Whether
+  // it did: other statements have run then.
+  bool refreshListed(std::chrono::milliseconds life);
   Outcome runSteps(const TranslationPtr& translation, std::string_view sql, Want want,
                    std::unique_ptr<Recordset>& rows);
   Outcome runStep(const TranslationPtr& translation, std::size_t index, std::string_view sql,
@@ -117,6 +120,10 @@ class SqliteConnection final : public PooledConnection {
   };
   ListStamp listStamp();
   ListStamp listedAt_;
+  // For so long a listed table is taken for listed. Every save of anybody changes the database, and
+  // would have the whole list read anew.
+  static constexpr std::chrono::milliseconds kListedLife{1'000};
+  std::chrono::steady_clock::time_point listedTime_;  // when it was looked at
   std::string identityInsert_;  // folded name of the table it is on for, or ""
 };
 

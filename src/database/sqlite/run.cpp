@@ -87,7 +87,7 @@ std::unique_ptr<Recordset> SqliteConnection::run(std::string_view sql, Want want
   constexpr int kAttempts = 5;
   constexpr std::size_t kKeptShapeBytes = 64u << 10;
   beginCall();
-  refreshListed();
+  refreshListed(kListedLife);
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const TranslationPtr translation = translationOf(sql);
     std::unique_ptr<Recordset> rows;

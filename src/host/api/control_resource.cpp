@@ -63,6 +63,12 @@ void readDefinition(Page& page, const std::string& text, ControlResource& contro
   if (control.kind == 3) control.titles = pieces(rest, "|");
 }
 
+bool isUsable(Page& page, const ControlResource& control) {
+  if (control.statement.empty()) return false;
+  return control.kind == 3 ||
+         runs(page, control.statement);  // a list has been tried when it was read
+}
+
 // The field that the control is bound to, null when there is none.
 Json boundField(Page& page, const ControlResource& control) {
   const Variant field = metadata::Control2Fieldid(page, control.id, false);
@@ -100,7 +106,7 @@ Json describe(Page& page, const ControlResource& control) {
                {"kind", kindName(control.kind)},
                {"scheme", control.scheme},
                {"field", boundField(page, control)},
-               {"usable", !control.statement.empty()}};
+               {"usable", isUsable(page, control)}};
   if (control.kind == 3) json["titles"] = control.titles;
   if (control.kind == 2) json["levels"] = control.levels.size() + 1;
   return json;

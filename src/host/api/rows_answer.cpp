@@ -74,6 +74,10 @@ struct RowSource {
   std::vector<siblings::GridMatch> matches;
 };
 
+ApiError notUsable() {
+  return {409, "not_usable", "The control's statement no longer runs."};
+}
+
 RowSource sourceOf(Page& page, const ControlResource& control) {
   if (valueOf(page, "level").empty()) return {control.statement, 0, {}};
   constexpr std::int64_t kMostLevels = 100;
@@ -112,16 +116,26 @@ void sendRows(Visit& visit, database::Recordset& rows, const Json& columns,
   visit.response.binaryWrite(piece);
 }
 
+// What is stored may be anything; only one that gives rows is given to forms.
+GridStatement statementOf(Visit& visit, const std::string& sql, tsql::Catalogue& catalogue) {
+  try {
+    return {sql, "", kMostColumns, catalogue};
+  } catch (const database::DatabaseError& error) {
+    visit.refusals.refused(sql, error.description());
+    throw notUsable();
+  }
+}
+
 }  // namespace
 
 void answerRows(Visit& visit, const ControlResource& control) {
   const RowSource source = sourceOf(visit.page, control);
   if (source.sql.empty()) {
-    throw ApiError(409, "not_usable", "The control's statement no longer runs.");
+    throw notUsable();
   }
   const frame::StatementScope scope(visit.page, frame::kDesignersRights);
   database::Lease connection = frame::borrowConnection(visit.page);
-  const GridStatement statement(source.sql, "", kMostColumns, connection->catalogue());
+  const GridStatement statement = statementOf(visit, source.sql, connection->catalogue());
   const std::size_t count = statement.titles().size() - source.hidden;
   RowsRequest request = requestOf(visit.page, count);
   request.filter.matches.insert(request.filter.matches.end(), source.matches.begin(),

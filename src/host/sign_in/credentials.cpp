@@ -92,10 +92,14 @@ std::optional<User> useSignInLink(database::Database& database, std::string_view
   int userId = 0;
   {
     database::Lease connection = database.borrow();
+    const std::string isGood = fmt::format("TokenHash={} and UsedBy is null and ExpiresAt>{}", hash,
+                                           sqlText(utcText(std::chrono::system_clock::now())));
+    // Guessing must not cost the database a write.
+    if (connection->open("select User_ID from Tarlo_SignInLink where " + isGood)->atEnd()) {
+      return std::nullopt;
+    }
     connection->execute(
-        fmt::format("update Tarlo_SignInLink set UsedBy={} where TokenHash={} and UsedBy is null "
-                    "and ExpiresAt>{}",
-                    mark, hash, sqlText(utcText(std::chrono::system_clock::now()))));
+        fmt::format("update Tarlo_SignInLink set UsedBy={} where {}", mark, isGood));
     // The mark of this very use tells whether it was this call that took the link.
     const auto rows = connection->open(fmt::format(
         "select User_ID from Tarlo_SignInLink where TokenHash={} and UsedBy={}", hash, mark));

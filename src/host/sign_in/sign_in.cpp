@@ -69,11 +69,11 @@ SignIn::Result SignIn::byPassword(std::string_view login, std::string_view passw
 }
 
 SignIn::Result SignIn::byLink(std::string_view token, std::string_view address) {
-  const std::string from = addressKey("link", address);
-  if (!secrets_.take({from})) return throttled("link", "", address);
   const std::optional<User> user = useSignInLink(database(), token);
-  if (!user) return failed("link", "", address);
-  secrets_.giveBack({from});
+  if (!user) {
+    const bool mayTryAgain = secrets_.take({addressKey("link", address)});
+    return mayTryAgain ? failed("link", "", address) : throttled("link", "", address);
+  }
   log_->info("{} signed in from {} by link", logText(user->login), address);
   return {Outcome::Done, *user};
 }

@@ -29,7 +29,8 @@ class SignIn {
   };
   // Failures count for the user whom the name means however it is written, else for the name.
   Result byPassword(std::string_view login, std::string_view password, std::string_view address);
-  // A token of the JSON interface; it works until it expires, whatever else came from the address.
+  // A token of the JSON interface, which works until it expires, and a link, which works once. One
+  // that is good passes whatever else came from the address.
   Result byToken(std::string_view token, std::string_view address);
   Result byLink(std::string_view token, std::string_view address);
   // The user that the request's trusted header names: "" unless the mode is on and the request

@@ -6,6 +6,7 @@
 #include "host/api/api.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
+#include "variant/convert.h"
 
 namespace tarlo::host {
 
@@ -67,13 +68,24 @@ void answerMeaning(Visit& visit, const Meaning& meaning) {
   writeApiError(visit, ApiError(meaning.notice.status, meaning.code, std::string(meaning.message)));
 }
 
-// An operation that goes on after errors may say that it saved what the database did not take.
-void checkOutage(Visit& visit, spdlog::logger& log) {
-  const auto& error = visit.refusals.outage();
+const Meaning* meaningOf(const database::DatabaseError& error) {
+  const Meaning* outage = meaningOf(error.native().outage);
+  return outage == nullptr ? meaningOf(error.number()) : outage;
+}
+
+// An operation that goes on after errors may say that it saved what the database did not take, or
+// that a statement is wrong which only took too long.
+void checkFailure(Visit& visit, spdlog::logger& log) {
+  const auto& error = visit.refusals.failure();
   if (!error) return;
+  if (!RefusalLine::mustBeTold(*error)) {
+    log.info("{} {} goes on after a statement failed: {}", visit.wire.id, logText(visit.what),
+             lineOf(*error));
+    return;
+  }
   log.error("{} {} failed: {}", visit.wire.id, logText(visit.what), lineOf(*error));
   if (visit.response.isFlushed() || visit.response.isTyped()) return;
-  answerMeaning(visit, *meaningOf(error->native().outage));
+  answerMeaning(visit, *meaningOf(*error));
 }
 
 // An operation that goes on after errors may have left out the rows that were too many: what it
@@ -97,9 +109,13 @@ const Meaning* report(const Visit& visit, spdlog::logger& log) {
     throw;
   } catch (const database::DatabaseError& error) {
     line(lineOf(error));
-    const Meaning* outage = meaningOf(error.native().outage);
-    return outage == nullptr ? meaningOf(error.number()) : outage;
+    return meaningOf(error);
   } catch (const RuntimeError& error) {
+    if (error.number() == static_cast<int>(ErrorNumber::PermissionDenied)) {
+      log.warn("{} {} refused: user {}, {}", visit.wire.id, logText(visit.what),
+               logText(variant::spliced(visit.session.get("usrID"))), logText(error.description()));
+      return meaningOf(error.number());
+    }
     line(fmt::format("error {}, {}: {}", error.number(), logText(error.source()),
                      logText(error.description())));
     return meaningOf(error.number());
@@ -140,7 +156,7 @@ void runWithin(Visit& visit, spdlog::logger& log, const std::function<void()>& w
   try {
     runToItsEnd(visit, log, work);
     checkExcess(visit, log);
-    checkOutage(visit, log);
+    checkFailure(visit, log);
     visit.response.finish();
   } catch (...) {
     try {

@@ -38,6 +38,8 @@ inline constexpr Notice kTooLarge{413, "结果太大",
 inline constexpr Notice kTooSlow{503, "查询时间过长",
                                  "查询用时超过了服务器允许的时间，请缩小查询范围后再试。"};
 inline constexpr Notice kTooManyFailures{429, "登录失败次数过多", "请稍候再试。"};
+inline constexpr Notice kTooManyAtOnce{429, "同时进行的操作太多",
+                                       "您的操作还没有完成，请等待完成后再试。"};
 inline constexpr Notice kBusy{503, "服务器繁忙", "请稍候再试。"};
 inline constexpr Notice kNotSaved{
     503, "数据库暂时不可用",

@@ -17,7 +17,11 @@ void RefusalLine::refused(std::string_view statement, std::string_view reason) n
 }
 
 void RefusalLine::failed(const database::DatabaseError& error) noexcept {
-  if (!outage_) outage_ = error;
+  if (!failure_ || (mustBeTold(error) && !mustBeTold(*failure_))) failure_ = error;
+}
+
+bool RefusalLine::mustBeTold(const database::DatabaseError& error) {
+  return error.native().outage != database::Outage::None || error.number() == database::kTimeout;
 }
 
 }  // namespace tarlo::host

@@ -31,6 +31,9 @@ void answer(Visit& visit, const SignIn::Result& result, std::string_view refusal
       break;
     case SignIn::Outcome::Throttled:
       writeNotice(visit, kTooManyFailures);
+      visit.response.setHeader(
+          "Retry-After",
+          std::to_string(std::chrono::ceil<std::chrono::seconds>(config.signInWindow).count()));
       break;
     case SignIn::Outcome::Busy:
       writeNotice(visit, kBusy);

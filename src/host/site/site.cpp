@@ -37,6 +37,11 @@ constexpr std::pair<std::string_view, std::string_view> kSecurityHeaders[] = {
     {"X-Frame-Options", "SAMEORIGIN"},
     {"Referrer-Policy", "same-origin"}};
 
+void addSecurityHeaders(WireResponse& response) {
+  for (const auto& [name, value] : kSecurityHeaders)
+    response.addHeader(std::string(name), std::string(value));
+}
+
 Charset charsetIn(const Config& config) {
   return config.charset == "utf-8" ? Charset::Utf8 : Charset::Gbk;
 }
@@ -129,10 +134,21 @@ Visitor Site::visitorOf(const WireRequest& request) {
   return {std::string(request.header("Authorization")), std::string(signIn_.trustedLogin(request))};
 }
 
+void Site::turnDown(const WireRequest& request, unsigned status, WireResponse& response) {
+  addSecurityHeaders(response);
+  Visit visit(request, response, context_);
+  runWithin(visit, *log_, [&] {
+    const Notice& notice = status == kTooManyAtOnce.status ? kTooManyAtOnce : kBusy;
+    writeNotice(visit, notice);
+    if (!isApiPath(visit.path)) return;
+    visit.response.clear();
+    throw ApiError(status, "busy", "Too many requests at a time.");
+  });
+}
+
 void Site::handle(const WireRequest& request, WireResponse& response) {
   const auto begin = Clock::now();
-  for (const auto& [name, value] : kSecurityHeaders)
-    response.addHeader(std::string(name), std::string(value));
+  addSecurityHeaders(response);
   Visit visit(request, response, context_);
   runWithin(visit, *log_, [&] { route(visit); });
   reportSlow(visit, begin);

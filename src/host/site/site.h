@@ -26,6 +26,8 @@ class Site {
   Lane laneOf(const WireRequest& request) const;
   // By the session's user, or by what else a request names its user with.
   Visitor visitorOf(const WireRequest& request);
+  // Tells that the request found no place, 429 or 503.
+  void turnDown(const WireRequest& request, unsigned status, WireResponse& response);
   // What the site says about itself; somebody else looks.
   Readiness& readiness() { return readiness_; }
 

@@ -52,7 +52,10 @@ class ConnectionRun {
 
   asio::awaitable<void> run() {
     const auto failure = co_await channel_.handshake();
-    if (failure) co_return;
+    if (failure) {
+      context_.fail(fmt::format("{} dropped: no TLS, {}", remoteAddress_, failure.message()));
+      co_return;
+    }
     bool goOn = true;
     while (goOn && !context_.stopping) {
       if (!co_await awaitFirstByte()) break;
@@ -66,8 +69,8 @@ class ConnectionRun {
     begin_ = Clock::now();
     const auto failure = co_await channel_.handshake();
     if (failure) co_return;
-    report(unread(), 503, 0);
-    co_await writePlain(503, "too many connections");
+    const WireRequest request = unread();
+    co_await writePlain(request, 503, "too many connections");
     co_await channel_.close();
   }
 
@@ -145,18 +148,23 @@ class ConnectionRun {
     WireRequest& request = parser.request();
     if (request.method.empty()) request.method = request.target = "-";
     identify(request);
-    report(request, status, 0);
-    if (!timedOut_) co_await writePlain(status, reason);
+    context_.fail(fmt::format("{} {} refused: {}", request.id, remoteAddress_, reason));
+    if (timedOut_) {
+      report(request, status, 0);
+    } else {
+      co_await writePlain(request, status, reason);
+    }
   }
 
-  asio::awaitable<bool> writePlain(unsigned status, std::string_view reason) {
+  asio::awaitable<void> writePlain(const WireRequest& request, unsigned status,
+                                   std::string_view reason) {
     StreamResponse response(channel_, true, false);
     response.setStatus(status);
     response.addHeader("Content-Type", "text/plain; charset=utf-8");
-    if (status == 503 || status == 429)
-      response.addHeader("Retry-After", std::string(kRetrySeconds));
+    if (status == 503) response.addHeader("Retry-After", std::string(kRetrySeconds));
     response.send(fmt::format("{} {}: {}\n", status, reasonOf(status), reason));
-    co_return co_await writeWhole(response, false, false);
+    report(request, status, response.bytesSent());
+    co_await writeWhole(response, false, false);
   }
 
   asio::awaitable<bool> answer(RequestParser& parser) {
@@ -170,7 +178,7 @@ class ConnectionRun {
       if (!*place) {
         context_.fail(fmt::format("{} refused: user \"{}\" has too many operations at a time",
                                   request.id, place->visitor().user));
-        co_return co_await turnDown(request, 429, "too many requests at a time");
+        co_return co_await turnDown(request, 429);
       }
     }
     Gate* const gate = gateOf(lane);
@@ -178,13 +186,22 @@ class ConnectionRun {
     if (gate != nullptr) hasTurn = co_await gate->enter();
     if (hasTurn) co_return co_await handle(parser, gate, place);
     place.reset();
-    co_return co_await turnDown(request, 503, "the server is busy");
+    co_return co_await turnDown(request, 503);
   }
 
-  asio::awaitable<bool> turnDown(const WireRequest& request, unsigned status,
-                                 std::string_view reason) {
-    report(request, status, 0);
-    co_await writePlain(status, reason);
+  // The body is the site's: people may read it.
+  asio::awaitable<bool> turnDown(const WireRequest& request, unsigned status) {
+    const bool headOnly = request.method == "HEAD";
+    StreamResponse response(channel_, true, headOnly);
+    try {
+      context_.options.turnDown(request, status, response);
+    } catch (...) {
+      failCurrent(context_, request.id);
+      response.setStatus(status);
+    }
+    response.finish();
+    report(request, status, response.bytesSent());
+    co_await writeWhole(response, false, headOnly);
     co_return false;
   }
 

@@ -28,6 +28,14 @@ class WireServer {
     std::function<Visitor(const WireRequest&)> visitorOf = [](const WireRequest&) {
       return Visitor{};
     };
+    // Answers a request that found no place: 429 when its visitor has too many, 503 when all are
+    // taken. Nothing is read or written for it beside.
+    std::function<void(const WireRequest&, unsigned status, WireResponse&)> turnDown =
+        [](const WireRequest&, unsigned status, WireResponse& response) {
+          response.setStatus(status);
+          response.addHeader("Retry-After", "2");
+          response.send("");
+        };
     // A line for each answered or refused request: method, target, status, bytes, duration.
     struct Access {
       std::string_view id, remote, method, target;
