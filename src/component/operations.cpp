@@ -104,20 +104,19 @@ constexpr StatementRights kFreezes = reading({TableGroup::Schemes}, {TableGroup:
 constexpr StatementRights kPropagates =
     reading({TableGroup::Dictionary, TableGroup::Schemes}, {TableGroup::Schemes});
 constexpr StatementRights kPageFrame = reading(kFrame);
-constexpr StatementRights kManagerPage = reading(kDefinitions | kFrame, kDrawn);
-// It names who has changed a scheme meanwhile.
-constexpr StatementRights kSchemeWizard = reading(
-    {TableGroup::Dictionary, TableGroup::Schemes, TableGroup::Help, TableGroup::Organisation},
-    kDrawn);
+constexpr StatementRights kManagerPage = reading(kDefinitions | kFrame);
+// What a designer posts stands in the look-ups of the compiler, so these rights hold nothing that a
+// designer may not see.
+constexpr StatementRights kSchemeWizard =
+    reading({TableGroup::Dictionary, TableGroup::Schemes, TableGroup::Help});
 constexpr StatementRights kSavesScheme =
     reading({TableGroup::Dictionary, TableGroup::Schemes}, {TableGroup::Schemes});
 // Their controls go with them.
 constexpr StatementRights kDeletesSchemes =
     reading({}, {TableGroup::Schemes, TableGroup::Controls});
-constexpr StatementRights kControlWizard =
-    reading(kDefinitions | TableGroups{TableGroup::Help}, kDrawn);
+constexpr StatementRights kControlWizard = reading(kDefinitions | TableGroups{TableGroup::Help});
 constexpr StatementRights kSavesControl = reading(kDefinitions, {TableGroup::Controls});
-constexpr StatementRights kShowsControl = reading(kDefinitions, kDrawn);
+constexpr StatementRights kShowsControl = reading(kDefinitions);
 constexpr StatementRights kOrganisation = reading({TableGroup::Organisation, TableGroup::Menu});
 constexpr StatementRights kWorkflow = {{TableGroup::Workflow, TableGroup::Menu}, {}, true, true};
 constexpr StatementRights kDrawnGrids = reading(kDrawn);
@@ -445,7 +444,7 @@ const auto& sortedOperations() {
 }  // namespace
 
 bool changesData(const StatementRights& rights) {
-  return !kDrawn.containsAll(rights.writes);
+  return !rights.writes.empty();
 }
 
 bool changesData(const Operation& operation) {

@@ -28,8 +28,8 @@ struct Operation {
   Variant (*invoke)(Page&, std::span<Variant> arguments);  // `arguments` has `arity` elements
 };
 
-// Whether a call, or one with these rights, changes what others see. Lists that were drawn are a
-// session's own.
+// Whether a call, or one with these rights, changes anything. What the server notes of the lists
+// that a session has drawn does not count.
 bool changesData(const database::StatementRights& rights);
 bool changesData(const Operation& operation);
 

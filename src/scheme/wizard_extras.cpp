@@ -7,6 +7,7 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/helpers.h"
+#include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "variant/array.h"
 #include "variant/compare.h"
@@ -29,6 +30,8 @@ std::uint64_t hashOf(std::string_view text) {
 std::string nameOf(Page& page, const Variant& user) {
   if (variant::equalsAsText(user, spliced(page.session.get("usrid")))) return "您在另一个窗口";
   if (!variant::isNumeric(user)) return "其他用户";
+  const frame::StatementScope scope(page,
+                                    {.reads = {database::TableGroup::Organisation}, .writes = {}});
   return spliced(frame::firstCell(
       page, "select User_Name from Zembra_User where User_ID=" + spliced(user), "其他用户"));
 }

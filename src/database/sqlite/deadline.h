@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <functional>
+#include <utility>
 
 #include <sqlite3.h>
 
@@ -27,15 +28,32 @@ class Deadline {
   // A call begins. The clock is first read when the call has taken kSteps steps, so that short
   // calls pay nothing.
   void restart() {
-    running_ = false;
+    isTimed_ = false;
     cancelled_ = false;
   }
+  // While it lives, functions that SQLite calls on this thread can ask for this deadline: a
+  // function may take longer than thousands of SQLite's own steps.
+  class Running {
+   public:
+    explicit Running(Deadline& deadline) : before_(std::exchange(running, &deadline)) {}
+    ~Running() { running = before_; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+   private:
+    Deadline* const before_;
+  };
+  // Whether the statement that runs on this thread has to end; false when none does.
+  static bool isOverHere() { return running != nullptr && running->isOver(Clock::now()); }
+
   // Whether the call ended because nobody wanted it.
   bool wasCancelled() const { return cancelled_; }
 
  private:
   static constexpr int kSteps = 4000;  // well below a millisecond
   static constexpr std::chrono::milliseconds kBetweenQuestions{200};
+
+  static thread_local Deadline* running;
 
   static int checkProgress(void* self);
   static int waitForLock(void* self, int tries);
@@ -47,7 +65,7 @@ class Deadline {
   Clock::time_point end_;
   Clock::time_point nextQuestion_;
   Clock::time_point waitEnd_;
-  bool running_ = false;
+  bool isTimed_ = false;  // `end_` is this call's
   bool cancelled_ = false;
 };
 

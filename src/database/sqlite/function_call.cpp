@@ -1,5 +1,7 @@
 #include "database/sqlite/function_call.h"
 
+#include "database/sqlite/deadline.h"
+
 #include <fmt/format.h>
 
 #include <cmath>
@@ -58,6 +60,11 @@ void FunctionCall::give(std::string_view value) {
   sqlite3_result_text64(context_, bytes, value.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
+void WorkMeter::ask() {
+  done_ = 0;
+  if (Deadline::isOverHere()) throw FunctionEnd();
+}
+
 void runFunction(sqlite3_context* context, int count, sqlite3_value** values) {
   const auto& row = *static_cast<const FunctionRow*>(sqlite3_user_data(context));
   FunctionCall call(context, count, values);
@@ -67,7 +74,15 @@ void runFunction(sqlite3_context* context, int count, sqlite3_value** values) {
     }
   }
   try {
+    // Long texts cost time in every function, and a sum of them has few steps of SQLite's own.
+    std::size_t bytes = 0;
+    for (int i = 0; i < count; ++i) {
+      if (call.isText(i)) bytes += static_cast<std::size_t>(sqlite3_value_bytes(values[i]));
+    }
+    WorkMeter().add(bytes);
     row.body(call);
+  } catch (const FunctionEnd&) {
+    sqlite3_result_error_code(context, SQLITE_INTERRUPT);
   } catch (const std::bad_alloc&) {
     sqlite3_result_error_nomem(context);
   } catch (const std::exception& error) {

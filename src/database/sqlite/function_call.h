@@ -16,6 +16,24 @@ class FunctionError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The statement has to end: its time is over, or nobody waits for it.
+struct FunctionEnd {};
+
+// For work whose length a statement's author chooses: raises FunctionEnd when the statement has to
+// end. It counts what was done, and asks from time to time.
+class WorkMeter {
+ public:
+  void add(std::size_t steps) {
+    done_ += steps;
+    if (done_ >= kBetweenQuestions) ask();
+  }
+
+ private:
+  static constexpr std::size_t kBetweenQuestions = 1u << 16;
+  void ask();
+  std::size_t done_ = 0;
+};
+
 class FunctionCall {
  public:
   FunctionCall(sqlite3_context* context, int count, sqlite3_value** values)

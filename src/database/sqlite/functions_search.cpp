@@ -31,6 +31,33 @@ std::int64_t unitsOf(char32_t c) {
   return c >= 0x10000 && c < 0x110000 ? 2 : 1;
 }
 
+// Finds a text again and again, in time that grows with the lengths' sum and not their product:
+// what is looked for and what it is looked for in are both an author's.
+class Finder {
+ public:
+  explicit Finder(std::u32string_view wanted) : wanted_(wanted), borders_(wanted.size(), 0) {
+    for (std::size_t i = 1, length = 0; i < wanted.size(); ++i) {
+      while (length > 0 && wanted[i] != wanted[length]) length = borders_[length - 1];
+      if (wanted[i] == wanted[length]) ++length;
+      borders_[i] = length;
+    }
+  }
+  // Where it stands at or behind `from`; npos when it does not.
+  std::size_t find(std::u32string_view text, std::size_t from) const {
+    std::size_t length = 0;
+    for (std::size_t i = from; i < text.size(); ++i) {
+      while (length > 0 && text[i] != wanted_[length]) length = borders_[length - 1];
+      if (text[i] == wanted_[length]) ++length;
+      if (length == wanted_.size()) return i + 1 - length;
+    }
+    return std::u32string_view::npos;
+  }
+
+ private:
+  const std::u32string_view wanted_;  // not empty
+  std::vector<std::size_t> borders_;  // for each front of it: its longest border
+};
+
 // tsql_charindex(wanted, text, start)
 void charIndex(FunctionCall& call) {
   const std::u32string wanted = foldText(call.text(0));
@@ -40,7 +67,7 @@ void charIndex(FunctionCall& call) {
   std::size_t from = 0;
   std::int64_t unit = 1;
   while (from < text.size() && unit < start) unit += unitsOf(text[from++]);
-  const std::size_t found = unit < start ? std::u32string::npos : text.find(wanted, from);
+  const std::size_t found = unit < start ? std::u32string::npos : Finder(wanted).find(text, from);
   if (found == std::u32string::npos) return call.give(std::int64_t{0});
   for (; from < found; ++from) unit += unitsOf(text[from]);
   call.give(unit);
@@ -52,10 +79,11 @@ void replace(FunctionCall& call) {
   const std::u32string wanted = foldText(call.text(1));
   if (wanted.empty()) return call.giveSame(0);
   const Searched searched(text);
+  const Finder finder(wanted);
   std::string result;
   std::size_t from = 0;
   for (;;) {
-    const std::size_t found = searched.characters.find(wanted, from);
+    const std::size_t found = finder.find(searched.characters, from);
     if (found == std::u32string::npos) break;
     result += text.substr(searched.starts[from], searched.starts[found] - searched.starts[from]);
     result += call.text(2);
@@ -124,10 +152,11 @@ std::vector<Element> readPattern(const std::u32string& pattern) {
 }
 
 // Greedy with one point of return, so that the time is at most length times length.
-bool matches(const std::vector<Element>& pattern, std::u32string_view text) {
+bool matches(const std::vector<Element>& pattern, std::u32string_view text, WorkMeter& meter) {
   std::size_t p = 0, t = 0, returnPattern = pattern.size(), returnText = 0;
   bool canReturn = false;
   while (t < text.size()) {
+    meter.add(1 + (p < pattern.size() ? pattern[p].ranges.size() : 0));
     if (p < pattern.size() && pattern[p].kind == Element::Kind::AnyRun) {
       canReturn = true;
       returnPattern = ++p;
@@ -210,14 +239,22 @@ class FoldedText {
   std::u32string_view view_;
 };
 
+// A short text is searched in the plain way, which is quicker for it.
+bool holds(std::u32string_view text, std::u32string_view part) {
+  constexpr std::size_t kLong = 4096;
+  if (part.empty() || text.size() < kLong) return text.find(part) != std::u32string_view::npos;
+  return Finder(part).find(text, 0) != std::u32string_view::npos;
+}
+
 // Blanks at the end of the text may be left over, those of the pattern count.
 bool isLike(const Pattern& pattern, std::u32string_view text) {
-  if (pattern.isPart) return text.find(pattern.part) != std::u32string_view::npos;
+  if (pattern.isPart) return holds(text, pattern.part);
+  WorkMeter meter;
   const std::size_t last = text.find_last_not_of(U' ');
   const std::size_t shortest = last == std::u32string_view::npos ? 0 : last + 1;
-  bool found = matches(pattern.elements, text);
+  bool found = matches(pattern.elements, text, meter);
   for (std::size_t size = shortest; !found && size < text.size(); ++size) {
-    found = matches(pattern.elements, text.substr(0, size));
+    found = matches(pattern.elements, text.substr(0, size), meter);
   }
   return found;
 }

@@ -28,7 +28,7 @@ Variant SqliteRecordset::value(std::size_t i) const {
 }
 
 void SqliteRecordset::step() {
-  const int code = sqlite3_step(statement_.get());
+  const int code = connection_.nextStep(statement_.get());
   hasRow_ = code == SQLITE_ROW;
   if (code != SQLITE_ROW && code != SQLITE_DONE) connection_.failRun(code, statement_.get());
 }

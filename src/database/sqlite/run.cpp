@@ -211,6 +211,7 @@ void SqliteConnection::bind(const StatementCache::Use& use, const tsql::Step& st
 // SQLite compiles a statement anew at its first step when the schema has changed.
 int SqliteConnection::firstStep(const StatementCache::Use& use) {
   const Authorizer::Watch watch(authorizer_);
+  const Deadline::Running running(deadline_);
   return sqlite3_step(use.get());
 }
 
@@ -231,6 +232,7 @@ SqliteConnection::Outcome SqliteConnection::runRows(StatementCache::Use& use, in
 
 void SqliteConnection::runWrite(const StatementCache::Use& use, std::vector<Variant>& returned) {
   int code = firstStep(use);
+  const Deadline::Running running(deadline_);
   for (; code == SQLITE_ROW; code = sqlite3_step(use.get())) {
     const std::int64_t key = sqlite3_column_int64(use.get(), 0);
     const auto small = static_cast<std::int32_t>(key);

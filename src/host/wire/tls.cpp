@@ -57,6 +57,8 @@ TlsContext loadTls(const TlsFiles& files) {
   SSL_CTX_set_min_proto_version(context->native_handle(), TLS1_2_VERSION);
   SSL_CTX_set_options(context->native_handle(), SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_COMPRESSION |
                                                     SSL_OP_CIPHER_SERVER_PREFERENCE);
+  // An idle connection holds no buffers.
+  SSL_CTX_set_mode(context->native_handle(), SSL_MODE_RELEASE_BUFFERS);
   error_code error;
   context->use_certificate_chain_file(files.certificate, error);
   if (error) {
