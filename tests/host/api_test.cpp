@@ -109,10 +109,11 @@ TEST_F(ApiTest, WhatIsNotThereOrWrongIsRefused) {
   EXPECT_NE(site_.log().find("Gone"), std::string::npos);
   EXPECT_EQ(site_.get("/api/controls/2/rows")->body.find("Gone"), std::string::npos);
   // One that writes is none, whoever stored it.
-  run("update Zembra_Query_Field set QF_Relation='update Shop set City=1|||' where QF_ID=1\nGO\n");
-  EXPECT_EQ(refusal(409, "controls/1/rows"), "not_usable");
+  run("update Zembra_Query_Field set QF_FieldType=1,QF_Relation='update Shop set City=1|||' where "
+      "QF_ID=4\nGO\n");
+  EXPECT_EQ(refusal(409, "controls/4/rows"), "not_usable");
   EXPECT_NE(site_.log().find("update Shop set City=1"), std::string::npos);
-  EXPECT_EQ(ok("controls/1")["usable"], false);
+  EXPECT_EQ(ok("controls/4")["usable"], false);
 }
 
 TEST_F(ApiTest, TokensStandForTheirUserUntilTheyEnd) {

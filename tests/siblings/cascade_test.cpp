@@ -112,7 +112,7 @@ TEST_F(Cascade, OfAStoredControlIsForUsersOfForms) {
   data_.runScript(
       "create table Zembra_Query_Field (QF_ID int, QF_FieldType int, QF_Relation nvarchar(max), "
       "Zembra_Flag int default 1)\nGO\n"
-      "create table Zembra_Menu (Menu_ID int)\nGO\n"
+      "create table Zembra_Menu (Menu_ID int, Menu_Href nvarchar(99))\nGO\n"
       "create table Zembra_Permission (Permission_UserID int, Permission_MenuID int, "
       "Permission_SubAction nvarchar(99), permission_forbid int default 0)\nGO\n");
   data_.addField(112, 11, "RegionID", "Region");

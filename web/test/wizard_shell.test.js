@@ -8,7 +8,7 @@ import { createContext, runInContext } from 'node:vm';
 const kScript = readFileSync(
   new URL('../../src/scheme/pages/wizard_shell.js', import.meta.url),
   'utf8',
-).replaceAll('{{mode}}', '&type=1&prikeyid=7');
+).replaceAll('{{mode:built}}', '&type=1&prikeyid=7');
 
 /** A shell with frames that hold what a designer left in them; `log` is what the script did. */
 function shellWith(chosen) {

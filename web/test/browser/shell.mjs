@@ -17,7 +17,7 @@ const kMenu = `<li role="treeitem" aria-level="1" tabindex="0" data-menu="1" ari
     href="/module?cmdID=4">Schemes</a></li>`;
 
 function fill(page, holes) {
-  return page.replace(/\{\{(\w+)\}\}/g, (_, name) => holes[name]);
+  return page.replace(/\{\{(\w+)(?::[\w-]+)*\}\}/g, (_, name) => holes[name]);
 }
 
 const shell = fill(text('shell.html'), {

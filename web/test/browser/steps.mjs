@@ -8,7 +8,7 @@ import { kHead } from './harness.mjs';
 /** A page text of the component with its holes filled. */
 function filled(file, holes) {
   const text = readFileSync(new URL(`../../../src/scheme/pages/${file}`, import.meta.url), 'utf8');
-  return text.replace(/\{\{(\w+)\}\}/g, (_, name) => holes[name] ?? '');
+  return text.replace(/\{\{(\w+)(?::[\w-]+)*\}\}/g, (_, name) => holes[name] ?? '');
 }
 
 const option = (value, text) => `<option><value>${value}</value><text>${text}</text></option>`;
