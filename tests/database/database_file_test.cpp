@@ -10,6 +10,7 @@
 #include "database/private_files.h"
 #include "database/schema_version.h"
 #include "support.h"
+#include "support/no_room.h"
 
 namespace tarlo::database::test {
 namespace {
@@ -111,20 +112,6 @@ TEST(DatabaseHealth, SeesAFullDiskAndWhatMayNotBeWritten) {
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
 }
 
-// Set while it lives for every connection that is opened.
-class NoRoom {
- public:
-  NoRoom() { sqlite3_auto_extension(reinterpret_cast<void (*)()>(&limit)); }
-  ~NoRoom() { sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(&limit)); }
-  NoRoom(const NoRoom&) = delete;
-  NoRoom& operator=(const NoRoom&) = delete;
-
- private:
-  static int limit(sqlite3* handle, const char**, const void*) {
-    return sqlite3_exec(handle, "PRAGMA max_page_count=1", nullptr, nullptr, nullptr);
-  }
-};
-
 TEST(DatabaseHealth, RemembersAWriteThatFoundNoRoom) {
   const TempFolder folder;
   {
@@ -134,7 +121,7 @@ TEST(DatabaseHealth, RemembersAWriteThatFoundNoRoom) {
     lease->execute("create table T (ID int, Name nvarchar(max))");
     lease->execute("insert into T values (1,'first')");
   }
-  const NoRoom noRoom;
+  const testing::NoRoom noRoom;
   const auto database = openDatabase("sqlite:" + folder.file());
   Lease lease = database->borrow();
   const DatabaseError error =

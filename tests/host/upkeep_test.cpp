@@ -11,6 +11,7 @@
 #include "host/upkeep/upkeep.h"
 #include "siblings/siblings.h"
 #include "site_support.h"
+#include "support/no_room.h"
 #include "variant/convert.h"
 
 namespace tarlo::host::testing {
@@ -160,20 +161,6 @@ TEST_F(UpkeepTest, ABusyDatabaseIsSaidToBeBusy) {
   expectRefused("服务器繁忙");
 }
 
-// Every connection that is opened while it lives can make its file no bigger.
-class NoRoom {
- public:
-  NoRoom() { sqlite3_auto_extension(reinterpret_cast<void (*)()>(&limit)); }
-  ~NoRoom() { sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(&limit)); }
-  NoRoom(const NoRoom&) = delete;
-  NoRoom& operator=(const NoRoom&) = delete;
-
- private:
-  static int limit(sqlite3* handle, const char**, const void*) {
-    return sqlite3_exec(handle, "PRAGMA max_page_count=1", nullptr, nullptr, nullptr);
-  }
-};
-
 // A user's scheme and a template that it can be bound to, of a size that needs further pages.
 void addBinding(const std::string& connection) {
   const auto database = database::openDatabase(connection);
@@ -208,7 +195,7 @@ TEST(FullDisk, ASaveThatFindsNoRoomSaysSo) {
                                 ->value(0));
   };
   {
-    const NoRoom noRoom;
+    const tarlo::testing::NoRoom noRoom;
     site.signInAs("admin");
     const auto answer = bind();
     EXPECT_EQ(answer->status, 503U) << answer->text();

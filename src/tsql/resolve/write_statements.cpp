@@ -78,6 +78,14 @@ void resolveSelected(BatchContext& batch, ast::Query& query, const WrittenColumn
   }
 }
 
+// The one table of a statement that changes or deletes its rows.
+Scope scopeOf(const ast::TableName& name, const Table& table, Position position) {
+  Scope scope;
+  scope.add(Source(name.alias.empty() ? name.name : name.alias, table), position);
+  scope.showAll();
+  return scope;
+}
+
 }  // namespace
 
 void resolveInsert(BatchContext& batch, ast::Insert& insert, Position position,
@@ -99,10 +107,7 @@ void resolveInsert(BatchContext& batch, ast::Insert& insert, Position position,
 void resolveUpdate(BatchContext& batch, ast::Update& update, Position position) {
   const Table& table =
       findTable(batch, Access::Write, update.table.schema, update.table.name, position);
-  const std::string& alias = update.table.alias;
-  Scope scope;
-  scope.add(Source(alias.empty() ? update.table.name : alias, table), position);
-  scope.showAll();
+  const Scope scope = scopeOf(update.table, table, position);
   WrittenColumns written(table);
   for (ast::Assignment& assignment : update.assignments) {
     const Column& column = written.add(assignment.column, assignment.position);
@@ -119,10 +124,7 @@ void resolveUpdate(BatchContext& batch, ast::Update& update, Position position) 
 void resolveDelete(BatchContext& batch, ast::Delete& remove, Position position) {
   const Table& table =
       findTable(batch, Access::Delete, remove.table.schema, remove.table.name, position);
-  const std::string& alias = remove.table.alias;
-  Scope scope;
-  scope.add(Source(alias.empty() ? remove.table.name : alias, table), position);
-  scope.showAll();
+  const Scope scope = scopeOf(remove.table, table, position);
   resolveCondition({batch, scope, "WHERE"}, remove.where);
 }
 
