@@ -25,8 +25,8 @@ class RefusalLog {
 
 struct StatementContext {
   StatementRights rights;
-  // T-SQL whose first column names the listed business tables; "" lists none. The connection asks
-  // it when a statement names a business table, and again when anything was written since.
+  // T-SQL whose first column names the listed business tables; "" lists none. What has been listed
+  // counts at once, what is listed no longer may count for a second yet.
   std::string_view listedTables;
   std::span<const std::string> alsoReadable;  // further tables of any group but the server's own
   RefusalLog* refusals = nullptr;             // may be nothing
