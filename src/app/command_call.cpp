@@ -16,8 +16,8 @@
 #include "frame/local_page.h"
 #include "org/may_call.h"
 #include "siblings/siblings.h"
+#include "text/display_width.h"
 #include "variant/convert.h"
-#include "variant/display_width.h"
 
 namespace tarlo::app {
 namespace {
@@ -129,8 +129,8 @@ class RefusalsTo : public database::RefusalLog {
  public:
   explicit RefusalsTo(std::ostream& out) : out_(out) {}
   void refused(std::string_view statement, std::string_view reason) noexcept override {
-    out_ << fmt::format("refused: {}; statement {}\n", variant::visible(reason),
-                        variant::visible(statement));
+    out_ << fmt::format("refused: {}; statement {}\n", text::visible(reason),
+                        text::visible(statement));
   }
 
  private:

@@ -18,7 +18,7 @@
 #include "compile/statement_parts.h"
 #include "frame/local_page.h"
 #include "frame/statement_scope.h"
-#include "variant/display_width.h"
+#include "text/display_width.h"
 #include "variant/error_state.h"
 
 namespace tarlo::app {
@@ -99,7 +99,7 @@ class Compiler {
   }
 
   static std::string titleOf(const Scheme& scheme) {
-    return fmt::format("scheme {} {}{}", scheme.id, variant::visible(scheme.name),
+    return fmt::format("scheme {} {}{}", scheme.id, text::visible(scheme.name),
                        scheme.deleted ? " (deleted)" : "");
   }
 
@@ -144,8 +144,7 @@ class Compiler {
     if (report.finding != Finding::Equal) exitCode_ = kDifferent;
     const std::vector<std::string> lines = describe(report);
     console_.out << titleOf(scheme) << ": " << lines.front() << '\n';
-    for (std::size_t i = 1; i < lines.size(); ++i)
-      console_.out << variant::visible(lines[i]) << '\n';
+    for (std::size_t i = 1; i < lines.size(); ++i) console_.out << text::visible(lines[i]) << '\n';
   }
 
   void summarise() {

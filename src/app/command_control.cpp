@@ -15,15 +15,15 @@
 #include "frame/local_page.h"
 #include "frame/statement_scope.h"
 #include "host/api/control_resource.h"
+#include "text/display_width.h"
 #include "variant/convert.h"
-#include "variant/display_width.h"
 #include "variant/error_state.h"
 
 namespace tarlo::app {
 namespace {
 
 using host::ControlResource;
-using variant::visible;
+using text::visible;
 
 struct ControlOptions {
   Words standIns;

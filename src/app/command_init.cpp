@@ -14,7 +14,7 @@
 #include "app/platform_schema.h"
 #include "app/platform_scripts.h"
 #include "database/schema_version.h"
-#include "variant/sql_text.h"
+#include "text/sql_text.h"
 
 namespace tarlo::app {
 namespace {
@@ -36,7 +36,7 @@ constexpr const char* kFooter =
 
 void storeStatement(database::Connection& connection, const DemoStatement& scheme) {
   connection.execute(fmt::format("update Zembra_Query_Main set Query_Fields='{}' where Query_ID={}",
-                                 variant::doubledQuotes(scheme.statement), scheme.schemeId));
+                                 text::doubledQuotes(scheme.statement), scheme.schemeId));
 }
 
 void refuseWhenThere(database::Connection& connection, const std::string& name) {

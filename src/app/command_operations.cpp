@@ -11,7 +11,7 @@
 #include "component/operations.h"
 #include "org/may_call.h"
 #include "siblings/siblings.h"
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::app {
 namespace {
@@ -47,7 +47,7 @@ std::string shown(const OperationExample& example) {
   const std::string_view gap = example.words.empty() ? "" : " ";
   const std::string text =
       fmt::format("`call {}{}{}` gives `{}`", example.operation, gap, example.words, example.holds);
-  return variant::replace(text, "|", "\\|");
+  return text::replace(text, "|", "\\|");
 }
 
 void writeMarkdown(std::ostream& out) {

@@ -18,11 +18,11 @@
 #include "frame/local_page.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/scheme_copy.h"
+#include "text/display_width.h"
+#include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/display_width.h"
 #include "variant/error_state.h"
-#include "variant/sql_text.h"
 
 namespace tarlo::app {
 namespace {
@@ -76,7 +76,7 @@ class Propagation {
     const bool isId = !word.empty() && word.size() <= 9 &&
                       word.find_first_not_of("0123456789") == std::string::npos;
     const std::string condition =
-        isId ? "Zembra_ID=" + word : "DDT_Name='" + variant::doubledQuotes(word) + "'";
+        isId ? "Zembra_ID=" + word : "DDT_Name='" + text::doubledQuotes(word) + "'";
     const Variant rows = frame::execSQLRows(
         page(), "select Zembra_ID from Zembra_DataDict_Table where " + condition);
     if (rows.isArray()) return variant::toInt32(rows.array().at(0, 0));
@@ -110,12 +110,12 @@ class Propagation {
   void print(const scheme::Scheme& scheme, const SchemeReport& report, Outcome outcome) {
     const std::string& reason =
         report.compileFailure.empty() ? report.compiledFailure : report.compileFailure;
-    console_.out << fmt::format("scheme {} {}{}: {}\n", scheme.id, variant::visible(scheme.name),
+    console_.out << fmt::format("scheme {} {}{}: {}\n", scheme.id, text::visible(scheme.name),
                                 scheme.deleted ? " (deleted)" : "",
                                 outcome == Outcome::Broken ? "broken: " + reason : "changed");
     if (outcome == Outcome::Broken) return;
     for (const std::string& line : report.diff.lines)
-      console_.out << "  " << variant::visible(line) << '\n';
+      console_.out << "  " << text::visible(line) << '\n';
   }
 
   // Stored statements of control schemes are not touched by the propagation; the forms that use
@@ -136,7 +136,7 @@ class Propagation {
       ++brokenControls_;
       console_.out << fmt::format("control {} {} on scheme {}: no longer runs: {}\n",
                                   spliced(cells.at(0, row)),
-                                  variant::visible(spliced(cells.at(1, row))), scheme, failure);
+                                  text::visible(spliced(cells.at(1, row))), scheme, failure);
     }
   }
 

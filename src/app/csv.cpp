@@ -1,12 +1,12 @@
 #include "app/csv.h"
 
+#include "text/csv.h"
 #include "variant/convert.h"
-#include "variant/csv.h"
 
 namespace tarlo::app {
 
 std::string csvField(std::string_view text) {
-  return text.empty() ? variant::csvInQuotes(text) : variant::csvQuoted(text);
+  return text.empty() ? text::csvInQuotes(text) : text::csvQuoted(text);
 }
 
 std::string csvField(const Variant& value) {

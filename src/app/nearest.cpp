@@ -6,7 +6,7 @@
 #include <numeric>
 #include <vector>
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::app {
 namespace {
@@ -31,11 +31,11 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 std::string_view nearestName(std::string_view name, std::span<const std::string_view> candidates) {
   // No name is so long; a longer text is not a slip of the hand.
   if (name.size() > 100) return {};
-  const std::string folded = variant::foldedName(name);
+  const std::string folded = text::foldedName(name);
   std::string_view best;
   std::size_t fewest = std::max<std::size_t>(2, name.size() / 3) + 1;
   for (const std::string_view candidate : candidates) {
-    const std::size_t edits = editDistance(folded, variant::foldedName(candidate));
+    const std::size_t edits = editDistance(folded, text::foldedName(candidate));
     if (edits < fewest && edits < candidate.size()) {
       fewest = edits;
       best = candidate;

@@ -13,9 +13,9 @@
 #include "app/version.h"
 #include "database/schema_version.h"
 #include "database/script.h"
+#include "text/fold.h"
 #include "tsql/parse/parser.h"
 #include "tsql/print/tsql_printer.h"
-#include "variant/text.h"
 
 namespace tarlo::app {
 namespace {
@@ -43,7 +43,7 @@ class Comparison {
     const tsql::Table* table = connection_.catalogue().findTable(name);
     if (table == nullptr) {
       steps_.push_back({"table " + name, text_});
-      fresh_.insert(variant::foldedName(name));
+      fresh_.insert(text::foldedName(name));
       return;
     }
     for (const ast::ColumnDefinition& column : create.columns) {
@@ -74,9 +74,9 @@ class Comparison {
   template <class Other>
   void compare(const Other&) {}
 
-  bool isNew(const std::string& table) const { return fresh_.contains(variant::foldedName(table)); }
+  bool isNew(const std::string& table) const { return fresh_.contains(text::foldedName(table)); }
   static std::string columnKey(const std::string& table, const std::string& column) {
-    return variant::foldedName(table) + "." + variant::foldedName(column);
+    return text::foldedName(table) + "." + text::foldedName(column);
   }
 
   database::Connection& connection_;

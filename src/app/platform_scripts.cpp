@@ -9,7 +9,7 @@
 #include "app/interruption.h"
 #include "app/refusal.h"
 #include "database/script.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::app {
 namespace {
@@ -36,7 +36,7 @@ std::string_view createdTable(std::string_view batch) {
     batch.remove_prefix(std::min(batch.find('\n'), batch.size() - 1) + 1);
   }
   constexpr std::string_view kCreate = "CREATE TABLE ";
-  if (!variant::equalsNoCase(batch.substr(0, kCreate.size()), kCreate)) return {};
+  if (!text::equalsNoCase(batch.substr(0, kCreate.size()), kCreate)) return {};
   batch.remove_prefix(kCreate.size());
   return batch.substr(0, batch.find_first_of(" (\r\n"));
 }

@@ -4,8 +4,8 @@
 
 #include "app/csv.h"
 #include "app/json_value.h"
+#include "text/display_width.h"
 #include "variant/convert.h"
-#include "variant/display_width.h"
 
 namespace tarlo::app {
 namespace {
@@ -75,7 +75,7 @@ std::size_t writeCsv(std::ostream& out, database::Recordset& rows, std::size_t m
 
 Cell cellOf(const Variant& value) {
   if (value.isNull()) return {"NULL", false};
-  return {variant::visible(variant::toText(value)), value.isNumber()};
+  return {text::visible(variant::toText(value)), value.isNumber()};
 }
 
 std::size_t writeRows(std::ostream& out, database::Recordset& rows, RowFormat format,

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "variant/display_width.h"
+#include "text/display_width.h"
 
 namespace tarlo::app {
 namespace {
@@ -14,8 +14,8 @@ constexpr std::string_view kGap = "  ";
 Table::Table(std::ostream& out, const std::vector<std::string>& titles, std::size_t maxWidth)
     : out_(out), maxWidth_(maxWidth) {
   for (const std::string& title : titles) {
-    titles_.push_back({variant::visible(title), true});
-    widths_.push_back(std::min(kMaxPadding, variant::displayWidth(titles_.back().text)));
+    titles_.push_back({text::visible(title), true});
+    widths_.push_back(std::min(kMaxPadding, text::displayWidth(titles_.back().text)));
   }
 }
 
@@ -36,7 +36,7 @@ void Table::finish() {
 void Table::measure() {
   for (const auto& row : held_) {
     for (std::size_t i = 0; i < row.size(); ++i) {
-      widths_[i] = std::max(widths_[i], std::min(kMaxPadding, variant::displayWidth(row[i].text)));
+      widths_[i] = std::max(widths_[i], std::min(kMaxPadding, text::displayWidth(row[i].text)));
       // A title stands over its column: right only where every value does.
       titles_[i].alignRight = titles_[i].alignRight && row[i].alignRight;
     }
@@ -75,8 +75,8 @@ void Table::writeRow(const std::vector<Cell>& row) {
   std::string line;
   for (std::size_t i = 0; i < widths_.size(); ++i) {
     if (i > 0) line += kGap;
-    const std::string text = maxWidth_ > 0 ? variant::cutTo(row[i].text, widths_[i]) : row[i].text;
-    const std::size_t width = variant::displayWidth(text);
+    const std::string text = maxWidth_ > 0 ? text::cutTo(row[i].text, widths_[i]) : row[i].text;
+    const std::size_t width = text::displayWidth(text);
     const std::size_t padding = widths_[i] > width ? widths_[i] - width : 0;
     if (row[i].alignRight) line.append(padding, ' ');
     line += text;

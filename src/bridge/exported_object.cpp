@@ -9,8 +9,8 @@
 #include "bridge/foreign_object.h"
 #include "bridge/values.h"
 #include "frame/page.h"
+#include "text/fold.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::bridge {
 namespace {
@@ -27,7 +27,7 @@ class Names {
     if (name.empty()) return TARLO_DEFAULT_MEMBER;
     const std::lock_guard lock(mutex_);
     for (std::size_t i = 0; i < names_.size(); ++i) {
-      if (variant::equalsNoCase(names_[i], name)) return static_cast<int32_t>(i + 1);
+      if (text::equalsNoCase(names_[i], name)) return static_cast<int32_t>(i + 1);
     }
     if (isClosed_ || names_.size() == kMost) return -1;
     names_.emplace_back(name);

@@ -7,12 +7,13 @@
 #include <fstream>
 #include <sstream>
 
-#include "variant/text.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 
 namespace tarlo::bridge {
 namespace {
 
-using variant::equalsNoCase;
+using text::equalsNoCase;
 
 [[noreturn]] void refuse(const std::string& file, std::string_view why) {
   throw RegistryError(fmt::format("{}: {}", file, why));
@@ -26,11 +27,11 @@ std::string textOf(const std::string& file) {
 }
 
 bool isEntry(std::string_view line) {
-  return !variant::trim(line).empty() && line.front() != '#';
+  return !text::trim(line).empty() && line.front() != '#';
 }
 
 RegisteredClass entryOf(std::string_view line, const std::string& file, std::size_t number) {
-  const auto parts = variant::split(line, "\t");
+  const auto parts = text::split(line, "\t");
   const bool isComplete = parts.size() == 3 && !parts[0].empty() && parts[1].starts_with('{') &&
                           parts[1].ends_with('}') && parts[2].starts_with('/');
   if (!isComplete) {
@@ -54,7 +55,7 @@ std::string textWithout(const std::string& file, std::string_view classId) {
   std::string kept;
   const std::string text = textOf(file);
   std::size_t number = 0;
-  for (const std::string_view line : variant::split(text, "\n")) {
+  for (const std::string_view line : text::split(text, "\n")) {
     ++number;
     if (isEntry(line) && equalsNoCase(entryOf(line, file, number).classId, classId)) continue;
     if (!line.empty()) kept.append(line).append("\n");
@@ -79,7 +80,7 @@ std::vector<RegisteredClass> readRegistry(const std::string& file) {
   std::vector<RegisteredClass> entries;
   const std::string text = textOf(file);
   std::size_t number = 0;
-  for (const std::string_view line : variant::split(text, "\n")) {
+  for (const std::string_view line : text::split(text, "\n")) {
     ++number;
     if (isEntry(line)) entries.push_back(entryOf(line, file, number));
   }

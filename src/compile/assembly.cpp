@@ -9,8 +9,8 @@
 #include "compile/filter_merge.h"
 #include "compile/grouping.h"
 #include "compile/statistics.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::compile {
 namespace {
@@ -30,7 +30,7 @@ Variant statement(const Parts& parts) {
   sql.reserve(parts.clauses.select.size() + parts.clauses.from.size() + parts.clauses.where.size() +
               parts.computed.size() + merged.size() + parts.grouping.size() + 32);
   sql.append("select ").append(parts.clauses.select);
-  if (!variant::trim(parts.computed).empty()) sql.append(",").append(parts.computed);
+  if (!text::trim(parts.computed).empty()) sql.append(",").append(parts.computed);
   sql.append(" from ").append(parts.clauses.from);
   sql.append(" where ").append(parts.clauses.where);
   if (!merged.empty()) sql.append(" and (").append(merged).append(")");

@@ -4,9 +4,9 @@
 
 #include "compile/expression.h"
 #include "compile/grammar.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::compile {
 
@@ -23,7 +23,7 @@ Variant Query_getVirtual(Page& page, const Variant& computed) {
   };
   errors.run([&] { list = variant::spliced(computed); });
   std::string result;
-  for (std::string_view item : variant::split(list, ";")) {
+  for (std::string_view item : text::split(list, ";")) {
     errors.run([&] { name = computedName(item); });
     appendExpression(result, computedExpression(item), BlankTokens::Keep, names);
     result.append(" as [").append(name).append("],");

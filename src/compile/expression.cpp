@@ -1,14 +1,14 @@
 #include "compile/expression.h"
 
 #include "compile/grammar.h"
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::compile {
 
 void appendExpression(std::string& out, std::string_view expression, BlankTokens blanks,
                       const ReferenceNames& names) {
   for (const ExpressionToken& token : expressionTokens(expression)) {
-    if (blanks == BlankTokens::Drop && variant::trim(token.text).empty()) continue;
+    if (blanks == BlankTokens::Drop && text::trim(token.text).empty()) continue;
     if (!token.reference) {
       out += token.text;
       continue;

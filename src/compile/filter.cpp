@@ -4,6 +4,7 @@
 
 #include "compile/expression.h"
 #include "compile/grammar.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/runtime_error.h"
 #include "variant/text.h"
@@ -98,8 +99,8 @@ Variant Query_getfilterNoVir(Page& page, const Variant& filter) {
   const std::string list = variant::toText(filter);
   std::string result;
   std::string_view op;  // an unknown code leaves the operator of the condition before
-  for (std::string_view condition : variant::split(list, "|||")) {
-    const Pieces parts = variant::split(condition, ",");
+  for (std::string_view condition : text::split(list, "|||")) {
+    const Pieces parts = text::split(condition, ",");
     op = comparisonOperator(piece(parts, kCode)).value_or(op);
     const FieldToken token = fieldToken(piece(parts, kToken));
     const bool found = token.hasVia ? appendMarkedField(result, page, token)
@@ -116,8 +117,8 @@ Variant Query_getfilter(Page& page, const Variant& filter, const Variant& comput
   const std::string fields = variant::spliced(computed);
   std::string result;
   std::string_view op;
-  for (std::string_view condition : variant::split(list, "|||")) {
-    const Pieces parts = variant::split(condition, ",");
+  for (std::string_view condition : text::split(list, "|||")) {
+    const Pieces parts = text::split(condition, ",");
     op = comparisonOperator(piece(parts, kCode)).value_or(op);
     // An ordinal comparison of text: "-" sorts before "0", so -<n> is a computed field, and so is
     // the token 0.

@@ -1,13 +1,13 @@
 #include "compile/filter_merge.h"
 
 #include "compile/grammar.h"
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::compile {
 namespace {
 
-using variant::split;
-using variant::trim;
+using text::split;
+using text::trim;
 
 // The far table or alias of the join that leaves by this column; "" when there is none. The
 // deletion-flag conditions take part like the joins.

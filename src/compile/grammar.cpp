@@ -3,9 +3,9 @@
 #include <array>
 #include <cmath>
 
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::compile {
 
@@ -21,7 +21,7 @@ double number(std::string_view token) {
 std::string_view computedItem(std::string_view computed, double token) {
   const std::int32_t index = variant::toInt32(Variant(std::abs(token) - 1));
   if (index < 0) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-  return piece(variant::split(computed, ";"), static_cast<std::size_t>(index));
+  return piece(text::split(computed, ";"), static_cast<std::size_t>(index));
 }
 
 std::string_view computedName(std::string_view item) {
@@ -37,8 +37,8 @@ std::string_view computedExpression(std::string_view item) {
 
 std::vector<ExpressionToken> expressionTokens(std::string_view expression) {
   std::vector<ExpressionToken> tokens;
-  for (std::string_view text : variant::split(expression, "]")) {
-    const Pieces pieces = variant::split(text, "[");
+  for (std::string_view text : text::split(expression, "]")) {
+    const Pieces pieces = text::split(text, "[");
     ExpressionToken token{text, pieces.empty() ? std::string_view() : pieces[0], std::nullopt};
     if (pieces.size() > 1) token.reference = pieces[1];
     tokens.push_back(token);

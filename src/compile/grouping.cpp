@@ -6,8 +6,8 @@
 #include "compile/clause_set.h"
 #include "compile/expression.h"
 #include "compile/grammar.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::compile {
 namespace {
@@ -32,8 +32,8 @@ std::string groupBy(const Variant& group, Append append) {
   const std::string tokens = trimmedGrouping(group);
   if (tokens.empty()) return {};
   std::string list;
-  for (std::string_view token : variant::split(tokens, ",")) append(list, token);
-  std::string trimmed(variant::trim(list));
+  for (std::string_view token : text::split(tokens, ",")) append(list, token);
+  std::string trimmed(text::trim(list));
   cutSuffix(trimmed, ",");
   return " group by " + trimmed;
 }
@@ -42,7 +42,7 @@ std::string groupBy(const Variant& group, Append append) {
 
 std::string trimmedGrouping(const Variant& group) {
   const std::string text = variant::spliced(group);
-  return std::string(variant::trim(text));
+  return std::string(text::trim(text));
 }
 
 Variant Query_getGroupbyNoVir(Page& page, const Variant& group) {

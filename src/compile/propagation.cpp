@@ -4,10 +4,10 @@
 #include "frame/data.h"
 #include "frame/helpers.h"
 #include "frame/statement_scope.h"
+#include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/sql_text.h"
 
 namespace tarlo::compile {
 namespace {
@@ -31,7 +31,7 @@ bool updateScheme(Page& page, const Variant& tableid, const Array& schemes, std:
   });
   if (errors.failed()) return false;
   Variant update("update Zembra_Query_Main set Query_Fields='" +
-                 variant::doubledQuotes(spliced(statement)) + "',Zembra_ModiDate='" +
+                 text::doubledQuotes(spliced(statement)) + "',Zembra_ModiDate='" +
                  frame::currentDateTimeText() + "' where Query_ID=" + spliced(schemes.at(0, row)));
   return errors.run([&] { frame::execSQLLogged(page, update, frame::kCommandText); });
 }

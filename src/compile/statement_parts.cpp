@@ -4,8 +4,9 @@
 #include <array>
 #include <cctype>
 
-#include "variant/display_width.h"
-#include "variant/text.h"
+#include "text/display_width.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 
 namespace tarlo::compile {
 namespace {
@@ -22,7 +23,7 @@ bool wordAt(std::string_view text, std::size_t at, std::string_view word) {
   if (at > 0 && isWordPart(text[at - 1])) return false;
   const std::size_t end = at + word.size();
   if (end < text.size() && isWordPart(text[end])) return false;
-  return variant::equalsNoCase(text.substr(at, word.size()), word);
+  return text::equalsNoCase(text.substr(at, word.size()), word);
 }
 
 class Splitter {
@@ -74,7 +75,7 @@ class Splitter {
   }
 
   void endItem(std::size_t end) {
-    const std::string_view item = variant::trim(text_.substr(start_, end - start_));
+    const std::string_view item = text::trim(text_.substr(start_, end - start_));
     if (!item.empty()) clauses_.back().items.emplace_back(item);
   }
 
@@ -99,10 +100,10 @@ void layOutClause(std::string& out, const Clause& clause, std::size_t width) {
   const std::string_view separator = clause.keyword == "where" ? " and" : ",";
   std::string line = clause.keyword;
   for (std::size_t i = 0; i < clause.items.size(); ++i) {
-    std::string item = variant::visible(clause.items[i]);
+    std::string item = text::visible(clause.items[i]);
     if (i + 1 < clause.items.size()) item += separator;
     if (line.size() > kIndent.size() &&
-        variant::displayWidth(line) + 1 + variant::displayWidth(item) > width) {
+        text::displayWidth(line) + 1 + text::displayWidth(item) > width) {
       out += line + '\n';
       line = kIndent;
       line += item;

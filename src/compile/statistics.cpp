@@ -9,9 +9,9 @@
 #include "compile/grouping.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/relation_table.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::compile {
 namespace {
@@ -143,13 +143,13 @@ Variant Query_getStats(Page& page, const Variant& sTable, const Variant& stats,
   const std::string fields = variant::spliced(computed);
   Statistics statistics(page, sTable, rel);
   std::string_view function;  // an unknown code leaves the function of the item before
-  for (std::string_view item : variant::split(items, "|||")) {
-    const Pieces parts = variant::split(item, ",");
+  for (std::string_view item : text::split(items, "|||")) {
+    const Pieces parts = text::split(item, ",");
     function = statisticsFunction(piece(parts, 1)).value_or(function);
     statistics.addItem(parts[0], function, fields);
   }
   const std::string grouping = trimmedGrouping(group);
-  for (std::string_view token : variant::split(grouping, ",")) {
+  for (std::string_view token : text::split(grouping, ",")) {
     statistics.addGrouping(token, fields);
   }
   return toVariant(statistics.take());

@@ -4,8 +4,8 @@
 
 #include "component/operations.h"
 #include "frame/statement_scope.h"
+#include "text/fold.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::component {
 namespace {
@@ -16,7 +16,7 @@ constexpr std::array<std::size_t, kLifecycle.size()> kLifecycleArity = {1, 0, 5,
 
 std::optional<Member> lifecycleMember(std::string_view name) {
   for (std::size_t i = 0; i < kLifecycle.size(); ++i) {
-    if (variant::equalsNoCase(kLifecycle[i], name)) return static_cast<Member>(i);
+    if (text::equalsNoCase(kLifecycle[i], name)) return static_cast<Member>(i);
   }
   return std::nullopt;
 }

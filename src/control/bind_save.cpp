@@ -6,9 +6,9 @@
 #include "control/control_store.h"
 #include "frame/data.h"
 #include "metadata/introspection.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -34,7 +34,7 @@ Binding postedBinding(Page& page) {
   readNameAndRemark(page, binding.row);
   binding.row.scheme = spliced(page.request.value("modelid"));
   const std::string posted = spliced(page.request.value("queryid"));
-  const auto parts = variant::split(posted, "|");
+  const auto parts = text::split(posted, "|");
   if (parts.size() == 2) {
     binding.original = parts[0];
     binding.field = parts[1];

@@ -14,7 +14,6 @@
 #include "metadata/relation_table.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {

@@ -1,9 +1,9 @@
 #include "control/control_definition.h"
 
 #include "control/control_statement.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -20,7 +20,7 @@ struct Caption {
 
 Caption captionOf(const std::vector<std::string_view>& captions, std::size_t index) {
   if (index >= captions.size()) return {};
-  const auto parts = variant::split(captions[index], ".");
+  const auto parts = text::split(captions[index], ".");
   if (parts.size() < 2) return {};
   return {std::string(parts[0]), std::string(parts[1])};
 }
@@ -32,8 +32,8 @@ ControlColumns postedColumns(Page& page) {
 }
 
 void describeColumns(Page& page, const ControlColumns& columns, ControlRow& row) {
-  const std::string list = variant::doubledQuotes(posted(page, "CField"));
-  const auto captions = variant::split(list, ",");
+  const std::string list = text::doubledQuotes(posted(page, "CField"));
+  const auto captions = text::split(list, ",");
   const Caption value = captionOf(captions, 0);
   const Caption text = captionOf(captions, 1);
   describeTables(columns, row);
@@ -54,9 +54,9 @@ std::string postedLevels(Page& page, std::string_view condition) {
   const std::string relating = posted(page, "relField1");
   const std::string values = posted(page, "relField2");
   const std::string texts = posted(page, "relField3");
-  const auto first = variant::split(relating, ",");
-  const auto second = variant::split(values, ",");
-  const auto third = variant::split(texts, ",");
+  const auto first = text::split(relating, ",");
+  const auto second = text::split(values, ",");
+  const auto third = text::split(texts, ",");
   std::string levels;
   for (std::size_t i = 0; i < first.size() && i < second.size() && i < third.size(); ++i) {
     if (!levels.empty()) levels += ";";
@@ -68,8 +68,8 @@ std::string postedLevels(Page& page, std::string_view condition) {
 }
 
 std::string postedTitles(Page& page) {
-  const std::string titles = variant::replace(posted(page, "TitleField"), ",", "|");
-  return variant::replace(titles, "<", "");
+  const std::string titles = text::replace(posted(page, "TitleField"), ",", "|");
+  return text::replace(titles, "<", "");
 }
 
 }  // namespace tarlo::control

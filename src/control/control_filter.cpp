@@ -1,7 +1,7 @@
 #include "control/control_filter.h"
 
 #include "compile/grammar.h"
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::control {
 namespace {
@@ -15,8 +15,8 @@ std::string_view operatorOf(std::string_view code) {
 std::string conditions(std::string_view filter) {
   std::string text;
   std::string_view comparison;
-  for (const std::string_view row : variant::split(filter, "|||")) {
-    const auto parts = variant::split(row, ",");
+  for (const std::string_view row : text::split(filter, "|||")) {
+    const auto parts = text::split(row, ",");
     if (parts.size() < 3) continue;
     if (const auto found = operatorOf(parts[1]); !found.empty()) comparison = found;
     const std::string_view around = comparison.ends_with("Like") ? "%" : "";
@@ -52,7 +52,7 @@ std::string compileControlFilter(std::string_view filter, FilterUse use) {
     case FilterUse::PreviewUserControl:
       return withoutDanglingLogic(withoutLineEnds(conditions(filter)));
     case FilterUse::SaveTemplateControl:
-      return withoutDanglingLogic(conditions(variant::trim(withoutLineEnds(filter))));
+      return withoutDanglingLogic(conditions(text::trim(withoutLineEnds(filter))));
     case FilterUse::PreviewTemplateControl:
       return withoutDanglingLogic(conditions(filter));
   }

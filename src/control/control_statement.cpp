@@ -4,6 +4,7 @@
 
 #include "control/control_filter.h"
 #include "metadata/introspection.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 #include "variant/text.h"
@@ -20,7 +21,7 @@ std::string joinOf(const Variant& statement, const std::string& first, const std
   if (where == std::string::npos) return {};
   std::string_view conditions = std::string_view(text).substr(where + kWhere.size());
   conditions = variant::left(conditions, static_cast<std::ptrdiff_t>(variant::len(conditions)) - 1);
-  for (const std::string_view word : variant::split(conditions, " ")) {
+  for (const std::string_view word : text::split(conditions, " ")) {
     if (word.find(first) != word.npos && word.find(second) != word.npos) return std::string(word);
   }
   return {};
@@ -33,7 +34,7 @@ std::string tablePart(std::string_view column) {
 }
 
 std::string columnPart(std::string_view column) {
-  const auto parts = variant::split(column, ".");
+  const auto parts = text::split(column, ".");
   return parts.size() > 1 ? std::string(parts[1]) : std::string();
 }
 

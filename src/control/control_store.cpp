@@ -3,9 +3,9 @@
 #include "control/control_filter.h"
 #include "frame/data.h"
 #include "frame/statement_scope.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -57,14 +57,14 @@ bool isNameTaken(Page& page, const ControlRow& row) {
 
 void readNameAndRemark(Page& page, ControlRow& row) {
   const auto doubled = [&](std::string_view key) {
-    return variant::doubledQuotes(variant::spliced(page.request.value(key)));
+    return text::doubledQuotes(variant::spliced(page.request.value(key)));
   };
   row.name = doubled("QF_Name");
   row.remark = doubled("QF_Desc");
 }
 
 bool hasName(const ControlRow& row) {
-  return !variant::trim(row.name).empty();
+  return !text::trim(row.name).empty();
 }
 
 bool runs(Page& page, ErrorState& err, std::string& sql) {

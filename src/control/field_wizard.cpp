@@ -6,11 +6,11 @@
 #include "embedded_control_pages.h"
 #include "frame/template.h"
 #include "metadata/introspection.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -27,7 +27,7 @@ constexpr std::string_view kFirstList =
 // What stands behind the title's first dot, without double quotes.
 std::string shortTitle(const std::string& title) {
   const auto dot = title.find('.');
-  return variant::replace(dot == std::string::npos ? title : title.substr(dot + 1), "\"", "");
+  return text::replace(dot == std::string::npos ? title : title.substr(dot + 1), "\"", "");
 }
 
 // A box for each title, two in a row of the table.

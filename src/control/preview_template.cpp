@@ -12,10 +12,9 @@
 #include "frame/template.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
+#include "text/sql_text.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -31,7 +30,7 @@ constexpr DropDownLook kTemplateDropDown = {
 
 // Whether a live control scheme is made of the statement.
 bool isStored(Page& page, const std::string& statement) {
-  const std::string literal = variant::doubledQuotes(statement);
+  const std::string literal = text::doubledQuotes(statement);
   return frame::execSQLRows(
              page, Variant("select top 1 QF_ID from Zembra_Query_Field where Zembra_Flag <> 0 and "
                            "(QF_Relation = '" +

@@ -12,16 +12,16 @@
 #include "metadata/control_statements.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
 
-using variant::replace;
+using text::replace;
 using variant::spliced;
 
 constexpr std::string_view kRefusedDropDown =
@@ -112,7 +112,7 @@ void savesearch_UsrField1(Page& page) {
   page.response.write("<script>");
   if (isGood) {
     sql.append(kPartMark).append(spliced(page.request.value("relfield")));
-    row.definition = variant::doubledQuotes(sql);
+    row.definition = text::doubledQuotes(sql);
     page.response.write(store(page, row));
   } else {
     page.response.write(kRefusedDropDown);
@@ -146,7 +146,7 @@ void savesearch_UsrField3(Page& page) {
   if (sql.empty()) {
     page.response.write(kNotSaveable);
   } else {
-    row.definition = variant::doubledQuotes(sql) + std::string(kPartMark) + postedTitles(page);
+    row.definition = text::doubledQuotes(sql) + std::string(kPartMark) + postedTitles(page);
     page.response.write(store(page, row));
   }
   page.response.write("</script>");

@@ -3,15 +3,15 @@
 #include "control/control_answers.h"
 #include "control/control_filter.h"
 #include "control/template_definition.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
 
-using variant::replace;
+using text::replace;
 using variant::spliced;
 
 std::string posted(Page& page, std::string_view key) {
@@ -52,7 +52,7 @@ std::string saveDropDown(Page& page) {
   std::string tested = sql;
   if (!runsAsTest(page, err, tested)) return std::string(kNotSaveable);
   if (isNameTaken(page, row)) return std::string(kNameTaken);
-  row.definition = variant::doubledQuotes(sql);
+  row.definition = text::doubledQuotes(sql);
   if (!isStored(page, row)) return std::string(kNotSaved);
   return std::string(kReloadOpenerGrid).append(kNextStep);
 }

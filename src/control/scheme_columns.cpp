@@ -1,19 +1,19 @@
 #include "control/scheme_columns.h"
 
 #include "metadata/introspection.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 
 std::vector<std::string> chosenColumns(std::string_view posted) {
-  std::string list = variant::replace(posted, ",undefined,", ",");
+  std::string list = text::replace(posted, ",undefined,", ",");
   for (const std::string_view word : {",undefined", "undefined,", "undefined"}) {
-    list = variant::replace(list, word, "");
+    list = text::replace(list, word, "");
   }
   std::vector<std::string> numbers;
-  for (const std::string_view number : variant::split(list, ",")) numbers.emplace_back(number);
+  for (const std::string_view number : text::split(list, ",")) numbers.emplace_back(number);
   return numbers;
 }
 

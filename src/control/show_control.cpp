@@ -11,11 +11,11 @@
 #include "metadata/control_statements.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -33,7 +33,7 @@ Definition storedDefinition(Page& page, ControlKind kind) {
   const Variant stored = metadata::getControlSQL(page, page.request.value("id"),
                                                  Variant(static_cast<int>(kind)), false);
   const std::string text = spliced(stored);
-  const auto parts = variant::split(text, kPartMark);
+  const auto parts = text::split(text, kPartMark);
   const auto part = [&](std::size_t i) {
     return i < parts.size() ? std::string(parts[i]) : std::string();
   };

@@ -8,10 +8,10 @@
 #include "control/control_statement.h"
 #include "frame/data.h"
 #include "metadata/dictionary_lookups.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -19,7 +19,7 @@ namespace {
 using variant::spliced;
 
 std::string trimmed(std::string_view text) {
-  return std::string(variant::trim(withoutLineEnds(text)));
+  return std::string(text::trim(withoutLineEnds(text)));
 }
 
 // A field's names in the dictionary.
@@ -31,7 +31,7 @@ struct Field {
 class ChosenFields {
  public:
   ChosenFields(Page& page, const std::string& ids)
-      : page_(page), ids_(variant::split(ids, kPartMark)) {}
+      : page_(page), ids_(text::split(ids, kPartMark)) {}
 
   std::ptrdiff_t upperBound() const { return static_cast<std::ptrdiff_t>(ids_.size()) - 1; }
   // Nothing for an index beyond the list and an id that is not in the dictionary.

@@ -10,9 +10,9 @@
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
 #include "services/data_sources.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -64,10 +64,10 @@ struct ChosenLevels {
 
 ChosenLevels chosenLevels(Page& page, const Chosen& chosen) {
   static const Template row(embedded::control_pages::find("template_level_chosen.html"));
-  const auto relations = variant::split(chosen.relations, kPartMark);
+  const auto relations = text::split(chosen.relations, kPartMark);
   ChosenLevels levels;
   std::size_t at = 0;
-  for (const std::string_view field : variant::split(chosen.fields, kPartMark)) {
+  for (const std::string_view field : text::split(chosen.fields, kPartMark)) {
     if (at == relations.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange, "rel");
     const std::string relation(relations[at++]);
     const Variant shown = metadata::getFieldName_Query(page, Variant(field));

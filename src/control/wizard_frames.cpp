@@ -7,10 +7,10 @@
 #include "frame/step_page.h"
 #include "frame/template.h"
 #include "services/option_list.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::control {
 namespace {
@@ -74,7 +74,7 @@ void addSearchDlg_UsrField1_2(Page& page) {
   if (rows.isArray()) {
     const Array& cells = rows.array();
     for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-      options.add(variant::trim(spliced(cells.at(1, row))), spliced(cells.at(0, row)));
+      options.add(text::trim(spliced(cells.at(1, row))), spliced(cells.at(0, row)));
     }
   }
   const std::string markup = element.fill({{"data", options.joined()}});

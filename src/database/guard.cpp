@@ -6,9 +6,9 @@
 
 #include "database/error.h"
 #include "database/translation_cache.h"
+#include "text/fold.h"
 #include "tsql/parse/parser.h"
 #include "tsql/resolve/resolver.h"
-#include "variant/text.h"
 
 namespace tarlo::database {
 namespace {
@@ -40,7 +40,7 @@ std::string_view Guard::listQuery() const {
 
 bool Guard::isAlsoReadable(std::string_view name) const {
   return std::ranges::any_of(context_->alsoReadable, [&](const std::string& other) {
-    return variant::equalsNoCase(other, name);
+    return text::equalsNoCase(other, name);
   });
 }
 
@@ -50,7 +50,7 @@ bool Guard::mayTouch(Access access, std::string_view name) const {
   if (access == Access::Read && group != TableGroup::Server && isAlsoReadable(name)) return true;
   if (!covers(context_->rights, access, name)) return false;
   if (!isTable || group != TableGroup::Business || !context_->rights.readsListedOnly) return true;
-  return listed_.contains(variant::foldedName(name));
+  return listed_.contains(text::foldedName(name));
 }
 
 bool Guard::allows(const Footprint& footprint) const {

@@ -1,6 +1,6 @@
 #include "database/pool.h"
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::database {
 
@@ -63,7 +63,7 @@ void PooledDatabase::giveBack(std::unique_ptr<Connection> connection) noexcept {
 }
 
 void PooledDatabase::addProcedure(std::string name, Procedure procedure) {
-  procedures_.byFoldedName[variant::foldedName(name)] = std::move(procedure);
+  procedures_.byFoldedName[text::foldedName(name)] = std::move(procedure);
 }
 
 }  // namespace tarlo::database

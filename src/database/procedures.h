@@ -5,12 +5,12 @@
 #include <string>
 
 #include "database/connection.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::database {
 
 struct ProcedureTable {
-  std::map<std::string, Procedure> byFoldedName;  // keys: variant::foldedName
+  std::map<std::string, Procedure> byFoldedName;  // keys: text::foldedName
 };
 
 }  // namespace tarlo::database

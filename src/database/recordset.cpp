@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "database/error.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::database {
 namespace {
@@ -18,7 +18,7 @@ RuntimeError noCurrentRow() {
 
 Variant Recordset::value(std::string_view title) const {
   for (std::size_t i = 0; i < fieldCount(); ++i) {
-    if (variant::equalsNoCase(fieldName(i), title)) return value(i);
+    if (text::equalsNoCase(fieldName(i), title)) return value(i);
   }
   throw RuntimeError(kNoSuchField, "The recordset has no field of that name.", "database");
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::database {
 namespace {
@@ -56,7 +56,7 @@ constexpr std::string_view kEnginePrefix = "sqlite_";
 }  // namespace
 
 TableGroup groupOf(std::string_view table) {
-  const std::string name = variant::foldedName(table);
+  const std::string name = text::foldedName(table);
   if (name.starts_with(kServerPrefix)) return Server;
   if (name.starts_with(kEnginePrefix)) return Platform;
   if (!name.starts_with(kPlatformPrefix)) return Business;
@@ -103,7 +103,7 @@ StatementRights StatementRights::everything() {
 }
 
 void Footprint::add(tsql::Access access, std::string_view name) {
-  Touch touch{access, variant::foldedName(name)};
+  Touch touch{access, text::foldedName(name)};
   if (std::ranges::find(touches, touch) != touches.end()) return;
   if (access == tsql::Access::Execute) {
     executes = true;

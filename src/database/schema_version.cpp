@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "text/sql_text.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
 
 namespace tarlo::database {
 
@@ -18,7 +18,7 @@ StoredSchema storedSchema(Connection& connection) {
 void storeSchemaVersion(Connection& connection, std::string_view writer) {
   connection.execute(
       fmt::format("insert into Tarlo_Schema (Version,WrittenAt,WrittenBy) values ({},getdate(),{})",
-                  kSchemaVersion, variant::sqlText(writer)));
+                  kSchemaVersion, text::sqlText(writer)));
 }
 
 }  // namespace tarlo::database

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::database {
 namespace {
@@ -15,7 +15,7 @@ bool isGo(std::string_view line) {
   const std::size_t first = line.find_first_not_of(kBlanks);
   if (first == std::string_view::npos) return false;
   const std::size_t last = line.find_last_not_of(kBlanks);
-  return variant::equalsNoCase(line.substr(first, last - first + 1), "GO");
+  return text::equalsNoCase(line.substr(first, last - first + 1), "GO");
 }
 
 std::size_t lineBreaks(std::string_view text) {

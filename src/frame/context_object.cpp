@@ -2,14 +2,14 @@
 
 #include <array>
 
+#include "text/fold.h"
 #include "variant/convert.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::frame {
 namespace {
 
-using variant::equalsNoCase;
+using text::equalsNoCase;
 
 [[noreturn]] void raiseUnknown(std::string_view name) {
   throw RuntimeError(ErrorNumber::NoSuchMember, std::string(name));

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <array>
 
+#include "text/pieces.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::frame {
 namespace {
@@ -48,7 +48,7 @@ Variant ServerHTMLEncode(Page& page, const Variant& strA) {
 
 Variant preSQLFormat(Page&, Variant& s, const Variant& bolnull) {
   const std::string text = variant::toText(s);
-  if (variant::trim(text).empty()) {
+  if (text::trim(text).empty()) {
     s = variant::equals(bolnull, true) ? "null" : "''";
   } else {
     s = "'" + rewritten(text, kLiteralText) + "'";

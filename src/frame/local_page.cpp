@@ -4,7 +4,6 @@
 
 #include "frame/statement_scope.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::frame {
 namespace {

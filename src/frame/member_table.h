@@ -5,10 +5,11 @@
 #include <string_view>
 
 #include "frame/context_object.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/object.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::frame {
 
@@ -17,7 +18,7 @@ namespace tarlo::frame {
 inline bool toFlag(const Variant& value) {
   if (value.isEmpty() || value.isNull()) return false;
   if (!value.isText()) return variant::toBoolean(value);
-  const std::string_view text = variant::trim(value.text());
+  const std::string_view text = text::trim(value.text());
   return !text.empty() && variant::toBoolean(Variant(text));
 }
 
@@ -40,7 +41,7 @@ inline constexpr std::size_t kAnyNumber = SIZE_MAX;
 template <class Row>
 const Row& findMember(std::span<const Row> rows, std::string_view name) {
   for (const Row& row : rows) {
-    if (variant::equalsNoCase(row.name, name)) return row;
+    if (text::equalsNoCase(row.name, name)) return row;
   }
   throw RuntimeError(ErrorNumber::NoSuchMember, name);
 }
@@ -63,7 +64,7 @@ class MemberObject : public Object {
   // A method without arguments reads like a property in the pages' language.
   Variant get(std::string_view name, std::span<Variant> arguments = {}) override {
     for (const auto& property : Component::Members::properties()) {
-      if (variant::equalsNoCase(property.name, name)) return property.get(self());
+      if (text::equalsNoCase(property.name, name)) return property.get(self());
     }
     return call(name, arguments);
   }

@@ -3,9 +3,9 @@
 #include "embedded_frame_pages.h"
 #include "frame/policy.h"
 #include "frame/template.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::frame {
 namespace {
@@ -22,7 +22,7 @@ std::string getOEMInfoHTML(Page& page) {
   const std::string text = variant::toText(value);
   const std::string shown = text.substr(0, text.find(','));
   static const Template pane(embedded::frame_pages::find("oem_pane.html"));
-  return pane.fill({{"text", variant::replace(inPlace(Place::Text, shown), "\r\n", "<br>")}});
+  return pane.fill({{"text", text::replace(inPlace(Place::Text, shown), "\r\n", "<br>")}});
 }
 
 }  // namespace tarlo::frame

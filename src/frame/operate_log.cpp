@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "frame/helpers.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 #include "variant/text.h"
@@ -41,7 +42,7 @@ void writeOperateLog(Page& page, database::Connection& connection, Variant& sql)
   });
   Variant literal;
   err.run([&] {
-    literal = variant::replace(variant::toText(sql), "<", "&lt;");
+    literal = text::replace(variant::toText(sql), "<", "&lt;");
     preSQLFormat(page, literal, false);
   });
   const LogRights rights(page, connection);

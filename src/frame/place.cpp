@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "variant/utf8.h"
+#include "text/utf8.h"
 
 namespace tarlo::frame {
 namespace {
@@ -261,7 +261,7 @@ std::string jsonString(std::string_view text) {
     const auto* end = std::find_if_not(text.begin(), text.end(), isPlain);
     out.append(text.begin(), end);
     text.remove_prefix(static_cast<std::size_t>(end - text.begin()));
-    if (!text.empty()) appendEscapes(out, variant::takeCodePoint(text));
+    if (!text.empty()) appendEscapes(out, text::takeCodePoint(text));
   }
   return out += '"';
 }

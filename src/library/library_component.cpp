@@ -1,12 +1,12 @@
 #include "library/library_component.h"
 
 #include "component/operations.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::library {
 
 Variant LibraryComponent::call(std::string_view name, std::span<Variant> arguments) {
-  const bool starts = variant::equalsNoCase(name, "OnStartPage");
+  const bool starts = text::equalsNoCase(name, "OnStartPage");
   if (starts && arguments.size() == 1 && arguments[0].isObject()) {
     const auto context = std::dynamic_pointer_cast<bridge::ForeignObject>(arguments[0].object());
     if (context) {
@@ -16,7 +16,7 @@ Variant LibraryComponent::call(std::string_view name, std::span<Variant> argumen
     }
   }
   Variant result = component_.call(name, arguments);
-  if (variant::equalsNoCase(name, "OnEndPage")) page_.reset();
+  if (text::equalsNoCase(name, "OnEndPage")) page_.reset();
   return result;
 }
 

@@ -10,7 +10,7 @@
 #include "bridge/exported_object.h"
 #include "bridge/registry.h"
 #include "library/library_component.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::library {
 namespace {
@@ -88,7 +88,7 @@ extern "C" {
 int32_t DllGetClassObject(const char* class_id, tarlo_class_factory** factory) {
   using tarlo::library::Factory;
   *factory = nullptr;
-  if (!tarlo::variant::equalsNoCase(class_id, kClassId)) return TARLO_NO_SUCH_CLASS;
+  if (!tarlo::text::equalsNoCase(class_id, kClassId)) return TARLO_NO_SUCH_CLASS;
   return tarlo::library::statusOf(
       [&] { *factory = std::make_unique<Factory>(&tarlo::library::kFactoryFunctions).release(); });
 }

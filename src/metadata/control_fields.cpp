@@ -4,11 +4,11 @@
 #include "metadata/introspection.h"
 #include "metadata/select_list.h"
 #include "metadata/statement_text.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::metadata {
 namespace {
@@ -36,13 +36,13 @@ Variant plainFields(Page& page, const Variant& queryid, std::string_view table,
   std::string list;
   for (std::ptrdiff_t row = 0; row <= pairs.upperBound(2); ++row) {
     const std::string owner = spliced(pairs.at(1, row));
-    if (variant::trim(owner) != variant::trim(table)) continue;
+    if (text::trim(owner) != text::trim(table)) continue;
     list += joined({list.empty() ? "" : ";", owner, ".", spliced(pairs.at(2, row))});
   }
-  const auto items = variant::split(list, ";");
+  const auto items = text::split(list, ";");
   Array fields = tableOf(items.size());
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto names = variant::split(items[i], ".");
+    const auto names = text::split(items[i], ".");
     const Variant found =
         fieldWhere(page, joined({"a.DDF_Name = '", pieceOf(names, 1), "' and b.DDT_Name = '",
                                  pieceOf(names, 0), "' and a.DDF_TableID = b.Zembra_ID"}));
@@ -80,10 +80,10 @@ Variant boundFields(Page& page, const Array& controls, const Variant& isInstance
     list += joined({list.empty() ? "" : ";", cell(0), ",", cell(1), ",", cell(2), ",",
                     spliced(control), ",", spliced(controls.at(1, row))});
   }
-  const auto items = variant::split(list, ";");
+  const auto items = text::split(list, ";");
   Array fields = tableOf(items.size());
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto parts = variant::split(items[i], ",");
+    const auto parts = text::split(items[i], ",");
     for (std::ptrdiff_t column = 1; column <= kColumns; ++column) {
       fields.at(column, static_cast<std::ptrdiff_t>(i) + 1) =
           pieceOf(parts, static_cast<std::size_t>(column) - 1);
@@ -123,11 +123,11 @@ std::vector<std::string_view> listItems(std::string_view statement) {
   std::string_view list = statement.substr(0, statement.find(" from "));
   constexpr std::string_view kSelect = "select ";
   if (list.starts_with(kSelect)) list.remove_prefix(kSelect.size());
-  return variant::split(list, ",");
+  return text::split(list, ",");
 }
 
 bool isDictionaryField(Page& page, std::string_view qualified) {
-  const auto names = variant::split(qualified, ".");
+  const auto names = text::split(qualified, ".");
   if (names.size() != 2) return false;
   const Variant rows = rowsOrNull(
       page, joined({"select b.Zembra_ID from Zembra_DataDict_Table as a , Zembra_DataDict_Field as "
@@ -153,7 +153,7 @@ Variant getQueryFields(Page& page, const Variant& queryid, const Variant& tablen
                        const Variant& controlType, const Variant& isInstance) {
   const std::string given = spliced(tablename);
   if (spliced(controlType).empty()) {
-    const std::string_view trimmed = variant::trim(given);
+    const std::string_view trimmed = text::trim(given);
     return plainFields(page, queryid, trimmed.starts_with('[') ? withoutBrackets(trimmed) : given,
                        isInstance);
   }
@@ -170,8 +170,7 @@ Variant getQueryField(Page&, const Variant& sql) {
   const auto items = listItems(statement);
   Array pairs({2, static_cast<std::ptrdiff_t>(items.size())});
   for (std::size_t i = 0; i < items.size(); ++i) {
-    storePair(pairs, static_cast<std::ptrdiff_t>(i) + 1,
-              pieceOf(variant::split(items[i], " as "), 0));
+    storePair(pairs, static_cast<std::ptrdiff_t>(i) + 1, pieceOf(text::split(items[i], " as "), 0));
   }
   return pairs;
 }
@@ -183,7 +182,7 @@ Variant getCalFieldOrder(Page& page, const Variant& controlid, const Variant&) {
   std::vector<Item> chosen;
   const auto items = listItems(definition.text());
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto parts = variant::split(items[i], " as ");
+    const auto parts = text::split(items[i], " as ");
     if (parts.size() < 2) continue;
     bool isField = false;
     // The outer brackets of the whole go first. A compiled column, [table].[column], is no name of

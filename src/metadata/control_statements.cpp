@@ -6,11 +6,11 @@
 #include "metadata/select_list.h"
 #include "metadata/statement_text.h"
 #include "metadata/versioned_rows.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::metadata {
 namespace {
@@ -22,7 +22,7 @@ constexpr int kCascade = 2;
 constexpr int kList = 3;
 
 std::vector<std::string_view> partsOf(const std::string& definition) {
-  return variant::split(definition, kListMark);
+  return text::split(definition, kListMark);
 }
 
 Variant column(std::string_view table, std::string_view name) {

@@ -5,10 +5,10 @@
 #include "frame/data.h"
 #include "metadata/select_list.h"
 #include "metadata/statement_text.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::metadata {
 namespace {
@@ -90,8 +90,8 @@ Variant getRelTableID(Page& page, const Variant& tablename) {
 Variant getFieldDesc(Page& page, const Variant& fieldname) {
   ErrorState errors;
   std::string name;
-  errors.run([&] { name = variant::trim(spliced(fieldname)); });
-  const auto pieces = variant::split(name, ".");
+  errors.run([&] { name = text::trim(spliced(fieldname)); });
+  const auto pieces = text::split(name, ".");
   // A missing piece stays "": the step that would read it fails and is passed over, and the
   // statement then finds nothing.
   std::string_view table = pieces.empty() ? "" : pieces[0];
@@ -107,7 +107,7 @@ Variant getFieldDesc(Page& page, const Variant& fieldname) {
 Variant getTableDesc(Page& page, Variant& tablename) {
   ErrorState errors;
   std::string name;
-  errors.run([&] { name = variant::trim(spliced(tablename)); });
+  errors.run([&] { name = text::trim(spliced(tablename)); });
   errors.run([&] { name = std::string(withoutBrackets(name)); });
   // Null trims to Null, and an array cannot be trimmed: both stay as the caller gave them.
   if (!tablename.isNull() && !tablename.isArray() && !tablename.isObject()) tablename = name;

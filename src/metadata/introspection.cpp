@@ -5,11 +5,11 @@
 #include "metadata/select_list.h"
 #include "metadata/statement_text.h"
 #include "metadata/versioned_rows.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::metadata {
 namespace {
@@ -44,7 +44,7 @@ Variant getQueryAllTitle(Page& page, const Variant& queryid, const Variant& isIn
 Variant getQueryAllCal(Page& page, const Variant& queryid, const Variant& isInstance) {
   const Variant statement = storedStatement(page, queryid, isInstance);
   if (statement.isNull()) return statement;
-  const std::string list = variant::replace(selectListOf(variant::toText(statement)), "\r\n", "");
+  const std::string list = text::replace(selectListOf(variant::toText(statement)), "\r\n", "");
   return expressionsOf(list, getQueryAllTitle(page, queryid, isInstance));
 }
 
@@ -77,7 +77,7 @@ Variant getTableListTitle(Page& page, const Variant& controlid, const Variant& i
   if (!variant::equals(rows.array().at(1, 0), kTableControl)) return -2;
   return errors.value([&] {
     const std::string definition = variant::toText(rows.array().at(0, 0));
-    return Variant(pieceOf(variant::split(definition, kListMark), 1));
+    return Variant(pieceOf(text::split(definition, kListMark), 1));
   });
 }
 

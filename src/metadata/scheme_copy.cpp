@@ -2,9 +2,9 @@
 
 #include "frame/data.h"
 #include "metadata/statement_text.h"
+#include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
 
 namespace tarlo::metadata {
 namespace {
@@ -23,7 +23,7 @@ std::string insertOf(const Array& scheme) {
   for (std::ptrdiff_t column = 0; column <= scheme.upperBound(1); ++column) {
     if (column > 0) sql += "','";
     const std::string value = spliced(scheme.at(column, 0));
-    sql += column == kStatement ? variant::doubledQuotes(value) : value;
+    sql += column == kStatement ? text::doubledQuotes(value) : value;
   }
   return sql + "')";
 }

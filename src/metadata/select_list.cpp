@@ -1,6 +1,7 @@
 #include "metadata/select_list.h"
 
 #include "metadata/statement_text.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/runtime_error.h"
@@ -35,7 +36,7 @@ std::string aliasOf(const Variant& title) {
 std::string_view firstOperand(std::string_view item) {
   // The order of the cuts makes no difference to where the first of these stands, and is kept.
   for (const char end : {'+', '-', '*', '/', ')'}) item = item.substr(0, item.find(end));
-  const Pieces pieces = variant::split(item, "(");
+  const Pieces pieces = text::split(item, "(");
   return pieceOf(pieces, pieces.size() - 1);
 }
 
@@ -51,7 +52,7 @@ std::string_view withoutBrackets(std::string_view name) {
 }
 
 void storePair(Array& pairs, std::ptrdiff_t row, std::string_view qualified) {
-  const Pieces names = variant::split(qualified, ".");
+  const Pieces names = text::split(qualified, ".");
   const std::string_view table = pieceOf(names, 0);
   const std::string_view column = pieceOf(names, 1);
   const bool isBracketed = table.starts_with('[');
@@ -68,10 +69,10 @@ Variant expressionsOf(std::string list, const Variant& titles) {
   const std::ptrdiff_t count = titles.isArray() ? titles.array().upperBound() : 0;
   for (std::ptrdiff_t k = 1; k <= count; ++k) {
     const std::string alias = aliasOf(titles.array().at(k));
-    const Pieces parts = variant::split(list, alias);
+    const Pieces parts = text::split(list, alias);
     list = joined({pieceOf(parts, 0), kListMark, pieceOf(parts, 1)});
   }
-  const Pieces items = variant::split(list, kListMark);
+  const Pieces items = text::split(list, kListMark);
   Array expressions({static_cast<std::ptrdiff_t>(items.size())});
   for (std::size_t i = 0; i < items.size(); ++i) {
     expressions.elements()[i + 1] = withoutComma(items[i]);
@@ -83,14 +84,14 @@ Variant columnsOf(std::string list, const Variant& titles) {
   const std::ptrdiff_t count = titles.isArray() ? titles.array().upperBound() : 0;
   for (std::ptrdiff_t k = 1; k <= count; ++k) {
     const std::string alias = aliasOf(titles.array().at(k));
-    const Pieces parts = variant::split(list, alias);
+    const Pieces parts = text::split(list, alias);
     const std::string_view before = withoutComma(pieceOf(parts, 0));
     // Without the alias the list stays as it was, its first comma included.
     if (parts.size() > 1) list = joined({before, kListMark, withoutComma(parts[1])});
   }
-  std::string_view rest = variant::trim(list);
+  std::string_view rest = text::trim(list);
   if (rest.ends_with(kListMark)) rest.remove_suffix(kListMark.size());
-  const Pieces items = variant::split(rest, kListMark);
+  const Pieces items = text::split(rest, kListMark);
   Array pairs = pairsFor(items);
   for (std::size_t i = 0; i < items.size(); ++i) {
     storePair(pairs, static_cast<std::ptrdiff_t>(i) + 1, items[i]);
@@ -99,7 +100,7 @@ Variant columnsOf(std::string list, const Variant& titles) {
 }
 
 Variant firstOperandsOf(std::string_view statement) {
-  const Pieces items = variant::split(pieceOf(variant::split(statement, " "), 1), ",");
+  const Pieces items = text::split(pieceOf(text::split(statement, " "), 1), ",");
   Array pairs = pairsFor(items);
   for (std::size_t i = 0; i < items.size(); ++i) {
     storePair(pairs, static_cast<std::ptrdiff_t>(i) + 1, firstOperand(items[i]));

@@ -2,10 +2,10 @@
 
 #include "frame/data.h"
 #include "org/current_user.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::org {
 namespace {
@@ -27,7 +27,7 @@ Variant cellOfCurrentUser(Page& page, std::string_view statement) {
 }  // namespace
 
 std::string joinedGroups(std::string_view stored) {
-  std::string groups(variant::trim(stored));
+  std::string groups(text::trim(stored));
   if (groups == ",") groups = "0";
   if (groups.ends_with(',')) groups += '0';
   return groups;

@@ -5,10 +5,11 @@
 #include "frame/data.h"
 #include "frame/helpers.h"
 #include "frame/statement_scope.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::org {
 namespace {
@@ -55,8 +56,8 @@ std::vector<Grant> grants(Page& page, std::string_view text) {
 
 // Whether the address asks for the operation: nothing or a further value stands behind it.
 bool opens(std::string_view address, std::string_view operation) {
-  const std::string folded = variant::foldedName(address);
-  const std::string wanted = variant::foldedName("action=" + std::string(operation));
+  const std::string folded = text::foldedName(address);
+  const std::string wanted = text::foldedName("action=" + std::string(operation));
   for (std::size_t at = folded.find(wanted); at != std::string::npos;
        at = folded.find(wanted, at + 1)) {
     const std::size_t end = at + wanted.size();
@@ -66,8 +67,8 @@ bool opens(std::string_view address, std::string_view operation) {
 }
 
 bool lists(std::string_view subActions, std::string_view name) {
-  return std::ranges::any_of(variant::split(subActions, ","), [&](std::string_view item) {
-    return variant::equalsNoCase(variant::trim(item), name);
+  return std::ranges::any_of(text::split(subActions, ","), [&](std::string_view item) {
+    return text::equalsNoCase(text::trim(item), name);
   });
 }
 

@@ -7,11 +7,11 @@
 #include "metadata/dictionary_lookups.h"
 #include "scheme/step_fields.h"
 #include "services/data_sources.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -49,7 +49,7 @@ void add(Restored& restored, std::string_view text) {
 // A reference becomes [table.field|id] again. One whose field is gone vanishes, with the text that
 // follows it up to the next one.
 void restorePiece(Page& page, std::string_view piece, Restored& restored) {
-  const auto parts = variant::split(piece, "]");
+  const auto parts = text::split(piece, "]");
   if (parts.size() < 2) return add(restored, piece);
   const Variant field = metadata::getFieldName_Query(page, Variant(parts[0]));
   if (!field.isArray()) return;
@@ -66,7 +66,7 @@ void restoreItem(Page& page, std::string_view item, Restored& restored) {
   const std::size_t colon = item.find(':');
   const std::size_t name = colon == std::string_view::npos ? 0 : colon + 1;
   add(restored, item.substr(0, name));
-  for (const std::string_view piece : variant::split(item.substr(name), "[")) {
+  for (const std::string_view piece : text::split(item.substr(name), "[")) {
     if (!piece.empty()) restorePiece(page, piece, restored);
   }
   restored.rows += "</tr></td>";
@@ -80,8 +80,8 @@ Restored restore(Page& page) {
       frame::execSQLRows(page, "select Query_Vir from Zembra_Query_Main where Query_ID=" +
                                    spliced(page.request.value("prikeyid")));
   if (!rows.isArray()) return restored;
-  const std::string stored(variant::trim(spliced(rows.array().at(0, 0))));
-  for (const std::string_view item : variant::split(stored, ";")) {
+  const std::string stored(text::trim(spliced(rows.array().at(0, 0))));
+  for (const std::string_view item : text::split(stored, ";")) {
     restoreItem(page, item, restored);
   }
   return restored;

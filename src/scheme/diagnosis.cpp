@@ -10,9 +10,9 @@
 #include "frame/statement_scope.h"
 #include "scheme/diagnosis_words.h"
 #include "scheme/step_fields.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -34,12 +34,12 @@ struct Trial {
 
 std::vector<std::string_view> items(const Variant& list, std::string_view separator) {
   if (!list.isText()) return {};
-  return variant::split(list.text(), separator);
+  return text::split(list.text(), separator);
 }
 
 // A condition without its word of logic, which would ask for a further one.
 std::string alone(std::string_view condition) {
-  const auto parts = variant::split(condition, ",");
+  const auto parts = text::split(condition, ",");
   if (parts.size() != 4) return std::string(condition);
   return std::string(parts[0]) + "," + std::string(parts[1]) + "," + std::string(parts[2]) + ",-1";
 }

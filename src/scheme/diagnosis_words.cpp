@@ -2,7 +2,6 @@
 
 #include "metadata/dictionary_lookups.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {

@@ -6,11 +6,11 @@
 #include "frame/template.h"
 #include "scheme/filter_fields.h"
 #include "scheme/step_fields.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -41,7 +41,7 @@ std::string rowMarkup(const std::string& fields, const Condition& condition) {
 }
 
 Condition conditionOf(std::string_view text) {
-  const auto parts = variant::split(text, ",");
+  const auto parts = text::split(text, ",");
   const auto part = [&](std::size_t i) {
     return i < parts.size() ? std::string(parts[i]) : std::string();
   };
@@ -61,10 +61,10 @@ Rows restoredRows(Page& page, const std::string& fields) {
                   spliced(page.request.value("prikeyid")));
   });
   if (!found.isArray()) return {};
-  const std::string stored(variant::trim(spliced(found.array().at(0, 0))));
+  const std::string stored(text::trim(spliced(found.array().at(0, 0))));
   if (stored.empty()) return {rowMarkup(fields, {}), "selectIndex=1;\r\n"};
   Rows rows;
-  for (const std::string_view text : variant::split(stored, "|||")) {
+  for (const std::string_view text : text::split(stored, "|||")) {
     rows.markup += rowMarkup(fields, conditionOf(text));
     rows.counting += "selectIndex++;\r\n";
   }

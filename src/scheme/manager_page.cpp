@@ -5,9 +5,9 @@
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
 #include "scheme/page_frame.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -86,7 +86,7 @@ void addDirectoryViews(Page& page, Object& grid) {
   const Array& cells = rows.array();
   for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
     const std::string name = variant::spliced(cells.at(1, row));
-    const std::string caption = "在<b>[" + std::string(variant::trim(name)) + "]</b>目录下查看";
+    const std::string caption = "在<b>[" + std::string(text::trim(name)) + "]</b>目录下查看";
     const std::string condition = "b.Zembra_ID =" + variant::spliced(cells.at(0, row));
     callMethod(grid, "AddSubMenu",
                {caption, viewScript(condition, name + "目录"), kDirectoryViews});

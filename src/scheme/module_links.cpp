@@ -8,7 +8,6 @@
 #include "frame/template.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {

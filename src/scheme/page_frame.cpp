@@ -11,7 +11,6 @@
 #include "scheme/module_links.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {

@@ -1,8 +1,8 @@
 #include "scheme/posted_definition.h"
 
 #include "scheme/reduction.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -12,7 +12,7 @@ using variant::spliced;
 constexpr std::string_view kSeparator = "|||";
 
 std::string trimmed(Page& page, std::string_view key) {
-  return std::string(variant::trim(spliced(page.request.value(key))));
+  return std::string(text::trim(spliced(page.request.value(key))));
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "scheme/diagnosis.h"
+#include "text/display_width.h"
 #include "variant/convert.h"
-#include "variant/display_width.h"
 #include "variant/error_state.h"
 
 namespace tarlo::scheme {
@@ -26,8 +26,8 @@ constexpr std::size_t kCellColumns = 40;
 
 std::string cellMarkup(const Variant& value) {
   if (value.isNull()) return "<td class=\"tarlo-null\">NULL</td>";
-  const std::string text = variant::visible(variant::spliced(value));
-  const std::string shown = variant::cutTo(text, kCellColumns);
+  const std::string text = text::visible(variant::spliced(value));
+  const std::string shown = text::cutTo(text, kCellColumns);
   const std::string title = shown == text ? "" : " title=\"" + inPlace(Place::Encoded, text) + "\"";
   return "<td" + title + ">" + inPlace(Place::Encoded, shown) + "</td>";
 }

@@ -9,9 +9,9 @@
 #include "scheme/preview_extras.h"
 #include "scheme/title_table.h"
 #include "scheme/wizard_extras.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -27,10 +27,10 @@ std::vector<std::string> titlesInList(std::string_view statement) {
   const std::string_view head = statement.substr(0, from);
   const std::string_view list = head.size() > kSelect ? head.substr(kSelect) : std::string_view();
   std::vector<std::string> titles;
-  for (const std::string_view item : variant::split(list, ",")) {
-    const auto parts = variant::split(item, " as ");
+  for (const std::string_view item : text::split(list, ",")) {
+    const auto parts = text::split(item, " as ");
     if (parts.size() < 2) continue;
-    std::string_view title = variant::trim(parts.back());
+    std::string_view title = text::trim(parts.back());
     if (title.size() > 1 && title.front() == '[') title = title.substr(1, title.size() - 2);
     titles.emplace_back(title);
   }

@@ -1,14 +1,14 @@
 #include "scheme/reduction.h"
 
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::scheme {
 namespace {
 
 std::string reducedExpression(std::string_view expression) {
   std::string output;
-  for (const std::string_view piece : variant::split(expression, "]")) {
-    for (const std::string_view part : variant::split(piece, "[")) {
+  for (const std::string_view piece : text::split(expression, "]")) {
+    for (const std::string_view part : text::split(piece, "[")) {
       const std::size_t bar = part.find('|');
       if (bar == std::string_view::npos) {
         output += part;
@@ -25,9 +25,9 @@ std::string reducedExpression(std::string_view expression) {
 }  // namespace
 
 std::string reducedComputed(std::string_view posted) {
-  std::string text = variant::replace(variant::replace(posted, "‘", "'"), "’", "'");
+  std::string text = text::replace(text::replace(posted, "‘", "'"), "’", "'");
   std::string result;
-  for (const std::string_view item : variant::split(text, ";")) {
+  for (const std::string_view item : text::split(text, ";")) {
     const std::size_t colon = item.find(':');
     const std::size_t head = colon == std::string_view::npos ? 0 : colon + 1;
     result.append(item.substr(0, head)).append(reducedExpression(item.substr(head))).append(";");

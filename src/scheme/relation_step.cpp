@@ -7,11 +7,11 @@
 #include "frame/sibling_calls.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -56,7 +56,7 @@ std::string neighbourRelations(Page& page, const std::string& table) {
   const std::string neighbours =
       ids(page, touching("DDR_MainTableID", "DDR_RelationTableID", table));
   std::string list;
-  for (const std::string_view piece : variant::split(neighbours, ",")) {
+  for (const std::string_view piece : text::split(neighbours, ",")) {
     if (!piece.empty()) list += ids(page, touching("Zembra_ID", "Zembra_ID", piece));
   }
   cutComma(list);
@@ -82,7 +82,7 @@ struct Selection {
 
 std::string optionalSteps(const Array& scheme) {
   const auto isUsed = [&](std::ptrdiff_t column) {
-    return !variant::trim(spliced(scheme.at(column, 0))).empty();
+    return !text::trim(spliced(scheme.at(column, 0))).empty();
   };
   std::string steps;
   if (isUsed(1)) steps += "1,";
@@ -124,7 +124,7 @@ Selection readSelection(Page& page) {
         "Query_ID=" +
             spliced(page.request.value("prikeyid")));
     if (!rows.isArray()) return;
-    stored = variant::trim(spliced(rows.array().at(0, 0)));
+    stored = text::trim(spliced(rows.array().at(0, 0)));
     selection.steps = optionalSteps(rows.array());
   });
   err.run([&] { selectRelations(page, stored, selection); });

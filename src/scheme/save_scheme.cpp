@@ -5,12 +5,12 @@
 #include "frame/statement_scope.h"
 #include "scheme/posted_definition.h"
 #include "scheme/save_statement.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -31,7 +31,7 @@ constexpr std::string_view kSaved =
 
 SchemeRow postedRow(Page& page) {
   const auto value = [&](std::string_view key) { return spliced(page.request.value(key)); };
-  const auto doubled = [&](std::string_view key) { return variant::doubledQuotes(value(key)); };
+  const auto doubled = [&](std::string_view key) { return text::doubledQuotes(value(key)); };
   SchemeRow row;
   row.isChange = value("type") == "1";
   row.id = value("prikeyid");
@@ -61,7 +61,7 @@ std::string keyFieldOf(Page& page, const Variant& table) {
 }
 
 std::string_view save(Page& page, SchemeRow row) {
-  if (variant::trim(row.name).empty()) return kNoName;
+  if (text::trim(row.name).empty()) return kNoName;
   ErrorState err;
   bool inUse = false;
   // A test that fails does not stop the save.

@@ -3,13 +3,13 @@
 #include <string_view>
 #include <vector>
 
+#include "text/sql_text.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
 
 namespace tarlo::scheme {
 namespace {
 
-using variant::doubledQuotes;
+using text::doubledQuotes;
 using variant::spliced;
 
 std::string updateStatement(const SchemeRow& row, bool hasStatistics) {

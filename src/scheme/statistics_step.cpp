@@ -10,11 +10,11 @@
 #include "metadata/dictionary_lookups.h"
 #include "scheme/step_fields.h"
 #include "services/data_sources.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -63,7 +63,7 @@ Stored readStored(Page& page) {
   });
   if (!rows.isArray()) return {};
   const auto cell = [&](std::ptrdiff_t column) {
-    return std::string(variant::trim(spliced(rows.array().at(column, 0))));
+    return std::string(text::trim(spliced(rows.array().at(column, 0))));
   };
   return {cell(0), cell(1), cell(2)};
 }
@@ -100,15 +100,15 @@ std::string functionLine(std::string_view code) {
 
 // The page's strings hold a backslash in front of each apostrophe.
 std::string escaped(const std::string& text) {
-  return inPlace(Place::ScriptSingle, variant::replace(text, "'", "\\'"));
+  return inPlace(Place::ScriptSingle, text::replace(text, "'", "\\'"));
 }
 
 std::string statisticsScript(Page& page, const Stored& stored) {
   if (stored.statistics.empty()) return "";
-  const auto items = variant::split(stored.statistics, "|||");
+  const auto items = text::split(stored.statistics, "|||");
   std::string lines;
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto parts = variant::split(items[i], ",");
+    const auto parts = text::split(items[i], ",");
     const std::string_view token = parts.empty() ? std::string_view() : parts[0];
     lines += itemName(page, i, token, stored.computed);
     if (parts.size() > 1) lines += functionLine(parts[1]);
@@ -127,7 +127,7 @@ std::string groupingScript(std::string grouping) {
   const std::string all = inPlace(Place::Numbers, grouping);
   std::string script = "    document.all(\"groupby\").selectvalue=" + all +
                        ";\r\n    document.all(\"groupby\").value=" + all + ";\r\n";
-  const auto fields = variant::split(grouping, ",");
+  const auto fields = text::split(grouping, ",");
   for (std::size_t i = 1; i < fields.size(); ++i) {
     script += "    appgroup();\r\n    document.all(\"groupby\")[" + std::to_string(i) +
               "].selectvalue=" + inPlace(Place::Number, fields[i]) + ";\r\n";
@@ -143,7 +143,7 @@ std::string_view shownCaption(std::string_view fields) {
 }
 
 std::string withoutLineEnds(const std::string& text) {
-  return variant::replace(text, "\r\n", "");
+  return text::replace(text, "\r\n", "");
 }
 
 }  // namespace
@@ -151,7 +151,7 @@ std::string withoutLineEnds(const std::string& text) {
 void addSearchDlg4(Page& page) {
   static const Template controls(embedded::scheme_pages::find("statistics_step.html"));
   static const Template script(embedded::scheme_pages::find("statistics_step.js"));
-  const std::string table(variant::trim(spliced(page.request.value("sTable"))));
+  const std::string table(text::trim(spliced(page.request.value("sTable"))));
   std::string posted = spliced(page.request.value("virtual"));
   const std::string step = spliced(page.request.value("gostep"));
   if (step == "6") posted = unescaped(posted);

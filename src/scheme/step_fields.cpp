@@ -1,9 +1,9 @@
 #include "scheme/step_fields.h"
 
 #include "metadata/relation_table.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 
@@ -23,14 +23,14 @@ std::vector<RelatedTable> relatedTables(Page& page, const std::string& mainTable
 
 std::vector<std::string> computedNames(std::string_view posted) {
   std::vector<std::string> names;
-  for (const std::string_view item : variant::split(posted, ";")) {
+  for (const std::string_view item : text::split(posted, ";")) {
     names.emplace_back(item.substr(0, item.find(':')));
   }
   return names;
 }
 
 std::string unescaped(std::string_view posted) {
-  return variant::replace(variant::replace(posted, "%25", "%"), "%2B", "+");
+  return text::replace(text::replace(posted, "%25", "%"), "%2B", "+");
 }
 
 }  // namespace tarlo::scheme

@@ -11,11 +11,11 @@
 #include "services/action_help.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -88,7 +88,7 @@ void readMultiLevel(Page& page, Preset& preset) {
       "where Query_ID=" +
           preset.id);
   if (!rows.isArray()) return;
-  preset.isMultiLevel = variant::trim(spliced(rows.array().at(4, 0))) != "0";
+  preset.isMultiLevel = text::trim(spliced(rows.array().at(4, 0))) != "0";
 }
 
 Preset readPreset(Page& page) {

@@ -4,9 +4,9 @@
 
 #include "frame/data.h"
 #include "frame/place.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::services {
 namespace {
@@ -38,7 +38,7 @@ Variant getActionHelp(Page& page, const Variant& sAction) {
   const Variant joined = joinedColumn(page, sAction, Column::Text);
   if (joined.isEmpty()) return "暂时没有相关的帮助";
   std::string items;
-  for (const std::string_view line : variant::split(joined.text(), "\r\n")) {
+  for (const std::string_view line : text::split(joined.text(), "\r\n")) {
     if (!line.empty()) {
       items.append("<li>").append(frame::inPlace(frame::Place::Text, line)).append("</li>");
     }

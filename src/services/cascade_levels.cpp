@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "variant/text.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 
 namespace tarlo::services {
 namespace {
@@ -10,7 +11,7 @@ namespace {
 constexpr std::string_view kSessionName = "TarloRelation.levels";
 
 std::string_view withoutBrackets(std::string_view name) {
-  name = variant::trim(name);
+  name = text::trim(name);
   if (name.size() > 1 && name.front() == '[' && name.back() == ']') {
     name = name.substr(1, name.size() - 2);
   }
@@ -21,7 +22,7 @@ std::string_view withoutBrackets(std::string_view name) {
 std::optional<std::string> columnOf(std::string_view name, std::string_view table) {
   const std::size_t dot = name.find('.');
   if (dot != std::string_view::npos) {
-    if (!variant::equalsNoCase(withoutBrackets(name.substr(0, dot)), table)) return {};
+    if (!text::equalsNoCase(withoutBrackets(name.substr(0, dot)), table)) return {};
     name = name.substr(dot + 1);
   }
   return std::string(withoutBrackets(name));
@@ -33,7 +34,7 @@ std::optional<CascadeLevel> cascadeLevel(std::string_view table, std::string_vie
                                          std::string_view value, std::string_view text,
                                          std::string_view condition) {
   CascadeLevel level{std::string(withoutBrackets(table)), "", "", "",
-                     std::string(variant::trim(condition))};
+                     std::string(text::trim(condition))};
   const auto linkColumn = columnOf(link, level.table);
   const auto valueColumn = columnOf(value, level.table);
   const auto textColumn = columnOf(text, level.table);
@@ -47,12 +48,11 @@ std::optional<CascadeLevel> cascadeLevel(std::string_view table, std::string_vie
 std::vector<CascadeLevel> cascadeLevels(std::string_view relation) {
   constexpr std::size_t kNames = 4;
   std::vector<CascadeLevel> levels;
-  for (const std::string_view piece : variant::split(relation, ";")) {
-    const auto parts = variant::split(piece, ",");
+  for (const std::string_view piece : text::split(relation, ";")) {
+    const auto parts = text::split(piece, ",");
     if (parts.size() < kNames) continue;
     const std::vector<std::string_view> rest(parts.begin() + kNames, parts.end());
-    const auto level =
-        cascadeLevel(parts[0], parts[1], parts[2], parts[3], variant::join(rest, ","));
+    const auto level = cascadeLevel(parts[0], parts[1], parts[2], parts[3], text::join(rest, ","));
     if (level) levels.push_back(*level);
   }
   return levels;

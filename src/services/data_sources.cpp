@@ -5,10 +5,10 @@
 #include "frame/data.h"
 #include "frame/helpers.h"
 #include "frame/statement_scope.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::services {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 using variant::spliced;
 
 std::string encoded(Page& page, const Variant& cell) {
-  return spliced(frame::replaceChar(page, variant::trim(spliced(cell))));
+  return spliced(frame::replaceChar(page, text::trim(spliced(cell))));
 }
 
 std::string optionsXml(Page& page, const Array& cells) {

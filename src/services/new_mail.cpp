@@ -73,9 +73,9 @@ std::string encodedHeader(const std::string& text) {
 
 std::vector<std::string> addressesOf(const std::string& list) {
   std::vector<std::string> addresses;
-  const std::string commas = variant::replace(list, ";", ",");
-  for (const std::string_view piece : variant::split(commas, ",")) {
-    const std::string_view address = variant::trim(piece);
+  const std::string commas = text::replace(list, ";", ",");
+  for (const std::string_view piece : text::split(commas, ",")) {
+    const std::string_view address = text::trim(piece);
     if (!address.empty()) addresses.emplace_back(address);
   }
   return addresses;

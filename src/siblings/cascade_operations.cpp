@@ -11,17 +11,18 @@
 #include "org/may_call.h"
 #include "services/cascade_levels.h"
 #include "siblings/json_answer.h"
+#include "text/fold.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::siblings {
 namespace {
 
 using services::CascadeLevel;
+using text::sqlText;
 using variant::spliced;
-using variant::sqlText;
 
 // What the platform's own pages build cascades over.
 struct PlatformTable {
@@ -36,10 +37,10 @@ constexpr std::array<std::string_view, 3> kConditions = {
 
 bool isPlatformColumn(const CascadeLevel& level, std::string_view column) {
   const auto isSame = [](std::string_view name) {
-    return [name](std::string_view other) { return variant::equalsNoCase(name, other); };
+    return [name](std::string_view other) { return text::equalsNoCase(name, other); };
   };
   return std::ranges::any_of(kPlatformTables, [&](const PlatformTable& known) {
-    return variant::equalsNoCase(known.table, level.table) &&
+    return text::equalsNoCase(known.table, level.table) &&
            std::ranges::any_of(known.columns, isSame(column));
   });
 }
@@ -69,7 +70,7 @@ bool isStored(Page& page, const CascadeLevel& level) {
   const auto& cells = rows.array().elements();
   return std::ranges::any_of(cells, [&](const Variant& cell) {
     const std::string definition = spliced(cell);
-    const auto parts = variant::split(definition, "|||");
+    const auto parts = text::split(definition, "|||");
     if (parts.size() < 2) return false;
     const auto levels = services::cascadeLevels(parts[1]);
     return std::ranges::find(levels, level) != levels.end();

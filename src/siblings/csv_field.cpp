@@ -1,15 +1,14 @@
 #include "siblings/csv_field.h"
 
 #include "siblings/grid_rows.h"
+#include "text/csv.h"
 #include "variant/convert.h"
-#include "variant/csv.h"
 
 namespace tarlo::siblings {
 
 std::string csvText(const Variant& value) {
   std::string text = shownText(value);
-  if (variant::looksLikeFormula(text) && !variant::isNumeric(value))
-    text.insert(text.begin(), '\'');
+  if (text::looksLikeFormula(text) && !variant::isNumeric(value)) text.insert(text.begin(), '\'');
   return text;
 }
 
@@ -17,7 +16,7 @@ std::string csvRecord(const std::vector<std::string>& fields) {
   std::string record;
   for (const std::string& field : fields) {
     if (&field != &fields.front()) record += ',';
-    record += variant::csvQuoted(field);
+    record += text::csvQuoted(field);
   }
   return record + "\r\n";
 }

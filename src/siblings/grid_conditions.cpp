@@ -1,6 +1,7 @@
 #include "siblings/grid_conditions.h"
 
-#include "variant/text.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -24,12 +25,12 @@ bool isNameByte(char c) {
 // Only a script that begins with the call counts: captions hold names that people have typed, and
 // what such a name looks like must not open the door to it.
 std::string conditionOf(std::string_view script) {
-  script = variant::trim(script);
+  script = text::trim(script);
   std::size_t i = 0;
   while (i < script.size() && isNameByte(script[i])) ++i;
   constexpr std::string_view kCall = ".gotoView(";
   if (i == 0 || !script.substr(i).starts_with(kCall)) return {};
-  return leadingLiteral(variant::ltrim(script.substr(i + kCall.size())));
+  return leadingLiteral(text::ltrim(script.substr(i + kCall.size())));
 }
 
 }  // namespace
@@ -45,11 +46,11 @@ std::string unescapedScript(std::string_view text) {
 }
 
 std::string_view bareCondition(std::string_view condition) {
-  condition = variant::trim(condition);
+  condition = text::trim(condition);
   constexpr std::string_view kAnd = "and ";
   if (condition.size() > kAnd.size() &&
-      variant::equalsNoCase(condition.substr(0, kAnd.size()), kAnd)) {
-    condition = variant::trim(condition.substr(kAnd.size()));
+      text::equalsNoCase(condition.substr(0, kAnd.size()), kAnd)) {
+    condition = text::trim(condition.substr(kAnd.size()));
   }
   return condition;
 }

@@ -7,15 +7,15 @@
 #include "siblings/grid_markup.h"
 #include "siblings/grid_rows.h"
 #include "siblings/grid_state.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::siblings {
 namespace {
 
-using variant::sqlText;
+using text::sqlText;
 
 std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grids,
                                             const GridDefinition& grid) {
@@ -53,7 +53,7 @@ void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
 
 std::string drawGrid(Page& page, GridDefinition grid) {
   // A page without a statement has nothing to list: its grid is empty, and not broken.
-  if (variant::trim(grid.sql).empty()) return gridMarkup(grid, {});
+  if (text::trim(grid.sql).empty()) return gridMarkup(grid, {});
   ErrorState err;
   DrawnGrid drawn;
   std::shared_ptr<GridState> state;

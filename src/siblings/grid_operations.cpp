@@ -11,6 +11,8 @@
 #include "siblings/grid_rows.h"
 #include "siblings/grid_state.h"
 #include "siblings/json_answer.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 #include "variant/text.h"
@@ -42,12 +44,12 @@ GridRequest requestOf(Page& page, const GridDefinition& grid) {
   const std::int64_t column = numberOf(page, "sort");
   if (column > 0 && column <= static_cast<std::int64_t>(grid.captions.size())) {
     request.sort = {static_cast<std::size_t>(column) + 1,
-                    variant::equalsNoCase(textOf(page, "dir"), "desc")};
+                    text::equalsNoCase(textOf(page, "dir"), "desc")};
   }
   request.filter.conditions = {textOf(page, "view"), textOf(page, "right")};
   if (grid.search) {
     const std::string search = textOf(page, "search");
-    request.filter.search = variant::trim(variant::left(search, kMostSearchUnits));
+    request.filter.search = text::trim(variant::left(search, kMostSearchUnits));
   }
   return request;
 }

@@ -8,7 +8,7 @@
 #include <array>
 #include <system_error>
 
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -36,7 +36,7 @@ PreparedGrid::PreparedGrid(const GridDefinition& grid, tsql::Catalogue& catalogu
       shown(shownOf(grid)),
       pageSize(grid.rowsPerPage()),
       statement(grid.sql, grid.orderBy, shown, catalogue),
-      ordered(variant::trim(orderBy).empty() ? "" : statement.all({}, {})),
+      ordered(text::trim(orderBy).empty() ? "" : statement.all({}, {})),
       firstPage(statement.page({}, {}, 0, pageSize)) {}
 
 bool PreparedGrid::serves(const GridDefinition& grid) const {

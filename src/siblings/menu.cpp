@@ -74,7 +74,7 @@ std::string Menu::linkMarkup(const Entry& entry, bool opens) {
 std::string Menu::pullDownMarkup(const Entry& top) const {
   std::string items;
   for (const Entry& entry : subEntries_) {
-    if (!variant::equalsNoCase(entry.subMenu, top.subMenu)) continue;
+    if (!text::equalsNoCase(entry.subMenu, top.subMenu)) continue;
     items += entry.isSeparator() ? std::string(kSeparator)
                                  : "<li role=\"none\">" + linkMarkup(entry, false) + "</li>";
   }

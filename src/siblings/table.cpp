@@ -15,13 +15,13 @@ constexpr int kMostPageSize = 500;
 
 std::vector<std::string> captionsOf(std::string_view title) {
   std::vector<std::string> captions;
-  for (const std::string_view caption : variant::split(title, "|")) captions.emplace_back(caption);
+  for (const std::string_view caption : text::split(title, "|")) captions.emplace_back(caption);
   return captions;
 }
 
 std::string titleOf(const GridDefinition& grid) {
   std::vector<std::string_view> captions(grid.captions.begin(), grid.captions.end());
-  return variant::join(captions, "|");
+  return text::join(captions, "|");
 }
 
 bool isScriptName(std::string_view name) {
@@ -34,7 +34,7 @@ bool isScriptName(std::string_view name) {
 
 // "95%", "600" and "600px" as they are; anything else does not reach the page's style.
 std::string widthOf(std::string_view text) {
-  text = variant::trim(text);
+  text = text::trim(text);
   const auto digits = std::min(text.find_first_not_of("0123456789"), text.size());
   const std::string_view unit = text.substr(digits);
   if (digits == 0 || (unit != "%" && unit != "px" && !unit.empty())) return "100%";

@@ -5,10 +5,10 @@
 #include <ctime>
 #include <optional>
 
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/date_text.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::variant {
 namespace {
@@ -94,11 +94,11 @@ bool exists(const CalendarTime& time) {
 }  // namespace
 
 std::optional<CalendarTime> parseDateText(std::string_view text) {
-  text = trim(text);
+  text = text::trim(text);
   CalendarTime time;
   if (!takeDay(text, time)) return std::nullopt;
   if (take(text, ' ')) {
-    text = ltrim(text);
+    text = text::ltrim(text);
     if (!takeTime(text, time)) return std::nullopt;
   }
   if (!text.empty() || !exists(time)) return std::nullopt;

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "text/fold.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/date_text.h"
 #include "variant/number.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::variant {
 namespace {
@@ -35,9 +36,9 @@ std::weak_ordering orderTexts(std::string_view a, std::string_view b) {
 // What text is worth against `other`: a number, or for a Boolean its name, or for a date its text.
 std::optional<Number> valueAgainst(const Variant& text, State other) {
   if (other == State::Boolean) {
-    const std::string_view word = trim(text.text());
-    if (equalsNoCase(word, "True")) return std::int64_t{-1};
-    if (equalsNoCase(word, "False")) return std::int64_t{0};
+    const std::string_view word = text::trim(text.text());
+    if (text::equalsNoCase(word, "True")) return std::int64_t{-1};
+    if (text::equalsNoCase(word, "False")) return std::int64_t{0};
   }
   if (other == State::Date) {
     if (const auto time = parseDateText(text.text())) {

@@ -6,10 +6,11 @@
 #include <cmath>
 #include <limits>
 
+#include "text/fold.h"
+#include "text/pieces.h"
 #include "variant/date_text.h"
 #include "variant/number.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::variant {
 namespace {
@@ -110,9 +111,9 @@ double toDouble(const Variant& value) {
 
 bool toBoolean(const Variant& value) {
   if (value.isText()) {
-    const std::string_view word = trim(value.text());
-    if (equalsNoCase(word, "True")) return true;
-    if (equalsNoCase(word, "False")) return false;
+    const std::string_view word = text::trim(value.text());
+    if (text::equalsNoCase(word, "True")) return true;
+    if (text::equalsNoCase(word, "False")) return false;
   }
   return toDouble(value) != 0;
 }

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "text/pieces.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::variant {
 namespace {
@@ -140,7 +140,7 @@ std::int64_t doubleAsInt64(double value) {
 }  // namespace
 
 std::optional<Number> parseNumber(std::string_view text) {
-  text = trim(text);
+  text = text::trim(text);
   if (text.empty()) return std::nullopt;
   std::int64_t integer = 0;
   const auto parsed = std::from_chars(text.data(), text.data() + text.size(), integer);

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "text/utf8.h"
 #include "variant/runtime_error.h"
-#include "variant/utf8.h"
 
 namespace tarlo::variant {
 namespace {
@@ -17,7 +17,7 @@ struct Character {
 
 // The character that begins at byte `i`; a byte that begins none is a character of one unit.
 Character characterAt(std::string_view text, std::size_t i) {
-  const std::size_t length = utf8Length(text.substr(i));
+  const std::size_t length = text::utf8Length(text.substr(i));
   if (length == 4) return {4, 2};
   return {length == 0 ? 1 : length, 1};
 }
@@ -65,10 +65,6 @@ Cut checkedStart(std::string_view text, std::ptrdiff_t start) {
   return cutAt(text, static_cast<std::size_t>(start) - 1);
 }
 
-char folded(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 std::size_t len(std::string_view text) {
@@ -105,64 +101,6 @@ std::size_t inStr(std::string_view text, std::string_view wanted, std::size_t st
   const std::string_view rest = text.substr(from.after);
   const std::size_t found = rest.find(wanted);
   return found == std::string_view::npos ? 0 : from.units + len(rest.substr(0, found)) + 1;
-}
-
-std::string replace(std::string_view text, std::string_view wanted, std::string_view by) {
-  std::string result;
-  result.reserve(text.size());
-  std::size_t from = 0;
-  if (!wanted.empty()) {
-    for (std::size_t found; (found = text.find(wanted, from)) != std::string_view::npos;) {
-      result.append(text, from, found - from).append(by);
-      from = found + wanted.size();
-    }
-  }
-  return result.append(text, from);
-}
-
-std::vector<std::string_view> split(std::string_view text, std::string_view separator) {
-  std::vector<std::string_view> pieces;
-  if (text.empty()) return pieces;
-  std::size_t from = 0;
-  if (!separator.empty()) {
-    for (std::size_t found; (found = text.find(separator, from)) != std::string_view::npos;) {
-      pieces.push_back(text.substr(from, found - from));
-      from = found + separator.size();
-    }
-  }
-  pieces.push_back(text.substr(from));
-  return pieces;
-}
-
-std::string join(const std::vector<std::string_view>& pieces, std::string_view separator) {
-  std::string result;
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    if (i > 0) result.append(separator);
-    result.append(pieces[i]);
-  }
-  return result;
-}
-
-std::string_view ltrim(std::string_view text) {
-  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
-}
-
-std::string_view rtrim(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
-std::string_view trim(std::string_view text) {
-  return ltrim(rtrim(text));
-}
-
-bool equalsNoCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, {}, folded, folded);
-}
-
-std::string foldedName(std::string_view name) {
-  std::string result(name);
-  std::ranges::transform(result, result.begin(), folded);
-  return result;
 }
 
 }  // namespace tarlo::variant

@@ -4,9 +4,7 @@
 // character. Bytes that are not UTF-8 count as one unit each and pass through.
 
 #include <cstddef>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace tarlo::variant {
 
@@ -19,17 +17,5 @@ std::string_view right(std::string_view text, std::ptrdiff_t length);  // negati
 // 1-based position of the first occurrence at or behind `start`, 0 when there is none. "" is found
 // at `start` when a character stands there, so never in an empty text. A start of 0 raises error 5.
 std::size_t inStr(std::string_view text, std::string_view wanted, std::size_t start = 1);
-// Every occurrence, left to right; an empty `wanted` gives the text unchanged.
-std::string replace(std::string_view text, std::string_view wanted, std::string_view by);
-// Pieces between separators; an empty text gives NO piece (an array whose upper bound is -1). The
-// views point into `text`.
-std::vector<std::string_view> split(std::string_view text, std::string_view separator);
-std::string join(const std::vector<std::string_view>& pieces, std::string_view separator);
-std::string_view trim(std::string_view text);  // blanks (U+0020) only, both ends
-std::string_view ltrim(std::string_view text);
-std::string_view rtrim(std::string_view text);
-// ASCII case folding, for names: true when both are equal but for the case of A to Z.
-bool equalsNoCase(std::string_view a, std::string_view b);
-std::string foldedName(std::string_view name);  // A to Z to lower case
 
 }  // namespace tarlo::variant

@@ -8,10 +8,10 @@
 #include "frame/helpers.h"
 #include "frame/template.h"
 #include "org/current_user.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 #include "workflow/panel_statements.h"
 
 namespace tarlo::workflow {
@@ -122,8 +122,8 @@ void WorkFlowWaitingForDealList(Page& page) {
   const auto title = [&](const Array& cells, std::ptrdiff_t row) {
     const std::string permission =
         inPlace(Place::Address, spliced(permissionOf(page, cells.at(2, row))));
-    return variant::replace(cellMarkup(kStepCell, spliced(cells.at(0, row))), "&intPermission=0&",
-                            "&intPermission=" + permission + "&");
+    return text::replace(cellMarkup(kStepCell, spliced(cells.at(0, row))), "&intPermission=0&",
+                         "&intPermission=" + permission + "&");
   };
   const auto state = [](const Array& cells, std::ptrdiff_t row) {
     return cellMarkup(kStepCell, spliced(cells.at(1, row)));

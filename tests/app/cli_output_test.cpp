@@ -9,8 +9,8 @@
 #include "app/statement_diff.h"
 #include "app/table.h"
 #include "compile/statement_parts.h"
+#include "text/display_width.h"
 #include "variant/array.h"
-#include "variant/display_width.h"
 
 namespace tarlo::app {
 namespace {
@@ -38,8 +38,8 @@ TEST(DisplayWidth, ShowsWhatWouldHideOrMoveTheCursor) {
       {"\xF5\x80\x80\x80", "\\xf5\\x80\\x80\\x80", 16},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(variant::visible(row.text), row.shown);
-    EXPECT_EQ(variant::displayWidth(variant::visible(row.text)), row.width) << row.shown;
+    EXPECT_EQ(text::visible(row.text), row.shown);
+    EXPECT_EQ(text::displayWidth(text::visible(row.text)), row.width) << row.shown;
   }
 }
 
@@ -59,8 +59,8 @@ TEST(TableTest, KeepsToItsWidth) {
   table.finish();
   EXPECT_EQ(out.str(), "名称      n\n--------  -\n客户名称  5\n");
   EXPECT_EQ(table.columnsShown(), 2u);
-  EXPECT_EQ(variant::cutTo("客户名称", 8), "客户名称");
-  EXPECT_EQ(variant::cutTo("客户名称", 6), "客户…");
+  EXPECT_EQ(text::cutTo("客户名称", 8), "客户名称");
+  EXPECT_EQ(text::cutTo("客户名称", 6), "客户…");
 }
 
 TEST(TableTest, WritesRowsAsTheyComeOnceItHasMeasured) {

@@ -24,9 +24,9 @@
 #include "siblings/siblings.h"
 #include "support/page_structure.h"
 #include "support/shell_words.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
-#include "variant/text.h"
 
 namespace tarlo::app {
 namespace {
@@ -120,7 +120,7 @@ TEST(HostileValues, AreSeenWhereNothingHoldsThem) {
         "<p title=" + value + ">", "<textarea>" + value, "<title>" + value, "<!-- " + value,
         "<script>var a='" + value + "';</script>", "<script>var a=\"" + value + "\";</script>",
         "<script>var a=" + value + ";</script>", "<script>/* */ // " + value,
-        "<p onclick=\"f('" + tarlo::variant::replace(value, "\"", "&quot;") + "')\">",
+        "<p onclick=\"f('" + tarlo::text::replace(value, "\"", "&quot;") + "')\">",
         "<script>x.innerHTML='" + tarlo::frame::inPlace(frame::Place::Script, value) +
             "';</script>"}) {
     EXPECT_TRUE(acts(page)) << page;
@@ -143,9 +143,9 @@ class HostileDatabase {
   void fill(const std::string& table, const std::string& column) {
     const std::string set = "update " + table + " set " + column + "=N'";
     try {
-      execute(set + variant::doubledQuotes(kHostile) + "'+ISNULL(" + column + ",'')");
+      execute(set + text::doubledQuotes(kHostile) + "'+ISNULL(" + column + ",'')");
     } catch (const RuntimeError&) {
-      execute(set + variant::doubledQuotes(kShort) + "'");
+      execute(set + text::doubledQuotes(kShort) + "'");
     }
   }
   template <class Write>

@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "variant/text.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 
 namespace tarlo::component {
 namespace {
@@ -20,7 +21,7 @@ std::vector<std::array<std::string, 5>> expectedRows() {
   std::string line;
   std::getline(file, line);  // titles
   while (std::getline(file, line)) {
-    const auto cells = variant::split(line, "\t");
+    const auto cells = text::split(line, "\t");
     if (cells.size() != 5) throw std::runtime_error(line);
     std::ranges::copy(cells, rows.emplace_back().begin());
   }
@@ -38,14 +39,14 @@ TEST(Operations, AgreeWithTheList) {
     EXPECT_EQ(operation->kind == OperationKind::Page, kind == "page") << name;
     EXPECT_EQ(operation->errors == ErrorMode::Raise, errors == "raise") << name;
     EXPECT_EQ(operation->argumentNames, arguments == "-" ? "" : arguments) << name;
-    EXPECT_EQ(operation->arity, variant::split(operation->argumentNames, ",").size()) << name;
+    EXPECT_EQ(operation->arity, text::split(operation->argumentNames, ",").size()) << name;
   }
 }
 
 TEST(Operations, StandInOrderAndAreFoundInAnyCase) {
   for (std::size_t i = 0; i < operations().size(); ++i) {
-    const std::string name = variant::foldedName(operations()[i].name);
-    const std::string before = i > 0 ? variant::foldedName(operations()[i - 1].name) : "";
+    const std::string name = text::foldedName(operations()[i].name);
+    const std::string before = i > 0 ? text::foldedName(operations()[i - 1].name) : "";
     EXPECT_LT(before, name);
     EXPECT_EQ(findOperation(name), &operations()[i]);
   }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/decode/values.h"
-#include "variant/utf8.h"
+#include "text/utf8.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ void require(bool holds) {
 
 void checkUtf8(std::string_view text) {
   while (!text.empty()) {
-    const std::size_t length = tarlo::variant::utf8Length(text);
+    const std::size_t length = tarlo::text::utf8Length(text);
     require(length > 0);
     text.remove_prefix(length);
   }

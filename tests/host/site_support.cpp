@@ -7,7 +7,7 @@
 #include "database/schema_version.h"
 #include "database/script.h"
 #include "support/schema_files.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::host::testing {
 
@@ -37,7 +37,7 @@ const std::filesystem::path& templateDatabase() {
 std::string Answer::header(std::string_view name) const {
   std::string values;
   for (const auto& [key, value] : headers) {
-    if (variant::equalsNoCase(key, name)) values += (values.empty() ? "" : "\n") + value;
+    if (text::equalsNoCase(key, name)) values += (values.empty() ? "" : "\n") + value;
   }
   return values;
 }

@@ -14,8 +14,9 @@
 #include "siblings/siblings.h"
 #include "support/database_page.h"
 #include "support/schema_files.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::testing {
 
@@ -34,13 +35,13 @@ class GridPage : public ::testing::Test, public DatabasePage {
     execute(
         "insert into Zembra_Query_Main (Query_Name,Query_System,Query_Dic,Zembra_WriteDate) "
         "values ('" +
-        variant::replace(name, "'", "''") + "'," + std::to_string(system) + ",1,DATEADD(day," +
+        text::replace(name, "'", "''") + "'," + std::to_string(system) + ",1,DATEADD(day," +
         std::to_string(number) + ",'2024-01-01'))");
   }
 
   std::shared_ptr<Object> make(std::string_view progId) {
     for (const auto& each : siblings::progIds()) {
-      if (variant::equalsNoCase(each.name, progId)) return each.make();
+      if (text::equalsNoCase(each.name, progId)) return each.make();
     }
     throw std::logic_error("no such component");
   }

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::testing {
 
@@ -33,7 +33,7 @@ inline std::string decoded(std::string_view text) {
                                         {"&#10;", "\n"},
                                         {"&#13;", "\r"},
                                         {"&amp;", "&"}}) {
-    out = variant::replace(out, name, character);
+    out = text::replace(out, name, character);
   }
   return out;
 }

@@ -7,8 +7,8 @@
 
 #include "frame/context_object.h"
 #include "support/database_page.h"
+#include "text/fold.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::testing {
 
@@ -56,10 +56,10 @@ class RecordingObject : public Object {
   RecordingObject(Page& page, std::string name) : page_(page), name_(std::move(name)) {}
 
   Variant get(std::string_view name, std::span<Variant>) override {
-    return variant::equalsNoCase(name, "title") ? title_ : Object::get(name);
+    return text::equalsNoCase(name, "title") ? title_ : Object::get(name);
   }
   void put(std::string_view name, const Variant& value) override {
-    if (variant::equalsNoCase(name, "title")) title_ = value;
+    if (text::equalsNoCase(name, "title")) title_ = value;
     page_.response.write(name_ + "." + std::string(name) + " = " + shown(value) + "\r\n");
   }
   Variant call(std::string_view name, std::span<Variant> arguments) override {

@@ -8,7 +8,7 @@
 #include "support/dictionary.h"
 #include "support/schema_files.h"
 #include "support/text.h"
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::testing {
 
@@ -45,7 +45,7 @@ class PlatformDatabase : public DatabasePage {
   // The rows bring their own numbers, which the platform's tables give themselves otherwise.
   static std::string numbered(std::string_view script) {
     std::string text;
-    for (const std::string_view batch : variant::split(script, "GO\n")) {
+    for (const std::string_view batch : text::split(script, "GO\n")) {
       const std::size_t at = batch.find("insert into ");
       if (at == std::string_view::npos) continue;
       const std::string table(batch.substr(at + 12, batch.find(' ', at + 12) - at - 12));

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "database/sqlite/errors.h"
+#include "text/fold.h"
 #include "tsql/print/sqlite_types.h"
-#include "variant/text.h"
 
 namespace tarlo::database {
 namespace {
@@ -54,7 +54,7 @@ SqliteCatalogue::SqliteCatalogue(sqlite3* handle, const ProcedureTable& procedur
       columnQuery_(prepareSqlite(handle, kColumnQuery)) {}
 
 const tsql::Table* SqliteCatalogue::findTable(std::string_view name) {
-  const auto [found, isNew] = tables_.try_emplace(variant::foldedName(name));
+  const auto [found, isNew] = tables_.try_emplace(text::foldedName(name));
   if (isNew) {
     // Not left behind half-made when loading fails.
     struct Guard {
@@ -72,7 +72,7 @@ const tsql::Table* SqliteCatalogue::findTable(std::string_view name) {
 }
 
 bool SqliteCatalogue::hasProcedure(std::string_view name) {
-  return procedures_.byFoldedName.contains(variant::foldedName(name));
+  return procedures_.byFoldedName.contains(text::foldedName(name));
 }
 
 bool SqliteCatalogue::refresh() {
@@ -126,7 +126,7 @@ void SqliteCatalogue::loadColumns(tsql::Table& table) {
     column.isGenerated = run.number(4) != 0;
     const std::int64_t place = run.number(3);
     if (place > 0) key.emplace_back(place, table.columns.size());
-    column.isIdentity = place > 0 && variant::equalsNoCase(declared, "INTEGER");
+    column.isIdentity = place > 0 && text::equalsNoCase(declared, "INTEGER");
     table.columns.push_back(std::move(column));
   }
   std::sort(key.begin(), key.end());

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::database {
 
@@ -106,7 +106,7 @@ bool SqliteConnection::refreshListed(std::chrono::milliseconds life) {
   std::unordered_set<std::string> names;
   for (const auto rows = run(query, Want::Rows); !rows->atEnd(); rows->moveNext()) {
     const Variant name = rows->value(0);
-    if (name.isText()) names.insert(variant::foldedName(name.text()));
+    if (name.isText()) names.insert(text::foldedName(name.text()));
   }
   guard_.setListed(std::move(names));
   listedAt_ = now;

@@ -48,7 +48,7 @@ void exec(sqlite3_context* context, int count, sqlite3_value** values) {
   FunctionCall call(context, count, values);
   try {
     if (count == 0) throw FunctionError("a procedure needs a name");
-    const auto found = procedures.byFoldedName.find(variant::foldedName(call.text(0)));
+    const auto found = procedures.byFoldedName.find(text::foldedName(call.text(0)));
     if (found == procedures.byFoldedName.end()) {
       throw FunctionError("unknown procedure " + std::string(call.text(0)));
     }

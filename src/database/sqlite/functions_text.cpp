@@ -4,6 +4,7 @@
 
 #include "database/sqlite/function_call.h"
 #include "database/sqlite/text_fold.h"
+#include "text/pieces.h"
 #include "variant/text.h"
 
 namespace tarlo::database {
@@ -29,7 +30,7 @@ std::int64_t count(const FunctionCall& call, int i, const char* function) {
 }
 
 void len(FunctionCall& call) {
-  call.give(lengthOf(variant::rtrim(call.text(0))));
+  call.give(lengthOf(text::rtrim(call.text(0))));
 }
 void dataLength(FunctionCall& call) {
   call.give(2 * lengthOf(call.text(0)));
@@ -122,7 +123,7 @@ void fit(FunctionCall& call) {
   const std::string_view text = call.text(0);
   const std::int64_t most = call.integer(1);
   if (lengthOf(text) <= most) return call.giveSame(0);
-  if (lengthOf(variant::rtrim(text)) > most) {
+  if (lengthOf(text::rtrim(text)) > most) {
     throw FunctionError("text would be truncated in column " + std::string(call.text(2)));
   }
   call.give(variant::left(text, most));

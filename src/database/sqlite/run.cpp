@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "database/sqlite/connection.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::database {
 namespace {
@@ -100,7 +100,7 @@ std::unique_ptr<Recordset> SqliteConnection::run(std::string_view sql, Want want
 
 void SqliteConnection::applyIdentityInsert(const tsql::Translation& translation) {
   if (!translation.identityInsertTable.empty()) {
-    std::string table = variant::foldedName(translation.identityInsertTable);
+    std::string table = text::foldedName(translation.identityInsertTable);
     const bool isOn = identityInsert_ == table;
     if (translation.identityInsertOn && !isOn && !identityInsert_.empty()) {
       throw refused(
@@ -112,7 +112,7 @@ void SqliteConnection::applyIdentityInsert(const tsql::Translation& translation)
     if (!translation.identityInsertOn && isOn) identityInsert_.clear();
   }
   const std::string& explicitly = translation.explicitIdentityOf;
-  if (!explicitly.empty() && variant::foldedName(explicitly) != identityInsert_) {
+  if (!explicitly.empty() && text::foldedName(explicitly) != identityInsert_) {
     throw refused(
         fmt::format("A value for the identity column of table {} may be given only while "
                     "IDENTITY_INSERT is on for it.",

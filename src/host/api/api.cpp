@@ -4,7 +4,7 @@
 #include "host/api/api_access.h"
 #include "host/api/control_resource.h"
 #include "host/api/rows_answer.h"
-#include "variant/text.h"
+#include "text/pieces.h"
 
 namespace tarlo::host {
 namespace {
@@ -66,7 +66,7 @@ void answerApi(Visit& visit, SignIn& signIn) {
     return;
   }
   requireUser(visit, signIn);
-  answerResource(visit, variant::split(path, "/"));
+  answerResource(visit, text::split(path, "/"));
 }
 
 void writeApiError(Visit& visit, const ApiError& error) {

@@ -3,7 +3,8 @@
 #include "host/api/api_error.h"
 #include "host/site/sign_in_pages.h"
 #include "org/may_call.h"
-#include "variant/text.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 
 namespace tarlo::host {
 namespace {
@@ -13,8 +14,8 @@ std::string_view tokenOf(const WireRequest& request) {
   constexpr std::string_view kScheme = "Bearer ";
   const std::string_view value = request.header("Authorization");
   if (value.size() <= kScheme.size()) return {};
-  if (!variant::equalsNoCase(value.substr(0, kScheme.size()), kScheme)) return {};
-  return variant::trim(value.substr(kScheme.size()));
+  if (!text::equalsNoCase(value.substr(0, kScheme.size()), kScheme)) return {};
+  return text::trim(value.substr(kScheme.size()));
 }
 
 void require(bool isGranted) {

@@ -8,10 +8,10 @@
 #include "metadata/control_statements.h"
 #include "metadata/dictionary_lookups.h"
 #include "metadata/introspection.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/text.h"
 
 namespace tarlo::host {
 namespace {
@@ -33,8 +33,8 @@ std::string_view kindName(int kind) {
 
 std::vector<std::string> pieces(const std::string& text, std::string_view separator) {
   std::vector<std::string> list;
-  for (const std::string_view piece : variant::split(text, separator)) {
-    list.emplace_back(variant::trim(piece));
+  for (const std::string_view piece : text::split(text, separator)) {
+    list.emplace_back(text::trim(piece));
   }
   return list;
 }
@@ -54,7 +54,7 @@ bool runs(Page& page, const std::string& statement) {
 
 // What a form gets, read without a row of the operation log.
 void readDefinition(Page& page, const std::string& text, ControlResource& control) {
-  const auto parts = variant::split(text, "|||");
+  const auto parts = text::split(text, "|||");
   if (!parts.empty()) control.statement = parts[0];
   if (control.kind == 3 && !runs(page, control.statement)) control.statement.clear();
   if (parts.size() < 2) return;
@@ -114,7 +114,7 @@ Json describe(Page& page, const ControlResource& control) {
 
 std::string levelStatement(const ControlResource& control, std::size_t level) {
   if (level == 0 || level > control.levels.size()) throw notFound("The control has no such level.");
-  const auto parts = variant::split(control.levels[level - 1], ",");
+  const auto parts = text::split(control.levels[level - 1], ",");
   if (parts.size() < 4) throw notFound("The control has no such level.");
   std::string sql = fmt::format("select {},{},{} from {}", parts[2], parts[3], parts[1], parts[0]);
   if (parts.size() > 4 && !parts[4].empty()) sql.append(" where ").append(parts[4]);

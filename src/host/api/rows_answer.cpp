@@ -6,6 +6,7 @@
 #include "frame/statement_scope.h"
 #include "host/api/api_error.h"
 #include "siblings/grid_statement.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/text.h"
 
@@ -58,7 +59,7 @@ RowsRequest requestOf(Page& page, std::size_t columns) {
     request.sort.descending = valueOf(page, "desc") == "1";
   }
   const std::string search = valueOf(page, "search");
-  request.filter.search = variant::trim(variant::left(search, kMostSearchUnits));
+  request.filter.search = text::trim(variant::left(search, kMostSearchUnits));
   for (std::size_t i = 1; i <= columns; ++i) {
     const Variant value = page.request.value(fmt::format("c{}", i));
     if (!value.isEmpty()) request.filter.matches.push_back({i, variant::spliced(value)});

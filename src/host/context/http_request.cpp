@@ -1,6 +1,6 @@
 #include "host/context/http_request.h"
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 
@@ -10,7 +10,7 @@ constexpr std::string_view kUrlEncoded = "application/x-www-form-urlencoded";
 constexpr std::string_view kMultipart = "multipart/form-data";
 
 bool isType(std::string_view contentType, std::string_view type) {
-  return variant::equalsNoCase(contentType.substr(0, type.size()), type);
+  return text::equalsNoCase(contentType.substr(0, type.size()), type);
 }
 
 Values parseForm(const WireRequest& wire) {
@@ -54,7 +54,7 @@ Variant HttpRequest::value(std::string_view key) const {
 }
 
 Variant HttpRequest::serverVariable(std::string_view name) const {
-  const std::string folded = variant::foldedName(name);
+  const std::string folded = text::foldedName(name);
   if (folded == "request_method") return wire_.method;
   if (folded == "query_string") return wire_.query();
   if (folded == "url" || folded == "path_info" || folded == "script_name") return wire_.path();

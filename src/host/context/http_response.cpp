@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "host/context/content_policy.h"
+#include "text/fold.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::host {
 
@@ -47,13 +47,13 @@ void HttpResponse::reset() {
 
 void HttpResponse::setHeader(std::string_view name, std::string_view value) {
   const auto known = std::ranges::find_if(
-      headers_, [&](const Header& header) { return variant::equalsNoCase(header.first, name); });
+      headers_, [&](const Header& header) { return text::equalsNoCase(header.first, name); });
   if (known == headers_.end()) {
     headers_.emplace_back(name, value);
     return;
   }
   // Pages know "no-cache" alone, under which caches may keep what a signed-in user was shown.
-  const bool mustStay = variant::equalsNoCase(name, "Cache-Control") &&
+  const bool mustStay = text::equalsNoCase(name, "Cache-Control") &&
                         known->second.ends_with(kNoStore) && !value.ends_with(kNoStore);
   known->second = std::string(value).append(mustStay ? ", " : "").append(mustStay ? kNoStore : "");
 }
@@ -69,7 +69,7 @@ void HttpResponse::encodePending() {
 
 const std::string* HttpResponse::header(std::string_view name) const {
   const auto found = std::ranges::find_if(
-      headers_, [&](const Header& header) { return variant::equalsNoCase(header.first, name); });
+      headers_, [&](const Header& header) { return text::equalsNoCase(header.first, name); });
   return found == headers_.end() ? nullptr : &found->second;
 }
 

@@ -3,8 +3,8 @@
 #include "bridge/component_library.h"
 #include "bridge/registry.h"
 #include "component/tarlo_query.h"
+#include "text/fold.h"
 #include "variant/runtime_error.h"
-#include "variant/text.h"
 
 namespace tarlo::host {
 namespace {
@@ -29,7 +29,7 @@ void addRegisteredClasses(const std::string& registry, ObjectFactories& factorie
                           spdlog::logger& log) {
   if (registry.empty()) return;
   for (const RegisteredClass& entry : bridge::readRegistry(registry)) {
-    if (variant::equalsNoCase(entry.classId, component::kClassId)) continue;
+    if (text::equalsNoCase(entry.classId, component::kClassId)) continue;
     try {
       const auto library = std::make_shared<ComponentLibrary>(entry.library);
       factories[entry.progId] = [library, entry, &log] { return create(*library, entry, log); };

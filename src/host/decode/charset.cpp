@@ -9,8 +9,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "variant/text.h"
-#include "variant/utf8.h"
+#include "text/fold.h"
+#include "text/utf8.h"
 
 namespace tarlo::host {
 
@@ -98,7 +98,7 @@ class Gb18030Table {
       if (point >= 0xD800 && point < 0xE000) continue;  // halves of pairs are no characters
       source.clear();
       encoded.clear();
-      variant::appendUtf8(source, point);
+      text::appendUtf8(source, point);
       std::string_view in = source;
       if (!converter.run(in, encoded) || encoded.size() > 4) continue;
       Gb18030Character& character = characters_[point];
@@ -129,7 +129,7 @@ std::string gb18030Of(char32_t point) {
 }  // namespace
 
 bool charsetOf(std::string_view contentType, Charset& found) {
-  const std::string folded = variant::foldedName(contentType);
+  const std::string folded = text::foldedName(contentType);
   const auto at = folded.find("charset=");
   if (at == std::string::npos) return false;
   std::string_view name = std::string_view(folded).substr(at + 8);
@@ -145,7 +145,7 @@ bool charsetOf(std::string_view contentType, Charset& found) {
 
 bool looksUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
-    const std::size_t length = variant::utf8Length(bytes);
+    const std::size_t length = text::utf8Length(bytes);
     if (length != 1 && length != 3) return false;
     bytes.remove_prefix(length);
   }
@@ -185,7 +185,7 @@ std::string decodeUtf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
   while (!bytes.empty()) {
-    const std::size_t length = variant::utf8Length(bytes);
+    const std::size_t length = text::utf8Length(bytes);
     text += length == 0 ? kReplacement : bytes.substr(0, length);
     bytes.remove_prefix(length == 0 ? 1 : length);
   }
@@ -200,8 +200,8 @@ std::string encodeGb18030(std::string_view utf8) {
     bytes.append(utf8.begin(), end);
     utf8.remove_prefix(static_cast<std::size_t>(end - utf8.begin()));
     if (utf8.empty()) break;
-    const bool valid = variant::utf8Length(utf8) > 0;
-    const char32_t point = variant::takeCodePoint(utf8);
+    const bool valid = text::utf8Length(utf8) > 0;
+    const char32_t point = text::takeCodePoint(utf8);
     bytes += valid ? gb18030Of(point) : "?";
   }
   return bytes;

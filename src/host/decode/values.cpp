@@ -1,6 +1,7 @@
 #include "host/decode/values.h"
 
-#include "variant/text.h"
+#include "text/fold.h"
+#include "text/pieces.h"
 
 namespace tarlo::host {
 
@@ -20,7 +21,7 @@ std::string_view trimmed(std::string_view text) {
 
 // The parameter of a header such as `form-data; name="a"; filename="b"`; false when it is absent.
 bool headerParameter(std::string_view header, std::string_view name, std::string_view& value) {
-  const std::string folded = variant::foldedName(header);
+  const std::string folded = text::foldedName(header);
   const std::string wanted = std::string(name) + "=";
   for (std::size_t at = folded.find(wanted); at != std::string::npos;
        at = folded.find(wanted, at + 1)) {
@@ -38,10 +39,10 @@ bool headerParameter(std::string_view header, std::string_view name, std::string
 }
 
 std::string_view headerLine(std::string_view headers, std::string_view name) {
-  for (std::string_view line : variant::split(headers, "\r\n")) {
+  for (std::string_view line : text::split(headers, "\r\n")) {
     const auto colon = line.find(':');
     if (colon == std::string_view::npos) continue;
-    if (variant::equalsNoCase(line.substr(0, colon), name)) return trimmed(line.substr(colon + 1));
+    if (text::equalsNoCase(line.substr(0, colon), name)) return trimmed(line.substr(colon + 1));
   }
   return {};
 }
@@ -76,7 +77,7 @@ void decodeAll(Values& values, const Charset* declared) {
 bool Values::find(std::string_view name, std::string& joined) const {
   bool found = false;
   for (const auto& pair : pairs) {
-    if (!variant::equalsNoCase(pair.name, name)) continue;
+    if (!text::equalsNoCase(pair.name, name)) continue;
     if (found) joined += ", ";
     joined += pair.value;
     found = true;
@@ -102,7 +103,7 @@ std::string percentDecoded(std::string_view text) {
 
 Values parseUrlEncoded(std::string_view text, const Charset* declared) {
   Values values;
-  for (std::string_view pair : variant::split(text, "&")) {
+  for (std::string_view pair : text::split(text, "&")) {
     if (pair.empty()) continue;
     if (values.pairs.size() == kMaxPairs) break;
     const auto equal = pair.find('=');
@@ -136,7 +137,7 @@ Values parseMultipart(std::string_view body, std::string_view contentType) {
 
 Values parseCookies(std::string_view header) {
   Values values;
-  for (std::string_view pair : variant::split(header, ";")) {
+  for (std::string_view pair : text::split(header, ";")) {
     const auto equal = pair.find('=');
     if (equal == std::string_view::npos || values.pairs.size() == kMaxPairs) continue;
     values.pairs.push_back({std::string(trimmed(pair.substr(0, equal))),

@@ -13,9 +13,9 @@
 #include "host/desktop/desktop_data.h"
 #include "host/desktop/desktop_style.h"
 #include "services/data_sources.h"
+#include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::host {
 namespace {
@@ -61,7 +61,7 @@ std::string gridOf(Page& page, const ControlResource& control) {
   frame::connectToPage(page, *grid);
   grid->put("id", "SearchTable");
   grid->put("SelectionStyle", 2);
-  grid->put("title", variant::join(titles, "|"));
+  grid->put("title", text::join(titles, "|"));
   grid->put("sql", control.statement);
   grid->put("Pagesize", 8);
   grid->put("MultiPage", true);
@@ -87,7 +87,7 @@ std::string postedText(Page& page) {
 
 std::string levelsOf(const ControlResource& control) {
   std::vector<std::string_view> levels(control.levels.begin(), control.levels.end());
-  return variant::join(levels, ";");
+  return text::join(levels, ";");
 }
 
 }  // namespace

@@ -6,14 +6,14 @@
 #include "frame/helpers.h"
 #include "host/context/sessions.h"
 #include "host/sign_in/passwords.h"
+#include "text/sql_text.h"
 #include "variant/convert.h"
-#include "variant/sql_text.h"
 
 namespace tarlo::host {
 
 namespace {
 
-using variant::sqlText;
+using text::sqlText;
 
 std::string utcText(std::chrono::system_clock::time_point time) {
   return fmt::format("{:%Y-%m-%d %H:%M:%S}",

@@ -13,8 +13,8 @@
 #include "host/site/same_origin.h"
 #include "org/may_call.h"
 #include "siblings/siblings.h"
+#include "text/fold.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::host {
 
@@ -76,8 +76,8 @@ void runOwnOperation(Visit& visit, const std::string& action, spdlog::logger& lo
 const siblings::PageOperation* findSibling(std::string_view component, std::string_view action) {
   const auto& all = siblings::pageOperations();
   const auto found = std::ranges::find_if(all, [&](const auto& operation) {
-    return variant::equalsNoCase(operation.component, component) &&
-           variant::equalsNoCase(operation.name, action);
+    return text::equalsNoCase(operation.component, component) &&
+           text::equalsNoCase(operation.name, action);
   });
   return found == all.end() ? nullptr : &*found;
 }
@@ -104,22 +104,22 @@ void runSiblingOperation(Visit& visit, std::string_view component, const std::st
 std::string_view componentOf(std::string_view path) {
   if (path.size() <= kEnding.size() + 1 || path.front() != '/') return {};
   const std::string_view ending = path.substr(path.size() - kEnding.size());
-  if (!variant::equalsNoCase(ending, kEnding)) return {};
+  if (!text::equalsNoCase(ending, kEnding)) return {};
   const std::string_view name = path.substr(1, path.size() - kEnding.size() - 1);
   return name.find('/') == std::string_view::npos ? name : std::string_view{};
 }
 
 bool hasComponent(std::string_view component) {
-  return variant::equalsNoCase(component, component::kClassName) ||
+  return text::equalsNoCase(component, component::kClassName) ||
          std::ranges::any_of(siblings::pageOperations(), [&](const auto& operation) {
-           return variant::equalsNoCase(operation.component, component);
+           return text::equalsNoCase(operation.component, component);
          });
 }
 
 void runComponentPage(Visit& visit, std::string_view component, spdlog::logger& log) {
   const std::string action = variant::spliced(visit.request.value("action"));
   visit.what = fmt::format("{} {}", component, action);
-  if (variant::equalsNoCase(component, component::kClassName)) {
+  if (text::equalsNoCase(component, component::kClassName)) {
     runOwnOperation(visit, action, log);
   } else {
     runSiblingOperation(visit, component, action, log);

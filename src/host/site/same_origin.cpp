@@ -5,7 +5,7 @@
 #include "host/api/api.h"
 #include "host/site/log_text.h"
 #include "host/site/notice.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 
@@ -26,11 +26,11 @@ struct Address {
 };
 
 bool isOwn(const Address& address, const WireRequest& request, SiteScheme scheme) {
-  const bool isSecure = variant::equalsNoCase(address.scheme, "https");
-  const bool isClear = variant::equalsNoCase(address.scheme, "http");
+  const bool isSecure = text::equalsNoCase(address.scheme, "https");
+  const bool isClear = text::equalsNoCase(address.scheme, "http");
   if (!isSecure && (!isClear || scheme == SiteScheme::HttpsOnly)) return false;
   const std::string_view host = request.header("Host");
-  return !host.empty() && variant::equalsNoCase(address.authority, host);
+  return !host.empty() && text::equalsNoCase(address.authority, host);
 }
 
 bool isOwnOrigin(std::string_view origin, const WireRequest& request, SiteScheme scheme) {

@@ -2,8 +2,8 @@
 
 #include "host/desktop/desktop.h"
 #include "host/site/notice.h"
+#include "text/fold.h"
 #include "variant/convert.h"
-#include "variant/text.h"
 
 namespace tarlo::host {
 
@@ -83,7 +83,7 @@ bool takeTrustedUser(Visit& visit, SignIn& signIn) {
   const std::string_view login = signIn.trustedLogin(visit.wire);
   if (login.empty()) return visit.isSignedIn();
   if (visit.isSignedIn() &&
-      variant::equalsNoCase(variant::spliced(visit.session.get(kSessionLogin)), login))
+      text::equalsNoCase(variant::spliced(visit.session.get(kSessionLogin)), login))
     return true;
   const auto user = signIn.trustedUser(login);
   if (user) SignIn::fill(visit.beginSession(), *user);

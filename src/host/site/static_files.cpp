@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "host/context/content_policy.h"
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 
@@ -23,7 +23,7 @@ std::string_view typeOf(std::string_view address) {
       {".jpg", "image/jpeg"},
       {".svg", "image/svg+xml"},
       {".ico", "image/x-icon"}};
-  const std::string folded = variant::foldedName(address);
+  const std::string folded = text::foldedName(address);
   for (const auto& [ending, type] : kTypes) {
     if (folded.ends_with(ending)) return type;
   }

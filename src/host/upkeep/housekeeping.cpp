@@ -7,17 +7,17 @@
 #include <mutex>
 
 #include "host/site/log_text.h"
+#include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
-#include "variant/sql_text.h"
 
 namespace tarlo::host {
 
 namespace {
 
 using std::chrono::milliseconds;
-using variant::sqlText;
+using text::sqlText;
 using enum database::TableGroup;
 
 // The only rights in this program that delete.

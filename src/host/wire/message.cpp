@@ -1,12 +1,12 @@
 #include "host/wire/message.h"
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 
 std::string_view WireRequest::header(std::string_view name) const {
   for (const auto& [key, value] : headers) {
-    if (variant::equalsNoCase(key, name)) return value;
+    if (text::equalsNoCase(key, name)) return value;
   }
   return {};
 }

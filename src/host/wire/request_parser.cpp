@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 
@@ -224,7 +224,7 @@ void RequestParser::readField(std::string_view line) {
 }
 
 void RequestParser::noteField(std::string_view name, std::string_view value) {
-  using variant::equalsNoCase;
+  using text::equalsNoCase;
   if (equalsNoCase(name, "Host")) {
     if (++hosts_ > 1) return refuse(400, "two Host headers");
     if (!isHost(value)) return refuse(400, "the Host header is no host");
@@ -255,8 +255,8 @@ void RequestParser::noteLength(std::string_view value) {
 
 void RequestParser::noteConnection(std::string_view value) {
   forEachElement(value, [this](std::string_view option) {
-    if (variant::equalsNoCase(option, "close")) saysClose_ = true;
-    if (variant::equalsNoCase(option, "keep-alive")) saysKeepAlive_ = true;
+    if (text::equalsNoCase(option, "close")) saysClose_ = true;
+    if (text::equalsNoCase(option, "keep-alive")) saysKeepAlive_ = true;
   });
 }
 
@@ -266,7 +266,7 @@ unsigned RequestParser::checkCodings() const {
   bool lastIsChunked = false;
   forEachElement(codings_, [&](std::string_view coding) {
     ++all;
-    lastIsChunked = variant::equalsNoCase(coding, "chunked");
+    lastIsChunked = text::equalsNoCase(coding, "chunked");
     if (lastIsChunked) ++chunked;
   });
   if (all == 0 || chunked > 1 || (chunked == 1 && !lastIsChunked)) return 400;

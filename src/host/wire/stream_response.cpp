@@ -4,7 +4,7 @@
 
 #include <charconv>
 
-#include "variant/text.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 
@@ -37,9 +37,9 @@ void StreamResponse::setStatus(unsigned status) {
 
 void StreamResponse::addHeader(std::string name, std::string value) {
   if (isStarted() || !isOneLine(name) || !isOneLine(value)) return;
-  if (variant::equalsNoCase(name, "Content-Length")) {
+  if (text::equalsNoCase(name, "Content-Length")) {
     declared_ = lengthOf(value);
-  } else if (!variant::equalsNoCase(name, "Transfer-Encoding")) {
+  } else if (!text::equalsNoCase(name, "Transfer-Encoding")) {
     headers_.emplace_back(std::move(name), std::move(value));
   }
 }
@@ -96,7 +96,7 @@ std::string StreamResponse::head(std::string_view framing, bool keepAlive) const
   bool hasPolicy = false;
   for (const auto& [name, value] : headers_) {
     text += fmt::format("{}: {}\r\n", name, value);
-    hasPolicy = hasPolicy || variant::equalsNoCase(name, kPolicy);
+    hasPolicy = hasPolicy || text::equalsNoCase(name, kPolicy);
   }
   text += framing;
   // What its writer says nothing about runs and loads nothing.

@@ -1,8 +1,8 @@
-#include "variant/csv.h"
+#include "text/csv.h"
 
 #include <gtest/gtest.h>
 
-namespace tarlo::variant {
+namespace tarlo::text {
 namespace {
 
 TEST(Csv, AFormulaIsKnownBehindAnyBlanks) {
@@ -28,4 +28,4 @@ TEST(Csv, FieldsAreQuotedWhereTheyMustBe) {
 }
 
 }  // namespace
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

@@ -1,8 +1,8 @@
-#include "variant/csv.h"
+#include "text/csv.h"
 
 #include <algorithm>
 
-namespace tarlo::variant {
+namespace tarlo::text {
 namespace {
 
 // UTF-8: the blanks of ASCII, the one that does not break, the full-width one.
@@ -40,4 +40,4 @@ bool looksLikeFormula(std::string_view text) {
   return startIn(kStarts, text) != nullptr;
 }
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace tarlo::variant {
+namespace tarlo::text {
 
 // Every apostrophe twice, for the inside of a literal; nothing else means anything there.
 std::string doubledQuotes(std::string_view text);
@@ -14,4 +14,4 @@ std::string doubledQuotes(std::string_view text);
 // The whole literal: N'...'.
 std::string sqlText(std::string_view text);
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

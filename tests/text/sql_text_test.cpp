@@ -1,8 +1,8 @@
-#include "variant/sql_text.h"
+#include "text/sql_text.h"
 
 #include <gtest/gtest.h>
 
-namespace tarlo::variant {
+namespace tarlo::text {
 namespace {
 
 TEST(SqlText, KeepsAValueInsideItsLiteral) {
@@ -11,4 +11,4 @@ TEST(SqlText, KeepsAValueInsideItsLiteral) {
 }
 
 }  // namespace
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

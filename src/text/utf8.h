@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace tarlo::variant {
+namespace tarlo::text {
 
 // Bytes of the character at the front of a text that is not empty; 0 when none begins there: bytes
 // out of place, over-long forms, surrogates, code points beyond U+10FFFF.
@@ -16,4 +16,4 @@ char32_t takeCodePoint(std::string_view& text);
 
 void appendUtf8(std::string& text, char32_t point);
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

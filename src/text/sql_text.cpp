@@ -1,8 +1,8 @@
-#include "variant/sql_text.h"
+#include "text/sql_text.h"
 
-#include "variant/text.h"
+#include "text/pieces.h"
 
-namespace tarlo::variant {
+namespace tarlo::text {
 
 std::string doubledQuotes(std::string_view text) {
   return replace(text, "'", "''");
@@ -12,4 +12,4 @@ std::string sqlText(std::string_view text) {
   return "N'" + doubledQuotes(text) + "'";
 }
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

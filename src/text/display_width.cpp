@@ -1,4 +1,4 @@
-#include "variant/display_width.h"
+#include "text/display_width.h"
 
 #include <fmt/format.h>
 
@@ -6,9 +6,9 @@
 #include <array>
 #include <iterator>
 
-#include "variant/utf8.h"
+#include "text/utf8.h"
 
-namespace tarlo::variant {
+namespace tarlo::text {
 namespace {
 
 struct Range {
@@ -123,4 +123,4 @@ std::string visible(std::string_view text) {
   return out;
 }
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

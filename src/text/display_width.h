@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace tarlo::variant {
+namespace tarlo::text {
 
 // One code point off the front of `text`: its value and its bytes. A byte that is not UTF-8 gives
 // that byte with `valid` false.
@@ -29,4 +29,4 @@ std::string cutTo(std::string_view text, std::size_t width);
 // characters as \u{hex}, bytes that are not UTF-8 as \xhex. A backslash stays as it is.
 std::string visible(std::string_view text);
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

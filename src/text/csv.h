@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace tarlo::variant {
+namespace tarlo::text {
 
 // In quotes, quotes inside doubled, when it holds a comma, a quote or a line end.
 std::string csvQuoted(std::string_view text);
@@ -17,4 +17,4 @@ std::string csvInQuotes(std::string_view text);
 // CR, which some take off first. A number such as -5.3 is one too by its first character.
 bool looksLikeFormula(std::string_view text);
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text

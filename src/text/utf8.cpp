@@ -1,6 +1,6 @@
-#include "variant/utf8.h"
+#include "text/utf8.h"
 
-namespace tarlo::variant {
+namespace tarlo::text {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -63,4 +63,4 @@ void appendUtf8(std::string& text, char32_t point) {
   put(0x80 | (point & 0x3F));
 }
 
-}  // namespace tarlo::variant
+}  // namespace tarlo::text
