@@ -5,10 +5,10 @@
 
 #include <stdexcept>
 
-#include "compile/assembly.h"
+#include "compile/operations.h"
 #include "dictionary.h"
 #include "floor.h"
-#include "metadata/dictionary_lookups.h"
+#include "metadata/operations.h"
 
 namespace tarlo::bench {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-#include "compile/assembly.h"
+#include "compile/operations.h"
 #include "dictionary.h"
 #include "tsql/lex/shape.h"
 #include "tsql/translation.h"

@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-#include "compile/assembly.h"
+#include "compile/operations.h"
 #include "database/script.h"
 #include "dictionary.h"
 #include "embedded_schema.h"

@@ -105,7 +105,8 @@ class Compiler {
 
   void show(const Scheme& scheme) {
     const Compiled compiled = compileFresh(page(), scheme);
-    const std::string title = fmt::format("{} ({})", titleOf(scheme), scheme::variantName(scheme));
+    const std::string title =
+        fmt::format("{} ({})", titleOf(scheme), compile::operationFor(scheme.definition));
     if (!compiled.failure.empty()) {
       fail(fmt::format("{}: {}", title, compiled.failure));
       return;

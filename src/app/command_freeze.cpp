@@ -10,7 +10,7 @@
 #include "app/id_argument.h"
 #include "app/platform_schema.h"
 #include "frame/local_page.h"
-#include "metadata/scheme_copy.h"
+#include "metadata/operations.h"
 #include "variant/convert.h"
 
 namespace tarlo::app {

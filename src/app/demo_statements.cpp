@@ -31,7 +31,7 @@ DemoStatement compileOne(Page& page, int id) {
   DemoStatement compiled{id, {}};
   error.run([&] {
     const auto scheme = scheme::loadScheme(page, id);
-    if (scheme) compiled.statement = variant::spliced(scheme::compileScheme(page, *scheme));
+    if (scheme) compiled.statement = compile::compileDefinition(page, scheme->definition);
   });
   if (error.failed()) {
     throw CommandError(

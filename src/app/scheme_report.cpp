@@ -12,7 +12,7 @@ namespace tarlo::app {
 Compiled compileFresh(Page& page, const scheme::Scheme& scheme) {
   ErrorState error;
   Compiled compiled;
-  error.run([&] { compiled.statement = variant::spliced(scheme::compileScheme(page, scheme)); });
+  error.run([&] { compiled.statement = compile::compileDefinition(page, scheme.definition); });
   if (error.failed()) {
     compiled.failure = withoutPosition(error.description());
   } else if (compiled.statement.empty()) {
@@ -34,7 +34,7 @@ std::string trialRun(database::Connection& connection, const std::string& statem
 SchemeReport compareScheme(Page& page, database::Connection& connection,
                            const scheme::Scheme& scheme) {
   SchemeReport report;
-  const std::string stored = variant::spliced(scheme.stored);
+  const std::string& stored = scheme.stored;
   const Compiled compiled = compileFresh(page, scheme);
   const bool same = compiled.failure.empty() && compiled.statement == stored;
   report.compileFailure = compiled.failure;

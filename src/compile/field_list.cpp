@@ -1,52 +1,38 @@
-#include "compile/field_list.h"
-
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "compile/clause_set.h"
-#include "metadata/dictionary_lookups.h"
-#include "metadata/relation_table.h"
-#include "variant/array.h"
-#include "variant/convert.h"
+#include "compile/clauses.h"
+#include "metadata/dictionary.h"
 
 namespace tarlo::compile {
 namespace {
 
-using variant::spliced;
+using metadata::Path;
+using metadata::TableNames;
+using Member = std::string Path::*;
 
-using RelationRow = std::array<std::string, 6>;
-
-std::vector<RelationRow> relationRows(const Variant& table) {
-  std::vector<RelationRow> rows;
-  if (!table.isArray()) return rows;
-  const Array& cells = table.array();
-  rows.resize(static_cast<std::size_t>(cells.upperBound(2)) + 1);
-  for (std::size_t row = 0; row < rows.size(); ++row) {
-    for (std::size_t column = 0; column < rows[row].size(); ++column) {
-      rows[row][column] =
-          spliced(cells.at(static_cast<std::ptrdiff_t>(column), static_cast<std::ptrdiff_t>(row)));
-    }
-  }
-  return rows;
-}
-
-bool isDirect(const RelationRow& row) {
-  return row[0] == row[3] && row[1] == row[4];
-}
-
-struct TableName {
-  std::string name;
-  std::string display;
+// One hop of a path: to a table, by its field, from a field of the left table.
+struct Hop {
+  Member table;
+  Member farField;
+  Member nearField;
 };
+constexpr Hop kDirect = {&Path::table, &Path::field, &Path::mainField};
+// Deliberate: the pairing is crossed. The near hop pairs the main table's field with the
+// intermediate table's field of the FAR relation, the far hop the intermediate table's field of the
+// near relation with the far table's field. Where the intermediate table uses one field for both,
+// these are the relations' own joins.
+constexpr Hop kNear = {&Path::intermediate, &Path::farField, &Path::mainField};
+constexpr Hop kFar = {&Path::table, &Path::field, &Path::nearField};
 
-// Puts the three lists together while it walks the relation table.
+// Puts the three lists together while it walks the paths.
 class FieldList {
  public:
-  FieldList(Page& page, const Variant& mainTable) : page_(page), mainTable_(mainTable) {}
+  FieldList(Page& page, std::string_view mainTable, const std::vector<Path>& paths)
+      : page_(page), mainTable_(mainTable), paths_(paths) {}
 
-  void addRelations(const std::vector<RelationRow>& rows);
+  void addPaths();
   void addMainTable();
   ClauseSet take() {
     cutSuffix(clauses_.select, ",");
@@ -54,53 +40,43 @@ class FieldList {
   }
 
  private:
-  // The table that a hop leads to, as this row writes it.
+  // The table that a hop leads to, as its row writes it.
   struct Joined {
-    TableName table;
-    std::string number;  // the row index for a later occurrence, "" for the first
+    TableNames table;
+    std::string number;  // the row's index for a later occurrence, "" for the first
     std::string written() const { return table.name + number; }
   };
 
-  void addDirect(const std::vector<RelationRow>& rows, std::size_t i);
-  void addTwoHop(const std::vector<RelationRow>& rows, std::size_t i);
-  void join(const std::vector<RelationRow>& rows, std::size_t i, std::size_t tableColumn,
-            std::size_t farField, std::size_t nearField);
-  void readName(TableName& into, const Variant& tableId);
+  void join(std::size_t row, const Hop& hop);
+  void readNames(TableNames& into, std::string_view tableId);
   void appendFrom();
-  void appendColumns(const Variant& tableId, const Joined& source);
+  void appendColumns(std::string_view tableId, const Joined& source);
 
   Page& page_;
-  const Variant& mainTable_;
+  std::string_view mainTable_;
+  const std::vector<Path>& paths_;
   ClauseSet clauses_;
-  TableName left_;         // the left side of join conditions
+  TableNames left_;        // the left side of join conditions
   Joined joined_;          // keeps its last name when a table is not found
   std::string joinField_;  // cleared once a row, not once a hop
 };
 
 // A table that is not in the dictionary leaves the name as it was.
-void FieldList::readName(TableName& into, const Variant& tableId) {
-  const Variant rows = metadata::getTableName_Query(page_, tableId);
-  if (!rows.isArray()) return;
-  into.name = spliced(rows.array().at(0, 0));
-  into.display = spliced(rows.array().at(1, 0));
+void FieldList::readNames(TableNames& into, std::string_view tableId) {
+  if (auto names = metadata::tableNames(page_, tableId)) into = std::move(*names);
 }
 
-// One hop of row i: to the table of `tableColumn`, whose field is in `farField`, from the left
-// table, whose field is in `nearField`.
-void FieldList::join(const std::vector<RelationRow>& rows, std::size_t i, std::size_t tableColumn,
-                     std::size_t farField, std::size_t nearField) {
-  const RelationRow& row = rows[i];
-  readName(joined_.table, Variant(row[tableColumn]));
+void FieldList::join(std::size_t row, const Hop& hop) {
+  const Path& path = paths_[row];
+  readNames(joined_.table, path.*hop.table);
   joined_.number.clear();
-  for (std::size_t j = 0; j < i && joined_.number.empty(); ++j) {
-    if (rows[j][tableColumn] == row[tableColumn]) joined_.number = std::to_string(i);
+  for (std::size_t j = 0; j < row && joined_.number.empty(); ++j) {
+    if (paths_[j].*hop.table == path.*hop.table) joined_.number = std::to_string(row);
   }
-  const Variant far = metadata::getFieldName_Query(page_, Variant(row[farField]));
-  if (far.isArray()) joinField_ = spliced(far.array().at(2, 0));
-  const Variant near = metadata::getFieldName_Query(page_, Variant(row[nearField]));
-  if (near.isArray()) {
-    clauses_.where += "[" + left_.name + "].[" + spliced(near.array().at(2, 0)) + "]=[" +
-                      joined_.written() + "].[" + joinField_ + "] and ";
+  if (const auto far = metadata::fieldNames(page_, path.*hop.farField)) joinField_ = far->column;
+  if (const auto near = metadata::fieldNames(page_, path.*hop.nearField)) {
+    clauses_.where += "[" + left_.name + "].[" + near->column + "]=[" + joined_.written() + "].[" +
+                      joinField_ + "] and ";
   }
   appendFrom();
 }
@@ -116,58 +92,42 @@ void FieldList::appendFrom() {
 }
 
 // In an output title the number stands behind the field's display name, at the very end.
-void FieldList::appendColumns(const Variant& tableId, const Joined& source) {
-  const Variant ids = metadata::getAllFieldID_Query(page_, tableId);
-  if (!ids.isArray()) return;
+void FieldList::appendColumns(std::string_view tableId, const Joined& source) {
   const std::string prefix = "[" + source.written() + "].[";
   const std::string title = "] as [" + source.table.display + ".";
   const std::string end = source.number + "],";
-  for (std::ptrdiff_t i = 0; i <= ids.array().upperBound(2); ++i) {
-    const Variant field = metadata::getFieldName_Query(page_, ids.array().at(0, i));
-    if (!field.isArray()) continue;
-    const Array& names = field.array();
-    for (std::ptrdiff_t row = 0; row <= names.upperBound(2); ++row) {
-      clauses_.select.append(prefix).append(spliced(names.at(2, row)));
-      clauses_.select.append(title).append(spliced(names.at(3, row))).append(end);
-    }
+  for (const std::string& id : metadata::fieldIds(page_, tableId)) {
+    const auto field = metadata::fieldNames(page_, id);
+    if (!field) continue;
+    clauses_.select.append(prefix).append(field->column);
+    clauses_.select.append(title).append(field->display).append(end);
   }
 }
 
 // Deliberate: the left table is what the rows before have left in it, so a direct row behind a
-// two-hop row is joined to the intermediate table of that row.
-void FieldList::addDirect(const std::vector<RelationRow>& rows, std::size_t i) {
-  join(rows, i, 0, 1, 2);
-  appendColumns(Variant(rows[i][0]), joined_);
-}
-
-// Deliberate: the pairing is crossed. The near hop pairs the main table's field with the
-// intermediate table's field of the FAR relation, the far hop the intermediate table's field of the
-// near relation with the far table's field. Where the intermediate table uses one field for both,
-// these are the relations' own joins. The far hop starts from the intermediate table's physical
-// name even when the near hop gave it an alias.
-void FieldList::addTwoHop(const std::vector<RelationRow>& rows, std::size_t i) {
-  readName(left_, mainTable_);
-  join(rows, i, 3, 4, 2);
-  readName(left_, Variant(rows[i][3]));
-  join(rows, i, 0, 1, 5);
-  appendColumns(Variant(rows[i][0]), joined_);
-}
-
-void FieldList::addRelations(const std::vector<RelationRow>& rows) {
-  readName(left_, mainTable_);
-  for (std::size_t i = 0; i < rows.size(); ++i) {
+// two-hop row is joined to the intermediate table of that row. The far hop starts from the
+// intermediate table's physical name even when the near hop gave it an alias.
+void FieldList::addPaths() {
+  readNames(left_, mainTable_);
+  for (std::size_t row = 0; row < paths_.size(); ++row) {
+    const Path& path = paths_[row];
     joinField_.clear();
-    if (isDirect(rows[i])) {
-      addDirect(rows, i);
+    if (path.isDirect()) {
+      join(row, kDirect);
     } else {
-      addTwoHop(rows, i);
+      readNames(left_, mainTable_);
+      join(row, kNear);
+      readNames(left_, path.intermediate);
+      join(row, kFar);
     }
+    appendColumns(path.table, joined_);
   }
 }
 
-// Always last, never under an alias.
+// Always last, never under an alias. One that is not in the dictionary leaves the brackets empty,
+// whatever the rows before have left in the name.
 void FieldList::addMainTable() {
-  readName(left_, mainTable_);
+  left_ = metadata::tableNames(page_, mainTable_).value_or(TableNames{});
   clauses_.from += "[" + left_.name + "]";
   clauses_.where += "[" + left_.name + "].[Zembra_Flag]=1";
   appendColumns(mainTable_, {left_, ""});
@@ -175,12 +135,16 @@ void FieldList::addMainTable() {
 
 }  // namespace
 
-Variant getQuery_Field_In(Page& page, const Variant& sTable, const Variant& rel) {
-  FieldList list(page, sTable);
-  const auto rows = relationRows(metadata::getRelationTable_Query(page, sTable, rel));
-  if (!rows.empty()) list.addRelations(rows);
+ClauseSet fieldListClauses(Page& page, std::string_view mainTable, std::string_view relations) {
+  const std::vector<Path> paths = metadata::paths(page, mainTable, relations);
+  FieldList list(page, mainTable, paths);
+  if (!paths.empty()) list.addPaths();
   list.addMainTable();
-  return toVariant(list.take());
+  return list.take();
+}
+
+void cutSuffix(std::string& text, std::string_view suffix) {
+  if (text.ends_with(suffix)) text.resize(text.size() - suffix.size());
 }
 
 }  // namespace tarlo::compile

@@ -1,32 +1,15 @@
-#include "compile/filter.h"
-
 #include <string>
 
-#include "compile/expression.h"
-#include "compile/grammar.h"
+#include "compile/clauses.h"
+#include "compile/references.h"
 #include "text/pieces.h"
-#include "variant/convert.h"
 #include "variant/runtime_error.h"
 #include "variant/text.h"
 
 namespace tarlo::compile {
 namespace {
 
-// The parts of a condition.
-enum Part : std::size_t { kToken, kCode, kValue, kLogic };
-
-// A field token, cut at its "|" when it has one.
-struct FieldToken {
-  std::string_view field;
-  std::string_view via;
-  bool hasVia = false;
-};
-
-FieldToken fieldToken(std::string_view token) {
-  const std::size_t bar = token.find('|');
-  if (bar == std::string_view::npos) return {token, {}, false};
-  return {token.substr(0, bar), token.substr(bar + 1), true};
-}
+using text::kPartMark;
 
 // The blanks round the comparison, apart from those that every form has.
 struct Spacing {
@@ -48,18 +31,18 @@ void appendComparison(std::string& out, std::string_view op, std::string_view va
 
 // The field part of a condition; false when a dictionary look-up finds nothing and the condition
 // ends there.
-bool appendMarkedField(std::string& out, Page& page, const FieldToken& token) {
-  if (const auto via = namesOf(plainLookup(page, token.via))) {
-    out.append("|||[").append(via->column).append("];");
+bool appendMarkedField(std::string& out, Page& page, const Condition& condition) {
+  if (const auto via = tokenReference(page, *condition.via())) {
+    out.append(kPartMark).append("[").append(via->column).append("];");
   }
-  const auto field = namesOf(plainLookup(page, token.field));
+  const auto field = tokenReference(page, condition.field());
   if (!field) return false;
   out.append("[").append(field->column).append("] ");
   return true;
 }
 
 bool appendPlainField(std::string& out, std::string_view before, Page& page, std::string_view id) {
-  const auto field = namesOf(plainLookup(page, id));
+  const auto field = tokenReference(page, id);
   if (!field) return false;
   out += before;
   appendReference(out, *field);
@@ -67,69 +50,100 @@ bool appendPlainField(std::string& out, std::string_view before, Page& page, std
   return true;
 }
 
-void appendDictionaryCondition(std::string& out, Page& page, const Pieces& parts,
+void appendDictionaryCondition(std::string& out, Page& page, const Condition& condition,
                                std::string_view op) {
-  const FieldToken token = fieldToken(piece(parts, kToken));
-  const std::string_view before = !token.hasVia ? " " : out.empty() ? "" : "|||";
-  if (!appendPlainField(out, before, page, token.field)) return;
-  appendComparison(out, op, piece(parts, kValue), {token.hasVia ? "" : " ", " "});
-  out.append(piece(parts, kLogic)).append(" ");
+  const bool hasVia = condition.via().has_value();
+  const std::string_view before = !hasVia ? " " : out.empty() ? "" : kPartMark;
+  if (!appendPlainField(out, before, page, condition.field())) return;
+  appendComparison(out, op, condition.value(), {hasVia ? "" : " ", " "});
+  out.append(condition.logic()).append(" ");
 }
 
-void appendComputedCondition(std::string& out, Page& page, const Pieces& parts, std::string_view op,
-                             std::string_view computed) {
-  const std::string_view item = computedItem(computed, number(piece(parts, kToken)));
+void appendComputedCondition(std::string& out, Page& page, const Condition& condition,
+                             std::string_view op, const ComputedFields& computed) {
+  const std::string_view item = computed.item(number(condition.token()));
   std::string expression;
   appendExpression(expression, computedExpression(item), BlankTokens::Drop,
                    [&](std::string_view id) {
-                     const Variant rows = expressionLookup(page, id);
+                     auto reference = expressionReference(page, id);
                      // Deliberate: an unknown field ends the compile, where the select items just
                      // drop it.
-                     if (!rows.isArray()) throw RuntimeError(ErrorNumber::TypeMismatch);
-                     return namesOf(rows);
+                     if (!reference) throw RuntimeError(ErrorNumber::TypeMismatch);
+                     return reference;
                    });
   out.append(" ").append(expression).append(" ");
-  appendComparison(out, op, piece(parts, kValue), {"", " "});
-  out += piece(parts, kLogic);
+  appendComparison(out, op, condition.value(), {"", " "});
+  out += condition.logic();
+}
+
+// The far table or alias of the join that leaves by this column; "" when there is none. The
+// deletion-flag conditions take part like the joins.
+std::string_view aliasOf(std::string_view viaColumn, const Pieces& conditions) {
+  for (std::string_view condition : conditions) {
+    const Pieces sides = text::split(condition, "=");
+    const Pieces left = text::split(piece(sides, 0), ".");
+    const Pieces right = text::split(piece(sides, 1), ".");
+    if (text::trim(viaColumn) == text::trim(piece(left, 1))) return piece(right, 0);
+  }
+  return {};
 }
 
 }  // namespace
 
-Variant Query_getfilterNoVir(Page& page, const Variant& filter) {
-  const std::string list = variant::toText(filter);
+std::string plainFilter(Page& page, std::string_view filter) {
   std::string result;
   std::string_view op;  // an unknown code leaves the operator of the condition before
-  for (std::string_view condition : text::split(list, "|||")) {
-    const Pieces parts = text::split(condition, ",");
-    op = comparisonOperator(piece(parts, kCode)).value_or(op);
-    const FieldToken token = fieldToken(piece(parts, kToken));
-    const bool found = token.hasVia ? appendMarkedField(result, page, token)
-                                    : appendPlainField(result, " ", page, token.field);
+  for (const Condition& condition : conditionsOf(filter)) {
+    op = comparisonOperator(condition.code()).value_or(op);
+    const bool found = condition.via() ? appendMarkedField(result, page, condition)
+                                       : appendPlainField(result, " ", page, condition.field());
     if (!found) continue;
-    appendComparison(result, op, piece(parts, kValue), {"", ""});
-    if (piece(parts, kLogic) != "-1") result += parts[kLogic];
+    appendComparison(result, op, condition.value(), {"", ""});
+    if (condition.logic() != "-1") result += condition.logic();
   }
   return result;
 }
 
-Variant Query_getfilter(Page& page, const Variant& filter, const Variant& computed) {
-  const std::string list = variant::toText(filter);
-  const std::string fields = variant::spliced(computed);
+std::string filterWithComputed(Page& page, std::string_view filter,
+                               const ComputedFields& computed) {
   std::string result;
   std::string_view op;
-  for (std::string_view condition : text::split(list, "|||")) {
-    const Pieces parts = text::split(condition, ",");
-    op = comparisonOperator(piece(parts, kCode)).value_or(op);
+  for (const Condition& condition : conditionsOf(filter)) {
+    op = comparisonOperator(condition.code()).value_or(op);
     // An ordinal comparison of text: "-" sorts before "0", so -<n> is a computed field, and so is
     // the token 0.
-    if (piece(parts, kToken) > "0") {
-      appendDictionaryCondition(result, page, parts, op);
+    if (condition.token() > "0") {
+      appendDictionaryCondition(result, page, condition, op);
     } else {
-      appendComputedCondition(result, page, parts, op, fields);
+      appendComputedCondition(result, page, condition, op, computed);
     }
   }
   const auto length = static_cast<std::ptrdiff_t>(variant::len(result));
-  return variant::left(result, length - 3);
+  return std::string(variant::left(result, length - 3));
+}
+
+std::string mergedFilter(std::string_view filter, std::string_view where) {
+  const Pieces items = text::split(filter, kPartMark);
+  if (items.size() <= 1) return std::string(filter);
+
+  const Pieces conditions = text::split(where, " and ");
+  std::string result;
+  for (std::string_view item : items) {
+    const Pieces parts = text::split(item, ";");
+    if (parts.empty()) continue;
+    if (parts.size() == 1) {
+      result += item;
+      continue;
+    }
+    // Only two parts are used: a ";" inside a value cuts the value there.
+    const std::string_view alias = aliasOf(parts[0], conditions);
+    if (alias.empty()) {
+      result.assign(parts[0]).append(parts[1]);
+    } else {
+      result.append(" ").append(alias).append(".").append(parts[1]);
+    }
+  }
+  return result;
 }
 
 }  // namespace tarlo::compile

@@ -18,10 +18,12 @@ double number(std::string_view token) {
   return variant::toDouble(Variant(token));
 }
 
-std::string_view computedItem(std::string_view computed, double token) {
+ComputedFields::ComputedFields(std::string_view list) : items_(text::split(list, ";")) {}
+
+std::string_view ComputedFields::item(double token) const {
   const std::int32_t index = variant::toInt32(Variant(std::abs(token) - 1));
   if (index < 0) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-  return piece(text::split(computed, ";"), static_cast<std::size_t>(index));
+  return piece(items_, static_cast<std::size_t>(index));
 }
 
 std::string_view computedName(std::string_view item) {
@@ -44,6 +46,24 @@ std::vector<ExpressionToken> expressionTokens(std::string_view expression) {
     tokens.push_back(token);
   }
   return tokens;
+}
+
+Condition::Condition(std::string_view text) : parts_(text::split(text, ",")) {}
+
+std::string_view Condition::field() const {
+  return token().substr(0, token().find('|'));
+}
+
+std::optional<std::string_view> Condition::via() const {
+  const std::size_t bar = token().find('|');
+  if (bar == std::string_view::npos) return std::nullopt;
+  return token().substr(bar + 1);
+}
+
+std::vector<Condition> conditionsOf(std::string_view filter) {
+  std::vector<Condition> conditions;
+  for (std::string_view text : text::split(filter, text::kPartMark)) conditions.emplace_back(text);
+  return conditions;
 }
 
 std::optional<std::string_view> comparisonOperator(std::string_view code) {

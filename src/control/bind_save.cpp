@@ -5,7 +5,7 @@
 #include "control/control_definition.h"
 #include "control/control_store.h"
 #include "frame/data.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"

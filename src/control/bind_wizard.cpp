@@ -9,9 +9,7 @@
 #include "frame/sibling_calls.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/control_statements.h"
-#include "metadata/introspection.h"
-#include "metadata/relation_table.h"
+#include "metadata/operations.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 
@@ -56,8 +54,8 @@ std::string templatesOn(const std::string& related, const std::string& field) {
 }
 
 Variant mainTableOf(Page& page, const std::string& scheme) {
-  return frame::firstCell(
-      page, Variant("select Query_MainTBID from Zembra_Query_Main where Query_ID=" + scheme));
+  return frame::firstCell(page,
+                          "select Query_MainTBID from Zembra_Query_Main where Query_ID=" + scheme);
 }
 
 // "" when the scheme has no main table or no relation leaves it.

@@ -5,8 +5,7 @@
 #include "embedded_control_pages.h"
 #include "frame/dialog_frame.h"
 #include "frame/template.h"
-#include "metadata/dictionary_lookups.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 

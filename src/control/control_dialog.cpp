@@ -8,7 +8,7 @@ namespace tarlo::control {
 void writeControlDialog(Page& page, const ControlDialog& settings,
                         const std::vector<ControlStep>& steps) {
   const auto dialog = page.server.createObject("TarloDialog.WebDialog");
-  frame::connectToPage(page, *dialog);
+  frame::connectToPage(page, *dialog, frame::kSessionAndResponse);
   dialog->put("title", settings.title);
   dialog->put("TotalStep", static_cast<int>(steps.size()));
   dialog->put("addjs", settings.script);

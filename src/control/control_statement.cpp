@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "control/control_filter.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"

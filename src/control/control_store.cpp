@@ -69,9 +69,7 @@ bool hasName(const ControlRow& row) {
 
 bool runs(Page& page, ErrorState& err, std::string& sql) {
   err.clear();
-  Variant statement(sql);
-  err.run([&] { frame::execSQLLogged(page, statement, frame::kCommandText); });
-  sql = variant::spliced(statement);
+  err.run([&] { frame::execSQLLogged(page, sql); });
   return !err.failed();
 }
 

@@ -5,7 +5,7 @@
 #include "control/scheme_columns.h"
 #include "embedded_control_pages.h"
 #include "frame/template.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/compare.h"

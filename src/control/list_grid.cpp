@@ -8,7 +8,7 @@ namespace tarlo::control {
 std::shared_ptr<Object> choiceGrid(Page& page, std::string_view title, const std::string& sql,
                                    int pageSize) {
   auto grid = page.server.createObject("TarloTable.table");
-  frame::connectToPage(page, *grid);
+  frame::connectToPage(page, *grid, frame::kGridContext);
   grid->put("id", "SearchTable");
   grid->put("SelectionStyle", 2);
   grid->put("title", title);

@@ -117,7 +117,7 @@ void writeManager(Page& page, const Manager& manager, const Template& adding) {
                                {"show", manager.showOperation},
                                {"adding", adding.fill()}});
   const auto grid = page.server.createObject("TarloTable.table");
-  frame::connectToPage(page, *grid);
+  frame::connectToPage(page, *grid, frame::kGridContext);
   grid->put("id", "SearchTable");
   grid->put("SelectionStyle", 2);
   grid->put("title", manager.captions);

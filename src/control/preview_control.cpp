@@ -11,7 +11,7 @@
 #include "frame/statement_scope.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "variant/compare.h"

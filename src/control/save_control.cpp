@@ -9,9 +9,7 @@
 #include "control/scheme_columns.h"
 #include "frame/data.h"
 #include "frame/statement_scope.h"
-#include "metadata/control_statements.h"
-#include "metadata/dictionary_lookups.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "text/sql_text.h"
 #include "variant/array.h"
@@ -81,9 +79,7 @@ std::string listStatement(Page& page, const std::string& scheme) {
   ErrorState err;
   std::string sql = "select " + spliced(metadata::getQueryKeyField(page, Variant(scheme), false)) +
                     listColumns(page, scheme);
-  err.run([&] {
-    frame::asDesigner(page, [&] { frame::execSQL(page, Variant(sql), frame::kCommandText); });
-  });
+  err.run([&] { frame::asDesigner(page, [&] { frame::execSQL(page, sql); }); });
   if (!err.failed()) return sql;
   sql = "select 1 as tempidcolumn_V1," + sql.substr(std::min(sql.find(',') + 1, sql.size()));
   return runsAsTest(page, err, sql) ? sql : "";

@@ -1,6 +1,6 @@
 #include "control/scheme_columns.h"
 
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"

@@ -8,7 +8,7 @@
 #include "frame/sibling_calls.h"
 #include "frame/statement_scope.h"
 #include "frame/template.h"
-#include "metadata/control_statements.h"
+#include "metadata/operations.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
@@ -106,7 +106,7 @@ Variant templateBody(Page& page) {
 // The body is made when the dialog stands.
 void writeShowDialog(Page& page, std::string_view title, Variant (*body)(Page& page)) {
   const auto dialog = page.server.createObject("TarloDialog.SingleDialog");
-  frame::connectToPage(page, *dialog);
+  frame::connectToPage(page, *dialog, frame::kSessionAndResponse);
   dialog->put("title", title);
   dialog->put("ViewType", 2);
   dialog->put("addjs", "");

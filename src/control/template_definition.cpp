@@ -7,7 +7,7 @@
 #include "control/control_filter.h"
 #include "control/control_statement.h"
 #include "frame/data.h"
-#include "metadata/dictionary_lookups.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"

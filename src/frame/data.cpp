@@ -8,21 +8,11 @@ namespace {
 
 constexpr std::string_view kIdentityField = "NeoID";
 
-// The statement's text without a copy where the variant holds text; `buffer` keeps any other.
-std::string_view commandText(const Variant& sql, std::string& buffer) {
-  if (sql.isText()) return sql.text();
-  buffer = variant::spliced(sql);
-  return buffer;
-}
-
 // One statement over an open connection: the value of NeoID, or Empty for a statement whose text
 // does not end in that word.
-Variant runCommand(database::Connection& connection, const Variant& sql, int commandType) {
-  if (commandType != kCommandText) throw RuntimeError(ErrorNumber::InvalidCall, "command type");
-  std::string buffer;
-  const std::string_view text = commandText(sql, buffer);
-  if (text.ends_with(kIdentityField)) return connection.open(text)->value(kIdentityField);
-  connection.execute(text);
+Variant runCommand(database::Connection& connection, std::string_view sql) {
+  if (sql.ends_with(kIdentityField)) return connection.open(sql)->value(kIdentityField);
+  connection.execute(sql);
   return {};
 }
 
@@ -33,37 +23,68 @@ database::Lease borrowConnection(Page& page) {
   return page.databases.borrow(name, page.statements);
 }
 
-Variant execSQLRows(Page& page, const Variant& sql) {
-  std::string buffer;
-  database::Lease connection = borrowConnection(page);
-  return connection->open(commandText(sql, buffer))->getRows();
+const Variant& Row::value(std::size_t column) const {
+  if (column >= cells_.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  return cells_[column];
 }
 
-Variant firstCell(Page& page, const Variant& sql, const Variant& otherwise) {
-  const Variant rows = execSQLRows(page, sql);
-  return rows.isArray() ? rows.array().at(0, 0) : otherwise;
+std::string Row::text(std::size_t column) const {
+  return variant::spliced(value(column));
 }
 
-Variant execSQL(Page& page, const Variant& sql, int commandType) {
-  database::Lease connection = borrowConnection(page);
-  return runCommand(*connection, sql, commandType);
+std::size_t Rows::size() const {
+  return empty() ? 0 : static_cast<std::size_t>(table_.array().upperBound(2)) + 1;
 }
 
-Variant execSQLLogged(Page& page, Variant& sql, int commandType) {
+Row Rows::operator[](std::size_t row) const {
+  const Array& cells = table_.array();
+  if (row >= size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  const auto columns = static_cast<std::size_t>(cells.upperBound(1)) + 1;
+  return Row(cells.elements().subspan(row * columns, columns));
+}
+
+Rows rows(Page& page, std::string_view sql) {
   database::Lease connection = borrowConnection(page);
-  Variant result = runCommand(*connection, sql, commandType);
+  return Rows(connection->open(sql)->getRows());
+}
+
+Variant firstCell(Page& page, std::string_view sql, Variant otherwise) {
+  const Rows found = rows(page, sql);
+  return found.empty() ? otherwise : found.front().value(0);
+}
+
+std::string firstText(Page& page, std::string_view sql) {
+  return variant::spliced(firstCell(page, sql));
+}
+
+Variant execSQL(Page& page, std::string_view sql) {
+  database::Lease connection = borrowConnection(page);
+  return runCommand(*connection, sql);
+}
+
+Variant execSQLLogged(Page& page, std::string& sql) {
+  database::Lease connection = borrowConnection(page);
+  Variant result = runCommand(*connection, sql);
   writeOperateLog(page, *connection, sql);
   return result;
 }
 
-Variant getSQLFieldNames(Page& page, const Variant& sql) {
-  std::string buffer;
+std::vector<std::string> titles(Page& page, std::string_view sql) {
   database::Lease connection = borrowConnection(page);
-  const auto recordset = connection->open(commandText(sql, buffer));
-  const std::size_t count = recordset->fieldCount();
-  Array names({static_cast<std::ptrdiff_t>(count)});
-  for (std::size_t i = 0; i < count; ++i) names.elements()[i + 1] = recordset->fieldName(i);
+  const auto recordset = connection->open(sql);
+  std::vector<std::string> names(recordset->fieldCount());
+  for (std::size_t i = 0; i < names.size(); ++i) names[i] = recordset->fieldName(i);
   return names;
+}
+
+Variant titleArray(const std::vector<std::string>& titles) {
+  Array names({static_cast<std::ptrdiff_t>(titles.size())});
+  for (std::size_t i = 0; i < titles.size(); ++i) names.elements()[i + 1] = titles[i];
+  return names;
+}
+
+Variant execSQLRows(Page& page, const Variant& sql) {
+  return rows(page, variant::spliced(sql)).table();
 }
 
 }  // namespace tarlo::frame

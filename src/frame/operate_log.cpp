@@ -32,19 +32,14 @@ class LogRights {
 
 }  // namespace
 
-void writeOperateLog(Page& page, database::Connection& connection, Variant& sql) {
+void writeOperateLog(Page& page, database::Connection& connection, std::string& sql) {
   ErrorState err;
   const Variant user = err.value([&] { return page.session.get("usrID"); });
   Variant module = err.value([&] { return page.session.get("usrICID"); });
   if (module.isNull() || module.isEmpty()) module = kNoModule;
-  err.run([&] {
-    if (variant::len(variant::spliced(sql)) > kLongestLogged) sql = "Batch update";
-  });
-  Variant literal;
-  err.run([&] {
-    literal = text::replace(variant::toText(sql), "<", "&lt;");
-    preSQLFormat(page, literal, false);
-  });
+  if (variant::len(sql) > kLongestLogged) sql = "Batch update";
+  Variant literal(text::replace(sql, "<", "&lt;"));
+  err.run([&] { preSQLFormat(page, literal, false); });
   const LogRights rights(page, connection);
   err.run([&] {
     connection.execute(fmt::format(

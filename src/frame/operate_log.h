@@ -11,6 +11,6 @@ inline constexpr std::size_t kLongestLogged = 2000;  // UTF-16 units, before the
 
 // Writes the row over the given connection. Raises nothing. A longer statement becomes "Batch
 // update" in the caller's variable as well as in the row: deliberate, and callers rely on it.
-void writeOperateLog(Page& page, database::Connection& connection, Variant& sql);
+void writeOperateLog(Page& page, database::Connection& connection, std::string& sql);
 
 }  // namespace tarlo::frame

@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "frame/context_object.h"
 #include "frame/place.h"
 
 namespace tarlo::frame {
@@ -13,13 +12,12 @@ Variant callMethod(Object& object, std::string_view name,
   return object.call(name, values);
 }
 
-void connectToPage(Page& page, Object& object) {
-  const auto part = [&](ContextPart which) {
-    return Variant(std::shared_ptr<Object>(std::make_shared<ContextObject>(page, which)));
-  };
-  callMethod(object, "ASPConnect",
-             {part(ContextPart::Response), part(ContextPart::Session), part(ContextPart::Server),
-              part(ContextPart::Application), part(ContextPart::Request)});
+void connectToPage(Page& page, Object& object, std::span<const ContextPart> parts) {
+  std::vector<Variant> arguments;
+  for (const ContextPart part : parts) {
+    arguments.emplace_back(std::shared_ptr<Object>(std::make_shared<ContextObject>(page, part)));
+  }
+  object.call("ASPConnect", arguments);
 }
 
 std::string gridViewScript(std::string_view condition, std::string_view caption) {

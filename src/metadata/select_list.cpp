@@ -1,16 +1,14 @@
 #include "metadata/select_list.h"
 
-#include "metadata/statement_text.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/convert.h"
 #include "variant/runtime_error.h"
 #include "variant/text.h"
 
 namespace tarlo::metadata {
 namespace {
 
-using Pieces = std::vector<std::string_view>;
+using text::joined;
+using text::kPartMark;
 
 constexpr std::ptrdiff_t kBehindSelect = 8;  // "select " is seven characters
 
@@ -24,12 +22,8 @@ std::string_view inner(std::string_view name) {
   return variant::mid(name, 2, static_cast<std::ptrdiff_t>(variant::len(name)) - 2);
 }
 
-Array pairsFor(const Pieces& items) {
-  return Array({2, static_cast<std::ptrdiff_t>(items.size())});
-}
-
-std::string aliasOf(const Variant& title) {
-  return joined({" as [", variant::spliced(title), "]"});
+std::string aliasOf(std::string_view title) {
+  return joined({" as [", title, "]"});
 }
 
 // The first operand of an expression without blanks, free of the functions around it.
@@ -51,13 +45,12 @@ std::string_view withoutBrackets(std::string_view name) {
   return name.starts_with('[') ? inner(name) : name;
 }
 
-void storePair(Array& pairs, std::ptrdiff_t row, std::string_view qualified) {
-  const Pieces names = text::split(qualified, ".");
+QualifiedName qualifiedName(std::string_view text) {
+  const Pieces names = text::split(text, ".");
   const std::string_view table = pieceOf(names, 0);
   const std::string_view column = pieceOf(names, 1);
-  const bool isBracketed = table.starts_with('[');
-  pairs.at(1, row) = isBracketed ? inner(table) : table;
-  pairs.at(2, row) = isBracketed ? inner(column) : column;
+  if (!table.starts_with('[')) return {std::string(table), std::string(column)};
+  return {std::string(inner(table)), std::string(inner(column))};
 }
 
 std::string_view selectListOf(std::string_view statement) {
@@ -65,45 +58,46 @@ std::string_view selectListOf(std::string_view statement) {
   return variant::mid(variant::left(statement, from), kBehindSelect);
 }
 
-Variant expressionsOf(std::string list, const Variant& titles) {
-  const std::ptrdiff_t count = titles.isArray() ? titles.array().upperBound() : 0;
-  for (std::ptrdiff_t k = 1; k <= count; ++k) {
-    const std::string alias = aliasOf(titles.array().at(k));
-    const Pieces parts = text::split(list, alias);
-    list = joined({pieceOf(parts, 0), kListMark, pieceOf(parts, 1)});
+std::vector<std::string> expressionsOf(std::string list, std::span<const std::string> titles) {
+  for (const std::string& title : titles) {
+    const Pieces parts = text::split(list, aliasOf(title));
+    list = joined({pieceOf(parts, 0), kPartMark, pieceOf(parts, 1)});
   }
-  const Pieces items = text::split(list, kListMark);
-  Array expressions({static_cast<std::ptrdiff_t>(items.size())});
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    expressions.elements()[i + 1] = withoutComma(items[i]);
+  std::vector<std::string> expressions;
+  for (std::string_view item : text::split(list, kPartMark)) {
+    expressions.emplace_back(withoutComma(item));
   }
   return expressions;
 }
 
-Variant columnsOf(std::string list, const Variant& titles) {
-  const std::ptrdiff_t count = titles.isArray() ? titles.array().upperBound() : 0;
-  for (std::ptrdiff_t k = 1; k <= count; ++k) {
-    const std::string alias = aliasOf(titles.array().at(k));
-    const Pieces parts = text::split(list, alias);
+std::vector<QualifiedName> columnsOf(std::string list, std::span<const std::string> titles) {
+  for (const std::string& title : titles) {
+    const Pieces parts = text::split(list, aliasOf(title));
     const std::string_view before = withoutComma(pieceOf(parts, 0));
     // Without the alias the list stays as it was, its first comma included.
-    if (parts.size() > 1) list = joined({before, kListMark, withoutComma(parts[1])});
+    if (parts.size() > 1) list = joined({before, kPartMark, withoutComma(parts[1])});
   }
   std::string_view rest = text::trim(list);
-  if (rest.ends_with(kListMark)) rest.remove_suffix(kListMark.size());
-  const Pieces items = text::split(rest, kListMark);
-  Array pairs = pairsFor(items);
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    storePair(pairs, static_cast<std::ptrdiff_t>(i) + 1, items[i]);
-  }
-  return pairs;
+  if (rest.ends_with(kPartMark)) rest.remove_suffix(kPartMark.size());
+  std::vector<QualifiedName> names;
+  for (std::string_view item : text::split(rest, kPartMark)) names.push_back(qualifiedName(item));
+  return names;
 }
 
-Variant firstOperandsOf(std::string_view statement) {
-  const Pieces items = text::split(pieceOf(text::split(statement, " "), 1), ",");
-  Array pairs = pairsFor(items);
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    storePair(pairs, static_cast<std::ptrdiff_t>(i) + 1, firstOperand(items[i]));
+std::vector<QualifiedName> firstOperandsOf(std::string_view statement) {
+  std::vector<QualifiedName> names;
+  for (std::string_view item : text::split(pieceOf(text::split(statement, " "), 1), ",")) {
+    names.push_back(qualifiedName(firstOperand(item)));
+  }
+  return names;
+}
+
+Variant pairArray(const std::vector<QualifiedName>& names) {
+  Array pairs({2, static_cast<std::ptrdiff_t>(names.size())});
+  std::ptrdiff_t row = 0;
+  for (const QualifiedName& name : names) {
+    pairs.at(1, ++row) = name.table;
+    pairs.at(2, row) = name.column;
   }
   return pairs;
 }

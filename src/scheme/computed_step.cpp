@@ -4,7 +4,7 @@
 #include "frame/data.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/dictionary_lookups.h"
+#include "metadata/operations.h"
 #include "scheme/step_fields.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"

@@ -32,11 +32,6 @@ struct Trial {
   std::string where;
 };
 
-std::vector<std::string_view> items(const Variant& list, std::string_view separator) {
-  if (!list.isText()) return {};
-  return text::split(list.text(), separator);
-}
-
 // A condition without its word of logic, which would ask for a further one.
 std::string alone(std::string_view condition) {
   const auto parts = text::split(condition, ",");
@@ -46,39 +41,39 @@ std::string alone(std::string_view condition) {
 
 std::vector<Trial> trialsOf(const Definition& whole) {
   Definition bare;
-  bare.sTable = whole.sTable;
-  bare.rel = whole.rel;
+  bare.mainTable = whole.mainTable;
+  bare.relations = whole.relations;
   std::vector<Trial> trials = {{bare, "主表与关联"}};
   const auto add = [&](std::string where, const std::function<void(Definition&)>& change) {
     Trial trial{bare, std::move(where)};
     change(trial.definition);
     trials.push_back(std::move(trial));
   };
-  for (const std::string_view item : items(whole.computed, ";")) {
+  for (const std::string_view item : text::split(whole.computed, ";")) {
     add("计算字段“" + std::string(item.substr(0, item.find(':'))) + "”",
         [&](Definition& part) { part.computed = item; });
   }
   int number = 0;
-  for (const std::string_view condition : items(whole.filter, "|||")) {
+  for (const std::string_view condition : text::split(whole.filter, text::kPartMark)) {
     add("第 " + std::to_string(++number) + " 个过滤条件", [&](Definition& part) {
       part.computed = whole.computed;
       part.filter = alone(condition);
     });
   }
   number = 0;
-  for (const std::string_view statistic : items(whole.stats, "|||")) {
+  for (const std::string_view statistic : text::split(whole.statistics, text::kPartMark)) {
     add("第 " + std::to_string(++number) + " 个统计项", [&](Definition& part) {
       part.computed = whole.computed;
-      part.stats = statistic;
+      part.statistics = statistic;
       // A field without a function stands only beside its grouping.
-      if (statistic.ends_with(",6")) part.group = statistic.substr(0, statistic.find(','));
+      if (statistic.ends_with(",6")) part.grouping = statistic.substr(0, statistic.find(','));
     });
   }
-  if (!spliced(whole.group).empty()) {
+  if (!whole.grouping.empty()) {
     add("分组", [&](Definition& part) {
       part.computed = whole.computed;
-      part.stats = whole.stats;
-      part.group = whole.group;
+      part.statistics = whole.statistics;
+      part.grouping = whole.grouping;
     });
   }
   return trials;
@@ -88,7 +83,7 @@ std::vector<Trial> trialsOf(const Definition& whole) {
 StatementCheck check(Page& page, const Definition& part, bool isRun) {
   ErrorState err;
   std::string statement;
-  err.run([&] { statement = spliced(compile::compileDefinition(page, part)); });
+  err.run([&] { statement = compile::compileDefinition(page, part); });
   if (err.failed()) return {Fault::Syntax, 0};
   const frame::StatementScope scope(page, frame::kDesignersRights);
   database::Lease connection = frame::borrowConnection(page);
@@ -114,7 +109,7 @@ Diagnosis diagnose(Page& page, const Definition& definition, const std::string& 
     if (part.fault == Fault::None) continue;
     ErrorState err;
     std::string text;
-    err.run([&] { text = spliced(compile::compileDefinition(page, trial.definition)); });
+    err.run([&] { text = compile::compileDefinition(page, trial.definition); });
     return {trial.where, wordsFor(page, part, text, definition)};
   }
   const StatementCheck shown = isRun ? StatementCheck{Fault::Running, 0} : whole;

@@ -1,6 +1,6 @@
 #include "scheme/diagnosis_words.h"
 
-#include "metadata/dictionary_lookups.h"
+#include "metadata/operations.h"
 #include "variant/convert.h"
 
 namespace tarlo::scheme {

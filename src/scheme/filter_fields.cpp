@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "metadata/dictionary_lookups.h"
+#include "metadata/operations.h"
 #include "scheme/step_fields.h"
 #include "services/option_list.h"
 #include "variant/array.h"

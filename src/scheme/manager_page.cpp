@@ -37,7 +37,7 @@ std::string viewScript(std::string_view condition, std::string_view name) {
 
 std::shared_ptr<Object> makeGrid(Page& page) {
   auto grid = page.server.createObject("TarloTable.table");
-  frame::connectToPage(page, *grid);
+  frame::connectToPage(page, *grid, frame::kGridContext);
   grid->put("id", "SearchTable");
   grid->put("SelectionStyle", 2);
   grid->put("title", "查询方案|目录|类别|方案说明|创建时间");

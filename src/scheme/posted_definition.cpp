@@ -19,16 +19,16 @@ std::string trimmed(Page& page, std::string_view key) {
 
 compile::Definition postedDefinition(Page& page, Blanks aroundComputed) {
   compile::Definition definition;
-  definition.sTable = spliced(page.request.value("TableName"));
+  definition.mainTable = spliced(page.request.value("TableName"));
   definition.computed = reducedComputed(aroundComputed == Blanks::Trimmed
                                             ? trimmed(page, "step1Virtual")
                                             : spliced(page.request.value("step1Virtual")));
   definition.filter = spliced(page.request.value("step2Rel"));
   std::string statistics = trimmed(page, "step3Stats");
   if (statistics.ends_with(kSeparator)) statistics.resize(statistics.size() - kSeparator.size());
-  definition.stats = statistics;
-  definition.group = trimmed(page, "step3Groupby");
-  definition.rel = spliced(page.request.value("step0Multi"));
+  definition.statistics = statistics;
+  definition.grouping = trimmed(page, "step3Groupby");
+  definition.relations = spliced(page.request.value("step0Multi"));
   return definition;
 }
 

@@ -44,19 +44,16 @@ void previewSearchdlg(Page& page) {
   compile::Definition definition;
   err.run([&] { definition = postedDefinition(page, Blanks::Trimmed); });
   frame::writeStepHead(page);
-  Variant statement;
+  std::string statement;
   err.run([&] { statement = compile::compileDefinition(page, definition); });
   err.clear();
-  err.run([&] {
-    frame::asDesigner(page, [&] { frame::execSQL(page, statement, frame::kCommandText); });
-  });
-  const std::string text = spliced(statement);
+  err.run([&] { frame::asDesigner(page, [&] { frame::execSQL(page, statement); }); });
   if (err.failed()) {
     refused.write(page.response);
-    if (hasExtras(page)) page.response.write(refusalReason(page, definition, text));
+    if (hasExtras(page)) page.response.write(refusalReason(page, definition, statement));
   } else {
-    fields.write(page.response, {{"rows", titleRows(titlesInList(text))}});
-    if (hasExtras(page)) page.response.write(firstRows(page, text));
+    fields.write(page.response, {{"rows", titleRows(titlesInList(statement))}});
+    if (hasExtras(page)) page.response.write(firstRows(page, statement));
   }
   page.response.write("</body>\r\n</html>\r\n");
 }

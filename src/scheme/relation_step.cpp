@@ -133,7 +133,7 @@ Selection readSelection(Page& page) {
 
 void writeGrid(Page& page) {
   const auto grid = page.server.createObject("TarloTable.table");
-  frame::connectToPage(page, *grid);
+  frame::connectToPage(page, *grid, frame::kGridContext);
   grid->put("id", "SearchTable");
   grid->put("SelectionStyle", 2);
   grid->put("title", "主表|主表关联字段|关联表|关联表关联字段");

@@ -4,7 +4,7 @@
 #include "frame/data.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/convert.h"

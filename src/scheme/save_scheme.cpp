@@ -67,19 +67,17 @@ std::string_view save(Page& page, SchemeRow row) {
   // A test that fails does not stop the save.
   err.run([&] { inUse = isNameInUse(page, row); });
   if (inUse) return kNameInUse;
-  Variant statement;
+  std::string statement;
   err.run([&] { statement = compile::compileDefinition(page, row.definition); });
   err.clear();
-  err.run([&] {
-    frame::asDesigner(page, [&] { frame::execSQL(page, statement, frame::kCommandText); });
-  });
+  err.run([&] { frame::asDesigner(page, [&] { frame::execSQL(page, statement); }); });
   if (err.failed()) return kRefused;
-  row.statement = spliced(statement);
-  err.run([&] { row.keyField = keyFieldOf(page, row.definition.sTable); });
+  row.statement = statement;
+  err.run([&] { row.keyField = keyFieldOf(page, row.definition.mainTable); });
   row.now = frame::currentDateTimeText();
-  Variant sql(saveStatement(row));
+  std::string sql(saveStatement(row));
   err.clear();
-  err.run([&] { frame::execSQLLogged(page, sql, frame::kCommandText); });
+  err.run([&] { frame::execSQLLogged(page, sql); });
   return err.failed() ? kNotWritten : kSaved;
 }
 

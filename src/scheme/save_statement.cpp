@@ -26,14 +26,14 @@ std::string updateStatement(const SchemeRow& row, bool hasStatistics) {
   set("Query_Dic", row.directory);
   set("Zembra_ModiUser", row.user);
   set("Zembra_ModiDate", row.now);
-  set("Query_MainTBID", spliced(definition.sTable));
+  set("Query_MainTBID", spliced(definition.mainTable));
   set("Query_Vir", doubledQuotes(spliced(definition.computed)));
   set("Query_Rel", doubledQuotes(spliced(definition.filter)));
-  set("Query_Static", doubledQuotes(spliced(definition.stats)));
-  set("Query_Group", spliced(definition.group));
+  set("Query_Static", doubledQuotes(spliced(definition.statistics)));
+  set("Query_Group", spliced(definition.grouping));
   if (!hasStatistics) {
     sql.append("',Query_MultiRel=").append(row.isMultiLevel);
-    sql.append(",Query_MultiRelSel='").append(spliced(definition.rel));
+    sql.append(",Query_MultiRelSel='").append(spliced(definition.relations));
   }
   return sql.append("' where Query_ID=").append(row.id);
 }
@@ -53,21 +53,21 @@ std::string insertStatement(const SchemeRow& row, bool hasStatistics) {
                                            row.kind,
                                            row.directory,
                                            row.user,
-                                           spliced(definition.sTable),
+                                           spliced(definition.mainTable),
                                            doubledQuotes(spliced(definition.computed)),
                                            doubledQuotes(spliced(definition.filter)),
-                                           doubledQuotes(spliced(definition.stats)),
-                                           doubledQuotes(spliced(definition.group))};
+                                           doubledQuotes(spliced(definition.statistics)),
+                                           doubledQuotes(spliced(definition.grouping))};
   for (const std::string& value : values) sql.append("','").append(value);
   if (hasStatistics) return sql.append("','1')");
   sql.append("',").append(row.isMultiLevel).append(",'");
-  return sql.append(spliced(definition.rel)).append("')");
+  return sql.append(spliced(definition.relations)).append("')");
 }
 
 }  // namespace
 
 std::string saveStatement(const SchemeRow& row) {
-  const bool hasStatistics = !spliced(row.definition.stats).empty();
+  const bool hasStatistics = !spliced(row.definition.statistics).empty();
   return row.isChange ? updateStatement(row, hasStatistics) : insertStatement(row, hasStatistics);
 }
 

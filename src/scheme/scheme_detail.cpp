@@ -4,7 +4,7 @@
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "scheme/title_table.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -34,7 +34,7 @@ void showSearchDlg(Page& page) {
   static const Template body(embedded::scheme_pages::find("scheme_detail.html"));
   const std::string id = spliced(page.request.value("id"));
   const auto dialog = page.server.createObject("TarloDialog.SingleDialog");
-  frame::connectToPage(page, *dialog);
+  frame::connectToPage(page, *dialog, frame::kResponseAndSession);
   dialog->put("title", "查询方案预览");
   dialog->put("bodyHtml", body.fill({{"rows", titleRows(titlesOf(page, id))}}));
   dialog->put("bgcolor", "menu");
@@ -46,8 +46,8 @@ void delSearch(Page& page) {
   ErrorState err;
   for (const std::string_view target : {"Zembra_Query_Main set Zembra_Flag = 0 where Query_ID",
                                         "Zembra_Query_Field set Zembra_Flag = 0 where QF_NameID"}) {
-    Variant sql("update " + std::string(target) + " in (" + ids + ")");
-    err.run([&] { frame::execSQLLogged(page, sql, frame::kCommandText); });
+    std::string sql("update " + std::string(target) + " in (" + ids + ")");
+    err.run([&] { frame::execSQLLogged(page, sql); });
   }
   page.response.write("<script>top.sAlert('选中查询方案已经从系统中删除！',false);</script>");
 }

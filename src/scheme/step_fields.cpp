@@ -1,6 +1,6 @@
 #include "scheme/step_fields.h"
 
-#include "metadata/relation_table.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"

@@ -6,7 +6,7 @@
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "scheme/wizard_extras.h"
 #include "services/action_help.h"
 #include "services/cascade_levels.h"
@@ -138,7 +138,7 @@ std::string shellScript(Page& page, const Preset& preset) {
 }
 
 void setUpDialog(Page& page, Object& dialog, const Preset& preset) {
-  frame::connectToPage(page, dialog);
+  frame::connectToPage(page, dialog, frame::kSessionAndResponse);
   dialog.put("title", "查询方案自定义");
   dialog.put("TotalStep", static_cast<int>(kSteps.size()));
   dialog.put("addjs", shellScript(page, preset));

@@ -9,6 +9,7 @@
 //   if (err.failed()) ...
 
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include "variant/runtime_error.h"
@@ -32,10 +33,11 @@ class ErrorState {
     }
   }
 
-  // Runs the step and gives its value, or Empty when it fails.
+  // Runs the step and gives its value; when it fails, the empty value of that kind: Empty, "", no
+  // rows.
   template <class Step>
-  Variant value(Step&& step) {
-    Variant result;
+  auto value(Step&& step) {
+    std::invoke_result_t<Step> result{};
     run([&] { result = std::forward<Step>(step)(); });
     return result;
   }

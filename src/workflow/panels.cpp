@@ -134,19 +134,18 @@ void WorkFlowWaitingForDealList(Page& page) {
 Variant doGetWFIName(Page& page, const Variant& iUID, const Variant&, const Variant&,
                      const Variant&) {
   return frame::firstCell(page,
-                          Variant("DECLARE  @strReturn varchar(50);EXEC "
-                                  "Zembra_WorkFlowInstance_IsExistsTempMenu " +
-                                  spliced(iUID) + ",@strReturn out;SELECT @strReturn "),
+                          ("DECLARE  @strReturn varchar(50);EXEC "
+                           "Zembra_WorkFlowInstance_IsExistsTempMenu " +
+                           spliced(iUID) + ",@strReturn out;SELECT @strReturn "),
                           Variant(""));
 }
 
 Variant doFindPermissionWFI(Page& page, const Variant& intMenuID, const Variant&, const Variant&) {
   return frame::firstCell(
       page,
-      Variant("SELECT Exper_SID      FROM Zembra_ExchangePermission      WHERE   "
-              "ExPer_RID = " +
-              spliced(org::currentUserId()) +
-              "             AND ExPer_Para = " + spliced(intMenuID)),
+      ("SELECT Exper_SID      FROM Zembra_ExchangePermission      WHERE   "
+       "ExPer_RID = " +
+       spliced(org::currentUserId()) + "             AND ExPer_Para = " + spliced(intMenuID)),
       Variant(0));
 }
 

@@ -137,7 +137,7 @@ class HostileDatabase {
   std::string answer(const component::Operation& operation, const frame::ValueMap& request);
   void execute(const std::string& sql) {
     frame::LocalPage local(databases_, connection_);
-    frame::execSQL(local.page(), Variant(sql));
+    frame::execSQL(local.page(), sql);
   }
   // Puts the hostile value in front of the column's values, or a short one in place of them.
   void fill(const std::string& table, const std::string& column) {

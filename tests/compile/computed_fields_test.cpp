@@ -1,4 +1,4 @@
-#include "compile/computed_fields.h"
+#include "compile/operations.h"
 
 #include <gtest/gtest.h>
 

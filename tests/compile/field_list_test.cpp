@@ -1,8 +1,8 @@
-#include "compile/field_list.h"
+#include "compile/operations.h"
 
 #include <gtest/gtest.h>
 
-#include "compile/clause_set.h"
+#include "compile/clauses.h"
 #include "support/dictionary.h"
 
 namespace tarlo::compile {
@@ -11,7 +11,7 @@ namespace {
 class FieldListTest : public ::testing::Test {
  protected:
   ClauseSet clauses(int table, const std::string& relations) {
-    return clauseSet(getQuery_Field_In(data.page(), table, relations));
+    return fieldListClauses(data.page(), std::to_string(table), relations);
   }
   testing::DictionaryDatabase data;
 };
@@ -20,7 +20,8 @@ TEST_F(FieldListTest, ATableReachedTwiceIsAliasedTheSecondTime) {
   const Variant value = getQuery_Field_In(data.page(), 10, "5,6");
   EXPECT_EQ(value.array().upperBound(), 3);
   EXPECT_TRUE(value.array().at(0).isEmpty());
-  const ClauseSet set = clauseSet(value);
+  const ClauseSet set = clauses(10, "5,6");
+  EXPECT_EQ(value.array().at(2).text(), set.from);
   EXPECT_EQ(set.from, "[Customer],[Customer] as [Customer1],[Orders]");
   EXPECT_EQ(set.where,
             "[Orders].[CustID]=[Customer].[ID] and [Customer].[Zembra_Flag]=1 and "
@@ -84,6 +85,13 @@ TEST_F(FieldListTest, ATableThatIsGoneTakesTheNameOfTheOneBefore) {
   data.remove("Table", 13);
   // Its fields are gone with it, so nothing of it is joined or selected.
   EXPECT_EQ(clauses(10, "5,8").from, "[Customer],[Orders]");
+}
+
+TEST_F(FieldListTest, AMainTableThatIsGoneLeavesEmptyBrackets) {
+  // A two-hop row has left the intermediate table's name in its place.
+  data.remove("Table", 10);
+  EXPECT_TRUE(clauses(10, "5,7").from.ends_with(",[]")) << clauses(10, "5,7").from;
+  EXPECT_TRUE(clauses(10, "5,7").where.ends_with(" and [].[Zembra_Flag]=1"));
 }
 
 TEST_F(FieldListTest, TheAliasBearsTheRowIndexAndNotACount) {

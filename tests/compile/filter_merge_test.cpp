@@ -1,4 +1,4 @@
-#include "compile/filter_merge.h"
+#include "compile/clauses.h"
 
 #include <gtest/gtest.h>
 

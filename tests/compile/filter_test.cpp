@@ -1,4 +1,4 @@
-#include "compile/filter.h"
+#include "compile/operations.h"
 
 #include <gtest/gtest.h>
 

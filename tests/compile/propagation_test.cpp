@@ -1,4 +1,4 @@
-#include "compile/propagation.h"
+#include "compile/operations.h"
 
 #include <gtest/gtest.h>
 

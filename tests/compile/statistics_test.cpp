@@ -1,9 +1,8 @@
-#include "compile/statistics.h"
+#include "compile/operations.h"
 
 #include <gtest/gtest.h>
 
-#include "compile/clause_set.h"
-#include "compile/grouping.h"
+#include "compile/clauses.h"
 #include "support/dictionary.h"
 
 namespace tarlo::compile {
@@ -17,7 +16,12 @@ class StatisticsTest : public ::testing::Test {
  protected:
   ClauseSet clauses(const std::string& stats, const std::string& group = "",
                     const std::string& relations = "5") {
-    return clauseSet(Query_getStats(data.page(), 10, stats, kComputed, group, relations));
+    Definition definition;
+    definition.mainTable = "10";
+    definition.statistics = stats;
+    definition.grouping = group;
+    definition.relations = relations;
+    return statisticsClauses(data.page(), definition, ComputedFields(kComputed));
   }
   testing::DictionaryDatabase data;
 };

@@ -2,11 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "metadata/control_fields.h"
-#include "metadata/control_statements.h"
-#include "metadata/introspection.h"
-#include "metadata/scheme_copy.h"
-#include "metadata/version_lookups.h"
+#include "metadata/operations.h"
 #include "support/platform_database.h"
 
 namespace tarlo::metadata {

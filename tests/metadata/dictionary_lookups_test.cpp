@@ -1,8 +1,7 @@
-#include "metadata/dictionary_lookups.h"
+#include "metadata/operations.h"
 
 #include <gtest/gtest.h>
 
-#include "metadata/version_lookups.h"
 #include "support/dictionary.h"
 
 namespace tarlo::metadata {

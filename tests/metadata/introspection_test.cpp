@@ -1,4 +1,4 @@
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "metadata/relation_table.h"
+#include "metadata/operations.h"
 
 #include <gtest/gtest.h>
 

@@ -140,9 +140,9 @@ TEST(SaveScheme, StatisticsLeaveTheStoredRelationsAlone) {
 
 TEST(SaveStatement, DoublesTheGroupingsQuotesInInsertsOnly) {
   SchemeRow row;
-  row.definition.group = "a'b";
+  row.definition.grouping = "a'b";
   for (const bool hasStatistics : {false, true}) {
-    row.definition.stats = hasStatistics ? "1,4" : "";
+    row.definition.statistics = hasStatistics ? "1,4" : "";
     row.isChange = true;
     EXPECT_TRUE(holds(saveStatement(row), "Query_Group='a'b'"));
     row.isChange = false;

@@ -42,11 +42,11 @@ TEST(SchemeStore, LoadsListsAndCompiles) {
   for (const Row& row : rows) {
     const auto scheme = loadScheme(data.page(), row.id);
     ASSERT_TRUE(scheme);
-    EXPECT_EQ(variantName(*scheme), row.variant);
+    EXPECT_EQ(compile::operationFor(scheme->definition), row.variant);
     EXPECT_EQ(scheme->deleted, row.deleted);
-    EXPECT_EQ(compileScheme(data.page(), *scheme).text(), row.statement);
+    EXPECT_EQ(compile::compileDefinition(data.page(), scheme->definition), row.statement);
   }
-  EXPECT_EQ(testing::textOf(loadScheme(data.page(), 1)->stored), "select 1");
+  EXPECT_EQ(loadScheme(data.page(), 1)->stored, "select 1");
   EXPECT_FALSE(loadScheme(data.page(), 4));
 }
 

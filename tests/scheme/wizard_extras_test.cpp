@@ -19,12 +19,12 @@ compile::Definition definitionOf(const std::string& computed, const std::string&
                                  const std::string& statistics = "",
                                  const std::string& grouping = "") {
   compile::Definition definition;
-  definition.sTable = "10";
-  definition.rel = "5";
+  definition.mainTable = "10";
+  definition.relations = "5";
   definition.computed = computed;
   definition.filter = filter;
-  definition.stats = statistics;
-  definition.group = grouping;
+  definition.statistics = statistics;
+  definition.grouping = grouping;
   return definition;
 }
 

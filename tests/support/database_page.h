@@ -16,7 +16,7 @@ class DatabasePage {
   Page& page() { return local_.page(); }
   frame::LocalPage& local() { return local_; }
 
-  void execute(std::string_view sql) { frame::execSQL(page(), Variant(sql)); }
+  void execute(std::string_view sql) { frame::execSQL(page(), sql); }
   // Runs a script as the product does when it makes its tables.
   void runScript(std::string_view script) {
     database::Lease connection = frame::borrowConnection(page());

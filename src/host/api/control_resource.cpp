@@ -5,9 +5,7 @@
 #include "frame/data.h"
 #include "frame/statement_scope.h"
 #include "host/api/api_error.h"
-#include "metadata/control_statements.h"
-#include "metadata/dictionary_lookups.h"
-#include "metadata/introspection.h"
+#include "metadata/operations.h"
 #include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -46,9 +44,7 @@ Variant rowsOf(Page& page, const std::string& sql) {
 // Whether the statement runs: a list that does not is given to no form.
 bool runs(Page& page, const std::string& statement) {
   ErrorState err;
-  err.run([&] {
-    frame::asDesigner(page, [&] { frame::execSQL(page, Variant(statement), frame::kCommandText); });
-  });
+  err.run([&] { frame::asDesigner(page, [&] { frame::execSQL(page, statement); }); });
   return !err.failed();
 }
 

@@ -58,7 +58,7 @@ std::string gridOf(Page& page, const ControlResource& control) {
   const frame::AccessScope access(page, {frame::Caller::FormUser});
   std::vector<std::string_view> titles(control.titles.begin(), control.titles.end());
   const auto grid = page.server.createObject("TarloTable.table");
-  frame::connectToPage(page, *grid);
+  frame::connectToPage(page, *grid, frame::kGridContext);
   grid->put("id", "SearchTable");
   grid->put("SelectionStyle", 2);
   grid->put("title", text::join(titles, "|"));

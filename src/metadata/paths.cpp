@@ -1,27 +1,29 @@
-#include "metadata/relation_table.h"
+// The search for the ways in which selected relations lead from a main table to other tables.
 
 #include <string>
 
-#include "frame/data.h"
-#include "metadata/statement_text.h"
-#include "variant/array.h"
+#include "metadata/dictionary.h"
+#include "metadata/operations.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
 namespace tarlo::metadata {
 namespace {
 
-using variant::spliced;
+using frame::Row;
+using frame::Rows;
+using text::joined;
 
 struct Search {
   Page& page;
-  std::string mainTable;
+  std::string_view mainTable;
   std::string inRelations;  // " and Zembra_ID in (...)"
 };
 
 // Relations that touch the main table at neither end: candidates for the far hop.
-Variant farRelations(const Search& search) {
-  return frame::execSQLRows(
+Rows farRelations(const Search& search) {
+  return frame::rows(
       search.page,
       joined({"select DDR_RelationTableID,DDR_RelationFieldID,DDR_MainTableID,DDR_MainFieldID"
               " from Zembra_DataDict_Relation where DDR_MainTableID<>",
@@ -29,10 +31,10 @@ Variant farRelations(const Search& search) {
               search.inRelations}));
 }
 
-// Relations between the main table and another one, whatever their direction: column 0 the main
-// table's field, column 1 the other table's.
-Variant links(const Search& search, std::string_view table) {
-  return frame::execSQLRows(
+// Relations between the main table and another one, whatever their direction: the main table's
+// field, then the other table's.
+Rows links(const Search& search, std::string_view table) {
+  return frame::rows(
       search.page,
       joined({"select DDR_MainFieldID,DDR_RelationFieldID from Zembra_DataDict_Relation"
               " where DDR_RelationTableID=",
@@ -50,13 +52,10 @@ struct End {
 // A literal row for each link of the intermediate table, each followed by " union ".
 void appendTwoHopRows(std::string& statement, const Search& search, const End& far,
                       const End& intermediate) {
-  const Variant near = links(search, intermediate.table);
-  if (!near.isArray()) return;
-  const Array& rows = near.array();
-  for (std::ptrdiff_t row = 0; row <= rows.upperBound(2); ++row) {
-    statement += joined({" select ", far.table, ",", far.field, ",", spliced(rows.at(0, row)), ",",
-                         intermediate.table, ",", intermediate.field, ",", spliced(rows.at(1, row)),
-                         " union "});
+  for (Row near : links(search, intermediate.table)) {
+    statement +=
+        joined({" select ", far.table, ",", far.field, ",", near.text(0), ",", intermediate.table,
+                ",", intermediate.field, ",", near.text(1), " union "});
   }
 }
 
@@ -72,30 +71,40 @@ std::string directRows(const Search& search) {
        search.mainTable, search.inRelations});
 }
 
-Variant relationRows(Page& page, const Variant& tableid, const Variant& rel) {
-  const Search search{page, spliced(tableid), joined({" and Zembra_ID in (", spliced(rel), ")"})};
+Rows found(const Search& search) {
   std::string statement;
-  const Variant far = farRelations(search);
-  if (far.isArray()) {
-    const Array& rows = far.array();
-    for (std::ptrdiff_t row = 0; row <= rows.upperBound(2); ++row) {
-      const End relationEnd{spliced(rows.at(0, row)), spliced(rows.at(1, row))};
-      const End mainEnd{spliced(rows.at(2, row)), spliced(rows.at(3, row))};
-      appendTwoHopRows(statement, search, relationEnd, mainEnd);
-      appendTwoHopRows(statement, search, mainEnd, relationEnd);
-    }
+  for (Row far : farRelations(search)) {
+    const End relationEnd{far.text(0), far.text(1)};
+    const End mainEnd{far.text(2), far.text(3)};
+    appendTwoHopRows(statement, search, relationEnd, mainEnd);
+    appendTwoHopRows(statement, search, mainEnd, relationEnd);
   }
-  return rowsOrNull(page, statement + directRows(search));
+  return frame::rows(search.page, statement + directRows(search));
 }
 
 }  // namespace
 
-Variant getRelationTable_Query(Page& page, const Variant& tableid, const Variant& rel) {
-  // One step for all: an error pending at the end makes the answer Null whichever statement failed.
+// One step for all: an error makes the answer empty whichever statement failed.
+Rows pathRows(Page& page, std::string_view mainTable, std::string_view relations) {
   ErrorState errors;
-  Variant rows;
-  errors.run([&] { rows = relationRows(page, tableid, rel); });
-  return errors.failed() ? Variant(variant::Null{}) : rows;
+  return errors.value([&] {
+    return found({page, mainTable, joined({" and Zembra_ID in (", relations, ")"})});
+  });
+}
+
+std::vector<Path> paths(Page& page, std::string_view mainTable, std::string_view relations) {
+  std::vector<Path> paths;
+  for (Row row : pathRows(page, mainTable, relations)) {
+    paths.push_back({row.text(0), row.text(1), row.text(2), row.text(3), row.text(4), row.text(5)});
+  }
+  return paths;
+}
+
+Variant getRelationTable_Query(Page& page, const Variant& tableid, const Variant& rel) {
+  ErrorState errors;
+  return errors
+      .value([&] { return pathRows(page, variant::spliced(tableid), variant::spliced(rel)); })
+      .tableOrNull();
 }
 
 }  // namespace tarlo::metadata
