@@ -24,7 +24,7 @@ class Dialogs : public ::testing::Test {
 
 TEST_F(Dialogs, WriteWhatScriptsRelyOn) {
   const auto dialog = makeWebDialog();
-  frame::connectToPage(local_.page(, frame::kSessionAndResponse), *dialog);
+  frame::connectToPage(local_.page(), *dialog, frame::kSessionAndResponse);
   dialog->put("TITLE", "a<b");
   dialog->put("TotalStep", "2");
   dialog->put("FormAction", "X.Zembra\"");

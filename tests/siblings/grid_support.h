@@ -55,7 +55,7 @@ class GridPage : public ::testing::Test, public DatabasePage {
   std::shared_ptr<Object> grid(const std::string& sql = kSql,
                                const std::string& title = "名称|目录|类别|时间") {
     auto table = make("tarlotable.TABLE");
-    frame::connectToPage(page(), *table);
+    frame::connectToPage(page(), *table, frame::kGridContext);
     table->put("id", "SearchTable");
     table->put("SelectionStyle", 2);
     table->put("title", title);
