@@ -206,7 +206,7 @@ constexpr auto kByFolder = std::to_array<Operation>({
     raising<metadata::getQueryFields>("getQueryFields", "metadata",
                                       "queryid,tablename,controlType,isInstance", kProgram,
                                       kIntrospects),
-    resuming<metadata::getQueryField>("getQueryField", "metadata", "sql", kProgram, kNothing),
+    raising<metadata::getQueryField>("getQueryField", "metadata", "sql", kProgram, kNothing),
     resuming<metadata::getCalFieldOrder>("getCalFieldOrder", "metadata", "controlid,isInstance",
                                          kProgram, kIntrospects),
     resuming<metadata::getVirtualFields>("getVirtualFields", "metadata", "queryid,isInstance",
