@@ -1,5 +1,5 @@
 // The list page and its frame against whole pages.
-#include "scheme/manager_page.h"
+#include "scheme/operations.h"
 
 #include <gtest/gtest.h>
 
@@ -52,12 +52,11 @@ TEST(ManagerPage, ListsLiveSchemesOfADirectoryThatRaiseNoAlert) {
   const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
   const std::size_t start = page.find("grid.sql = <") + 12;
   const std::string list = page.substr(start, page.find(">\r\n", start) - start);
-  const Variant rows = frame::execSQLRows(data.page(), list + " order by a.Query_ID");
-  ASSERT_TRUE(rows.isArray());
-  ASSERT_EQ(rows.array().upperBound(2), 1);
-  EXPECT_EQ(rows.array().at(1, 0).text(), "user");
-  EXPECT_EQ(rows.array().at(3, 0).text(), "用户");
-  EXPECT_EQ(rows.array().at(3, 1).text(), "系统");
+  const frame::Rows rows = frame::rows(data.page(), list + " order by a.Query_ID");
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0].text(1), "user");
+  EXPECT_EQ(rows[0].text(3), "用户");
+  EXPECT_EQ(rows[1].text(3), "系统");
 }
 
 TEST(PageFrame, HeadAndPaneFollowTheStyle) {

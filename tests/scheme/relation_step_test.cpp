@@ -1,4 +1,4 @@
-#include "scheme/relation_step.h"
+#include "scheme/operations.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "scheme/computed_step.h"
-#include "scheme/filter_fields.h"
-#include "scheme/filter_step.h"
-#include "scheme/statistics_step.h"
+#include "scheme/operations.h"
 #include "scheme/step_fields.h"
 #include "support/golden_page.h"
 #include "support/wizard_support.h"
@@ -63,16 +60,16 @@ TEST(ComputedStep, RestoresReferencesAndDropsThoseThatAreGone) {
 TEST(FilterStep, FieldsOfTablesReachedOnceAndTwice) {
   WizardDatabase data;
   EXPECT_EQ(
-      filterFields(data.page(), "10", Variant("5"), {"N"}),
+      filterFields(data.page(), "10", "5", {"N"}),
       "N<<<<<<-1>>>>>>Key<<<<<<100>>>>>>Sum<<<<<<101>>>>>>Cust<<<<<<102>>>>>>Ship<<<<<<103>>>>>>"
       "*Client.Key<<<<<<110>>>>>>*Client.Town<<<<<<111>>>>>>");
-  EXPECT_TRUE(holds(filterFields(data.page(), "10", Variant("5,6"), {}),
+  EXPECT_TRUE(holds(filterFields(data.page(), "10", "5,6", {}),
                     "Cust*Town<<<<<<111|102>>>>>>Ship*Key<<<<<<110|103>>>>>>"));
   // A kind that is neither ordinary nor the key is left out; a via field that is gone leaves the
   // bare label and token.
   data.execute("update Zembra_DataDict_Field set DDF_Type=12 where Zembra_ID=111");
   data.execute("update Zembra_DataDict_Field set Zembra_Flag=0 where Zembra_ID=103");
-  const std::string fields = filterFields(data.page(), "10", Variant("5,6"), {});
+  const std::string fields = filterFields(data.page(), "10", "5,6", {});
   EXPECT_FALSE(holds(fields, "Town"));
   EXPECT_TRUE(holds(fields, "Cust*Key<<<<<<110|102>>>>>>*Key<<<<<<110>>>>>>"));
 }

@@ -1,4 +1,4 @@
-#include "scheme/wizard_shell.h"
+#include "scheme/operations.h"
 
 #include <gtest/gtest.h>
 
