@@ -1,7 +1,6 @@
 #include "scheme/diagnosis.h"
 
 #include <chrono>
-#include <functional>
 #include <vector>
 
 #include "compile/grammar.h"
@@ -33,45 +32,38 @@ struct Trial {
 std::string alone(std::string_view condition) {
   const auto parts = text::split(condition, ",");
   if (parts.size() != 4) return std::string(condition);
-  return std::string(parts[0]) + "," + std::string(parts[1]) + "," + std::string(parts[2]) + ",-1";
+  return text::joined({parts[0], ",", parts[1], ",", parts[2], ",-1"});
 }
 
 std::vector<Trial> trialsOf(const Definition& whole) {
-  Definition bare;
-  bare.mainTable = whole.mainTable;
-  bare.relations = whole.relations;
-  std::vector<Trial> trials = {{bare, "主表与关联"}};
-  const auto add = [&](std::string where, const std::function<void(Definition&)>& change) {
-    Trial trial{bare, std::move(where)};
-    change(trial.definition);
-    trials.push_back(std::move(trial));
+  std::vector<Trial> trials;
+  const auto add = [&](std::string where, Definition part) {
+    part.mainTable = whole.mainTable;
+    part.relations = whole.relations;
+    trials.push_back({std::move(part), std::move(where)});
   };
+  add("主表与关联", {});
   for (const std::string_view item : text::split(whole.computed, ";")) {
-    add("计算字段“" + std::string(item.substr(0, item.find(':'))) + "”",
-        [&](Definition& part) { part.computed = item; });
+    add(text::joined({"计算字段“", item.substr(0, item.find(':')), "”"}),
+        {.computed = std::string(item)});
   }
   int number = 0;
   for (const std::string_view condition : text::split(whole.filter, text::kPartMark)) {
-    add("第 " + std::to_string(++number) + " 个过滤条件", [&](Definition& part) {
-      part.computed = whole.computed;
-      part.filter = alone(condition);
-    });
+    add("第 " + std::to_string(++number) + " 个过滤条件",
+        {.computed = whole.computed, .filter = alone(condition)});
   }
   number = 0;
   for (const std::string_view statistic : text::split(whole.statistics, text::kPartMark)) {
-    add("第 " + std::to_string(++number) + " 个统计项", [&](Definition& part) {
-      part.computed = whole.computed;
-      part.statistics = statistic;
-      // A field without a function stands only beside its grouping.
-      if (statistic.ends_with(",6")) part.grouping = statistic.substr(0, statistic.find(','));
-    });
+    // A field without a function stands only beside its grouping.
+    const bool isGrouped = statistic.ends_with(",6");
+    add("第 " + std::to_string(++number) + " 个统计项",
+        {.computed = whole.computed,
+         .statistics = std::string(statistic),
+         .grouping = std::string(isGrouped ? statistic.substr(0, statistic.find(',')) : "")});
   }
   if (!whole.grouping.empty()) {
-    add("分组", [&](Definition& part) {
-      part.computed = whole.computed;
-      part.statistics = whole.statistics;
-      part.grouping = whole.grouping;
-    });
+    add("分组",
+        {.computed = whole.computed, .statistics = whole.statistics, .grouping = whole.grouping});
   }
   return trials;
 }
