@@ -11,8 +11,7 @@
 #include "dictionary.h"
 #include "embedded_schema.h"
 #include "frame/data.h"
-#include "scheme/preview_page.h"
-#include "scheme/save_scheme.h"
+#include "scheme/operations.h"
 
 namespace tarlo::bench {
 namespace {

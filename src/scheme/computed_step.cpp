@@ -1,17 +1,13 @@
-#include "scheme/computed_step.h"
-
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
+#include "metadata/dictionary.h"
+#include "scheme/operations.h"
 #include "scheme/step_fields.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/compare.h"
 #include "variant/convert.h"
-#include "variant/error_state.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -20,7 +16,7 @@ using frame::Template;
 using variant::spliced;
 
 // Fields of every kind, key fields included. "*" tells those of a related table.
-std::string fieldStatement(Page& page, const std::string& table, const Variant& relations) {
+std::string fieldStatement(Page& page, const std::string& table, const std::string& relations) {
   const auto select = [](std::string_view mark, const std::string& id) {
     return "select b.Zembra_ID," + std::string(mark) +
            "a.DDT_CName+'.'+b.DDF_CName from Zembra_DataDict_Table as a,Zembra_DataDict_Field as b "
@@ -28,8 +24,8 @@ std::string fieldStatement(Page& page, const std::string& table, const Variant& 
            id + " and b.Zembra_Flag <> 0 and a.Zembra_ID=b.DDF_TableID union ";
   };
   std::string statement;
-  for (const RelatedTable& related : relatedTables(page, table, relations)) {
-    statement += select("'*'+", related.table);
+  for (const metadata::Path& path : metadata::paths(page, table, relations)) {
+    statement += select("'*'+", path.table);
   }
   return statement + select("", table) + "select -1,'--选择字段--'";
 }
@@ -51,11 +47,10 @@ void add(Restored& restored, std::string_view text) {
 void restorePiece(Page& page, std::string_view piece, Restored& restored) {
   const auto parts = text::split(piece, "]");
   if (parts.size() < 2) return add(restored, piece);
-  const Variant field = metadata::getFieldName_Query(page, Variant(parts[0]));
-  if (!field.isArray()) return;
-  const Array& cells = field.array();
-  add(restored, "[" + spliced(cells.at(1, 0)) + "." + spliced(cells.at(3, 0)) + "|" +
-                    std::string(parts[0]) + "]" + std::string(parts[1]));
+  const auto field = metadata::fieldNames(page, parts[0]);
+  if (!field) return;
+  add(restored,
+      text::joined({"[", field->tableDisplay, ".", field->display, "|", parts[0], "]", parts[1]}));
 }
 
 void restoreItem(Page& page, std::string_view item, Restored& restored) {
@@ -75,13 +70,11 @@ void restoreItem(Page& page, std::string_view item, Restored& restored) {
 
 Restored restore(Page& page) {
   Restored restored;
-  if (!variant::equalsAsText(page.request.value("type"), "1")) return restored;
-  const Variant rows =
-      frame::execSQLRows(page, "select Query_Vir from Zembra_Query_Main where Query_ID=" +
-                                   spliced(page.request.value("prikeyid")));
-  if (!rows.isArray()) return restored;
-  const std::string stored(text::trim(spliced(rows.array().at(0, 0))));
-  for (const std::string_view item : text::split(stored, ";")) {
+  if (!isChange(page)) return restored;
+  const std::string stored =
+      frame::firstText(page, "select Query_Vir from Zembra_Query_Main where Query_ID=" +
+                                 spliced(page.request.value("prikeyid")));
+  for (const std::string_view item : text::split(text::trim(stored), ";")) {
     restoreItem(page, item, restored);
   }
   return restored;
@@ -92,8 +85,8 @@ Restored restore(Page& page) {
 void addSearchDlg2(Page& page) {
   static const Template rest(embedded::scheme_pages::find("computed_step.html"));
   const std::string table = spliced(page.request.value("sTable"));
-  const std::string statement = fieldStatement(page, table, page.request.value("multi"));
-  const std::string fields = spliced(services::GetComboBoxXMLs(page, Variant(statement)));
+  const std::string statement = fieldStatement(page, table, spliced(page.request.value("multi")));
+  const std::string fields = services::comboBoxOptions(page, statement);
   const Restored restored = restore(page);
   frame::writeStepHead(page);
   rest.write(page.response, {{"fields", fields},

@@ -1,14 +1,10 @@
-#include "scheme/filter_step.h"
-
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "scheme/filter_fields.h"
+#include "scheme/operations.h"
 #include "scheme/step_fields.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
@@ -48,23 +44,24 @@ Condition conditionOf(std::string_view text) {
   return {part(0), part(1), part(2), part(3)};
 }
 
-struct Rows {
+struct ConditionRows {
   std::string markup;
   std::string counting;  // script that sets the number of rows
 };
 
-Rows restoredRows(Page& page, const std::string& fields) {
+ConditionRows restoredRows(Page& page, const std::string& fields) {
   ErrorState err;
-  const Variant found = err.value([&] {
-    return frame::execSQLRows(
+  const frame::Rows found = err.value([&] {
+    return frame::rows(
         page, "select Query_rel from Zembra_Query_Main where Zembra_Flag <> 0 and Query_ID=" +
                   spliced(page.request.value("prikeyid")));
   });
-  if (!found.isArray()) return {};
-  const std::string stored(text::trim(spliced(found.array().at(0, 0))));
-  if (stored.empty()) return {rowMarkup(fields, {}), "selectIndex=1;\r\n"};
-  Rows rows;
-  for (const std::string_view text : text::split(stored, "|||")) {
+  if (found.empty()) return {};
+  const std::string stored = found.front().text(0);
+  const std::string_view filter = text::trim(stored);
+  if (filter.empty()) return {rowMarkup(fields, {}), "selectIndex=1;\r\n"};
+  ConditionRows rows;
+  for (const std::string_view text : text::split(filter, text::kPartMark)) {
     rows.markup += rowMarkup(fields, conditionOf(text));
     rows.counting += "selectIndex++;\r\n";
   }
@@ -76,11 +73,12 @@ Rows restoredRows(Page& page, const std::string& fields) {
 void addSearchDlg3(Page& page) {
   static const Template rest(embedded::scheme_pages::find("filter_step.html"));
   const std::string posted = unescaped(spliced(page.request.value("virtual")));
-  const std::string fields = filterFields(page, spliced(page.request.value("sTable")),
-                                          page.request.value("Multi"), computedNames(posted));
-  const bool isChange = variant::equalsAsText(page.request.value("type"), "1");
-  const Rows rows =
-      isChange ? restoredRows(page, fields) : Rows{rowMarkup(fields, {}), "selectIndex = 1;\r\n"};
+  const std::string fields =
+      filterFields(page, spliced(page.request.value("sTable")),
+                   spliced(page.request.value("Multi")), computedNames(posted));
+  const ConditionRows rows = isChange(page)
+                                 ? restoredRows(page, fields)
+                                 : ConditionRows{rowMarkup(fields, {}), "selectIndex = 1;\r\n"};
   frame::writeStepHead(page);
   rest.write(page.response, {{"rows", rows.markup},
                              {"counting", rows.counting},

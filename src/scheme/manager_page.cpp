@@ -1,13 +1,10 @@
-#include "scheme/manager_page.h"
-
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
+#include "scheme/operations.h"
 #include "scheme/page_frame.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/convert.h"
 
 namespace tarlo::scheme {
 namespace {
@@ -81,13 +78,10 @@ void addDirectoryViews(Page& page, Object& grid) {
       grid, "AddSubMenu",
       {"在<b>[全部查询方案]</b>目录下查看", viewScript("1 = 1", "全部类型"), kDirectoryViews});
   addSeparator(grid, kDirectoryViews);
-  const Variant rows = frame::execSQLRows(page, kDirectories);
-  if (!rows.isArray()) return;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    const std::string name = variant::spliced(cells.at(1, row));
+  for (frame::Row row : frame::rows(page, kDirectories)) {
+    const std::string name = row.text(1);
     const std::string caption = "在<b>[" + std::string(text::trim(name)) + "]</b>目录下查看";
-    const std::string condition = "b.Zembra_ID =" + variant::spliced(cells.at(0, row));
+    const std::string condition = "b.Zembra_ID =" + row.text(0);
     callMethod(grid, "AddSubMenu",
                {caption, viewScript(condition, name + "目录"), kDirectoryViews});
   }

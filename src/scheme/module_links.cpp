@@ -6,7 +6,7 @@
 #include "frame/data.h"
 #include "frame/helpers.h"
 #include "frame/template.h"
-#include "variant/array.h"
+#include "scheme/operations.h"
 #include "variant/convert.h"
 
 namespace tarlo::scheme {
@@ -27,19 +27,14 @@ struct MenuRow {
 };
 
 std::vector<MenuRow> menuRows(Page& page, const std::string& condition) {
-  const Variant rows = frame::execSQLRows(
-      page,
-      "Select Menu_Name, Menu_ID, Menu_Desc, Menu_Href From Zembra_Menu,Zembra_permission Where "
-      " permission_UserID = " +
-          spliced(page.session.get("usrID")) + condition +
-          " And Menu_Name <> ''  Order By Menu_Order");
   std::vector<MenuRow> found;
-  if (!rows.isArray()) return found;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    found.push_back({spliced(cells.at(0, row)), spliced(cells.at(1, row)),
-                     spliced(cells.at(2, row)),
-                     variant::toBoolean(frame::isNothing(page, cells.at(3, row)))});
+  for (frame::Row row : frame::rows(page,
+                                    "Select Menu_Name, Menu_ID, Menu_Desc, Menu_Href From "
+                                    "Zembra_Menu,Zembra_permission Where "
+                                    " permission_UserID = " +
+                                        spliced(page.session.get("usrID")) + condition +
+                                        " And Menu_Name <> ''  Order By Menu_Order")) {
+    found.push_back({row.text(0), row.text(1), row.text(2), row.text(3).empty()});
   }
   return found;
 }
@@ -78,37 +73,43 @@ std::string entryText(const MenuRow& entry, bool isCurrent) {
       .fill({{"id", entry.id}, {"description", entry.description}, {"name", entry.name}});
 }
 
-}  // namespace
-
-Variant isNotWorkflowChild(Page& page) {
-  const std::int16_t module = variant::toInt16(page.session.get("usrICID"));
-  const Variant rows = frame::execSQLRows(
-      page, "select Menu_ID From Zembra_Menu Where Menu_ID =" + std::to_string(module) +
-                " and Menu_ParentID = 204");
-  return !rows.isArray();
-}
-
-Variant getModuleWorkflow(Page& page) {
-  const Variant family = frame::execSQLRows(
+// Nothing when the module starts none.
+std::optional<Variant> newestWorkflow(Page& page) {
+  const frame::Rows family = frame::rows(
       page, "select Menu_AddValue from Zembra_Menu Where Menu_AddType = 1 and   Menu_ID = " +
                 currentModule(page));
-  if (!family.isArray()) return false;
-  const std::int16_t flag = variant::toInt16(family.array().at(0, 0));
-  const Variant newest = frame::execSQLRows(
+  if (family.empty()) return std::nullopt;
+  const std::int16_t flag = variant::toInt16(family.front().value(0));
+  const frame::Rows newest = frame::rows(
       page, " SELECT  TOP 1 Zembra_ID FROM  Zembra_WorkFlow_Custom wf WHERE       WF_SameFlag =" +
                 std::to_string(flag) + " ORDER BY Zembra_ID DESC ");
-  return newest.array().at(0, 0);
+  return newest.front().value(0);
 }
 
-Variant showLinksq(Page& page, const Variant&) {
+}  // namespace
+
+bool isWorkflowChild(Page& page) {
+  const std::int16_t module = variant::toInt16(page.session.get("usrICID"));
+  return !frame::rows(page, "select Menu_ID From Zembra_Menu Where Menu_ID =" +
+                                std::to_string(module) + " and Menu_ParentID = 204")
+              .empty();
+}
+
+std::optional<std::string> moduleWorkflow(Page& page) {
+  const auto workflow = newestWorkflow(page);
+  if (!workflow) return std::nullopt;
+  return spliced(*workflow);
+}
+
+std::string neighbourLinks(Page& page) {
   const Variant module = page.session.get("usrICID");
-  if (!variant::toBoolean(frame::validINT(page, module))) return {};
+  if (!variant::toBoolean(frame::validINT(page, module))) return "";
   const std::string condition =
       " AND Menu_ID = permission_MenuID AND permission_forbid <> 1 and Menu_ParentID In (Select "
       "Menu_ParentID From Zembra_Menu Where Menu_ID = " +
       spliced(module) + ")";
   const std::vector<MenuRow> rows = menuRows(page, condition);
-  if (rows.empty()) return {};
+  if (rows.empty()) return "";
   static const Template head(embedded::scheme_pages::find("links_head.html"));
   std::string text = head.fill();
   const std::int32_t current = variant::toInt32(module);
@@ -117,6 +118,19 @@ Variant showLinksq(Page& page, const Variant&) {
         row.isFolder ? folderText(page, row) : entryText(row, variant::toInt32(row.id) == current);
   }
   return text + "      </table>";
+}
+
+Variant isNotWorkflowChild(Page& page) {
+  return !isWorkflowChild(page);
+}
+
+Variant getModuleWorkflow(Page& page) {
+  return newestWorkflow(page).value_or(Variant(false));
+}
+
+Variant showLinksq(Page& page, const Variant&) {
+  std::string links = neighbourLinks(page);
+  return links.empty() ? Variant() : Variant(std::move(links));
 }
 
 }  // namespace tarlo::scheme

@@ -48,13 +48,12 @@ std::string moduleId(Page& page) {
 }
 
 void addPermissionEntry(Page& page, Object& menu) {
-  if (!variant::toBoolean(isNotWorkflowChild(page))) return;
+  if (isWorkflowChild(page)) return;
   const std::string module = moduleId(page);
-  const Variant workflow = getModuleWorkflow(page);
-  const bool hasWorkflow = workflow.state() != variant::State::Boolean;
-  const std::string href = hasWorkflow ? "javascript:GrantPermissionTempWFI(" + module + "," +
-                                             variant::spliced(workflow) + ");"
-                                       : "javascript:GrantPermissionTemp(" + module + ");";
+  const auto workflow = moduleWorkflow(page);
+  const std::string href =
+      workflow ? "javascript:GrantPermissionTempWFI(" + module + "," + *workflow + ");"
+               : "javascript:GrantPermissionTemp(" + module + ");";
   callMethod(menu, "AddMenu0", {"User temporary operation under authorization", href, "", ""});
 }
 
@@ -93,8 +92,7 @@ void writeSidePane(Page& page, SidePane pane) {
   static const Template links(embedded::scheme_pages::find("side_pane_links.html"));
   static const Template oem(embedded::scheme_pages::find("side_pane_oem.html"));
   const bool isLinks = pane == SidePane::Links;
-  const std::string text =
-      isLinks ? variant::spliced(showLinksq(page, "")) : frame::getOEMInfoHTML(page);
+  const std::string text = isLinks ? neighbourLinks(page) : frame::getOEMInfoHTML(page);
   (isLinks ? links : oem).write(page.response, {{"text", text}});
 }
 

@@ -1,5 +1,3 @@
-#include "scheme/relation_step.h"
-
 #include <fmt/format.h>
 
 #include "embedded_scheme_pages.h"
@@ -7,8 +5,9 @@
 #include "frame/sibling_calls.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
+#include "scheme/operations.h"
+#include "scheme/step_fields.h"
 #include "text/pieces.h"
-#include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
@@ -28,13 +27,9 @@ constexpr std::string_view kRelations =
 // nothing.
 std::string ids(Page& page, const std::string& sql) {
   ErrorState err;
-  const Variant rows = err.value([&] { return frame::execSQLRows(page, sql); });
+  const frame::Rows rows = err.value([&] { return frame::rows(page, sql); });
   std::string list;
-  if (!rows.isArray()) return list;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    list += spliced(cells.at(0, row)) + ",";
-  }
+  for (frame::Row row : rows) list += row.text(0) + ",";
   return list;
 }
 
@@ -80,14 +75,12 @@ struct Selection {
   std::string steps;      // the optional steps in use, joined by ","
 };
 
-std::string optionalSteps(const Array& scheme) {
-  const auto isUsed = [&](std::ptrdiff_t column) {
-    return !text::trim(spliced(scheme.at(column, 0))).empty();
-  };
+std::string optionalSteps(std::string_view computed, std::string_view filter,
+                          std::string_view statistics) {
   std::string steps;
-  if (isUsed(1)) steps += "1,";
-  if (isUsed(2)) steps += "2,";
-  if (isUsed(3)) steps += "5";
+  if (!text::trim(computed).empty()) steps += "1,";
+  if (!text::trim(filter).empty()) steps += "2,";
+  if (!text::trim(statistics).empty()) steps += "5";
   cutComma(steps);
   return steps;
 }
@@ -96,36 +89,33 @@ std::string optionalSteps(const Array& scheme) {
 // leaves the scheme.
 void selectRelations(Page& page, const std::string& stored, Selection& selection) {
   static const Template line(embedded::scheme_pages::find("relation_step_row.html"));
-  const Variant rows = frame::execSQLRows(page, std::string(kRelations) + " where Zembra_ID in (" +
-                                                    (stored.empty() ? "0" : stored) + ")");
-  if (!rows.isArray()) return;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    const auto cell = [&](std::ptrdiff_t column) { return spliced(cells.at(column, row)); };
-    selection.relations += cell(0) + ",";
-    selection.rows += line.fill({{"id", cell(0)},
-                                 {"mainTable", cell(1)},
-                                 {"mainField", cell(2)},
-                                 {"relatedTable", cell(3)},
-                                 {"relatedField", cell(4)}});
+  for (frame::Row row : frame::rows(page, std::string(kRelations) + " where Zembra_ID in (" +
+                                              (stored.empty() ? "0" : stored) + ")")) {
+    selection.relations += row.text(0) + ",";
+    selection.rows += line.fill({{"id", row.text(0)},
+                                 {"mainTable", row.text(1)},
+                                 {"mainField", row.text(2)},
+                                 {"relatedTable", row.text(3)},
+                                 {"relatedField", row.text(4)}});
   }
   cutComma(selection.relations);
 }
 
 Selection readSelection(Page& page) {
   Selection selection;
-  if (!variant::equalsAsText(page.request.value("type"), "1")) return selection;
+  if (!isChange(page)) return selection;
   ErrorState err;
   std::string stored;
   err.run([&] {
-    const Variant rows = frame::execSQLRows(
+    const frame::Rows rows = frame::rows(
         page,
         "select Query_MultiRelSel,Query_Vir,Query_Rel,Query_Static from Zembra_Query_Main where "
         "Query_ID=" +
             spliced(page.request.value("prikeyid")));
-    if (!rows.isArray()) return;
-    stored = text::trim(spliced(rows.array().at(0, 0)));
-    selection.steps = optionalSteps(rows.array());
+    if (rows.empty()) return;
+    const frame::Row row = rows.front();
+    stored = text::trim(row.text(0));
+    selection.steps = optionalSteps(row.text(1), row.text(2), row.text(3));
   });
   err.run([&] { selectRelations(page, stored, selection); });
   return selection;

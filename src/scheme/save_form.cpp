@@ -1,12 +1,10 @@
-#include "scheme/save_form.h"
-
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
+#include "metadata/stored_schemes.h"
+#include "scheme/operations.h"
 #include "services/data_sources.h"
-#include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
@@ -27,20 +25,19 @@ struct Stored {
   std::string directory;
 };
 
-Stored readStored(Page& page) {
-  const std::string id = spliced(page.request.value("prikeyid"));
+Stored readStored(Page& page, const std::string& id) {
   if (id.empty()) return {};
   ErrorState err;
-  const Variant rows = err.value([&] {
-    return frame::execSQLRows(
+  const frame::Rows rows = err.value([&] {
+    return frame::rows(
         page,
         "select Query_Name , Query_Desc , Query_System , Query_Dic from Zembra_Query_Main where "
         "Query_ID=" +
             id);
   });
-  if (!rows.isArray()) return {};
-  const auto cell = [&](std::ptrdiff_t column) { return spliced(rows.array().at(column, 0)); };
-  return {cell(0), cell(1), cell(2), cell(3)};
+  if (rows.empty()) return {};
+  const frame::Row row = rows.front();
+  return {row.text(0), row.text(1), row.text(2), row.text(3)};
 }
 
 // The two forms differ in `col` too.
@@ -54,19 +51,16 @@ std::string_view kindTag(const std::string& kind) {
 
 void addSearchDlg6(Page& page) {
   static const Template form(embedded::scheme_pages::find("save_form.html"));
-  const Stored stored = readStored(page);
+  const std::string id = spliced(page.request.value("prikeyid"));
+  const Stored stored = readStored(page, id);
   const std::string step = spliced(page.request.value("gostep"));
-  ErrorState err;
-  std::string table;
-  err.run([&] {
-    table = spliced(metadata::KeyField2TableID(page, page.request.value("prikeyid"), false));
-  });
+  const std::string table = metadata::keyTable(page, id).value_or("-1");
   frame::writeStepHead(page);
   form.write(page.response,
              {{"name", stored.name},
               {"kind", kindTag(stored.kind)},
               {"directory", stored.directory},
-              {"directories", spliced(services::GetComboBoxXMLs(page, kDirectories))},
+              {"directories", services::comboBoxOptions(page, std::string(kDirectories))},
               {"description", stored.description},
               {"step", step},
               {"table", table}});

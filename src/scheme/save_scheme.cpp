@@ -1,20 +1,22 @@
 #include "scheme/save_scheme.h"
 
+#include <vector>
+
 #include "frame/data.h"
 #include "frame/helpers.h"
 #include "frame/statement_scope.h"
+#include "scheme/operations.h"
 #include "scheme/posted_definition.h"
-#include "scheme/save_statement.h"
+#include "scheme/step_fields.h"
 #include "text/pieces.h"
 #include "text/sql_text.h"
-#include "variant/array.h"
-#include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
 namespace tarlo::scheme {
 namespace {
 
+using text::doubledQuotes;
 using variant::spliced;
 
 // The answers, which run in the wizard's hidden frame. The first calls the frame's own message box,
@@ -31,9 +33,9 @@ constexpr std::string_view kSaved =
 
 SchemeRow postedRow(Page& page) {
   const auto value = [&](std::string_view key) { return spliced(page.request.value(key)); };
-  const auto doubled = [&](std::string_view key) { return text::doubledQuotes(value(key)); };
+  const auto doubled = [&](std::string_view key) { return doubledQuotes(value(key)); };
   SchemeRow row;
-  row.isChange = value("type") == "1";
+  row.isChange = isChange(page);
   row.id = value("prikeyid");
   row.name = doubled("step4Name");
   row.description = doubled("step4Memo");
@@ -50,14 +52,12 @@ bool isNameInUse(Page& page, const SchemeRow& row) {
   std::string sql = "select count(Query_Name) from Zembra_Query_Main where Query_Name = '" +
                     row.name + "' and Zembra_Flag <> 0 and Query_IsDataAlert = 0";
   if (row.isChange) sql += " and Query_ID<>" + row.id;
-  const Variant rows = frame::execSQLRows(page, sql);
-  return rows.isArray() && variant::toInt32(rows.array().at(0, 0)) > 0;
+  return variant::toInt32(frame::firstCell(page, sql)) > 0;
 }
 
-std::string keyFieldOf(Page& page, const Variant& table) {
-  return spliced(frame::firstCell(
-      page, "select Zembra_ID from Zembra_DataDict_Field where DDF_TableID=" + spliced(table) +
-                " and DDF_Type=1"));
+std::string keyFieldOf(Page& page, const std::string& table) {
+  return frame::firstText(page, "select Zembra_ID from Zembra_DataDict_Field where DDF_TableID=" +
+                                    table + " and DDF_Type=1");
 }
 
 std::string_view save(Page& page, SchemeRow row) {
@@ -75,13 +75,70 @@ std::string_view save(Page& page, SchemeRow row) {
   row.statement = statement;
   err.run([&] { row.keyField = keyFieldOf(page, row.definition.mainTable); });
   row.now = frame::currentDateTimeText();
-  std::string sql(saveStatement(row));
+  std::string sql = saveStatement(row);
   err.clear();
   err.run([&] { frame::execSQLLogged(page, sql); });
   return err.failed() ? kNotWritten : kSaved;
 }
 
+std::string updateStatement(const SchemeRow& row, bool hasStatistics) {
+  const compile::Definition& definition = row.definition;
+  std::string sql = "update Zembra_Query_Main set Query_Name='" + row.name;
+  const auto set = [&](std::string_view column, std::string_view value) {
+    sql.append("',").append(column).append("='").append(value);
+  };
+  set("Query_Desc", row.description);
+  set("Query_Fields", doubledQuotes(row.statement));
+  set("Query_HasStatic", hasStatistics ? "1" : "0");
+  set("Query_Prikey", row.keyField);
+  set("Query_System", row.kind);
+  set("Query_Dic", row.directory);
+  set("Zembra_ModiUser", row.user);
+  set("Zembra_ModiDate", row.now);
+  set("Query_MainTBID", definition.mainTable);
+  set("Query_Vir", doubledQuotes(definition.computed));
+  set("Query_Rel", doubledQuotes(definition.filter));
+  set("Query_Static", doubledQuotes(definition.statistics));
+  set("Query_Group", definition.grouping);
+  if (!hasStatistics) {
+    sql.append("',Query_MultiRel=").append(row.isMultiLevel);
+    sql.append(",Query_MultiRelSel='").append(definition.relations);
+  }
+  return sql.append("' where Query_ID=").append(row.id);
+}
+
+std::string insertStatement(const SchemeRow& row, bool hasStatistics) {
+  const compile::Definition& definition = row.definition;
+  std::string sql =
+      "insert into Zembra_Query_Main(Query_Name,Query_Desc,Query_Fields,Zembra_WriteDate,"
+      "Query_Prikey,Query_System,Query_Dic,Zembra_User,Query_MainTBID,Query_Vir,Query_Rel,"
+      "Query_Static,Query_Group,";
+  sql += hasStatistics ? "Query_HasStatic)" : "Query_MultiRel,Query_MultiRelSel)";
+  sql.append(" values('").append(row.name);
+  const std::vector<std::string> values = {row.description,
+                                           doubledQuotes(row.statement),
+                                           row.now,
+                                           row.keyField,
+                                           row.kind,
+                                           row.directory,
+                                           row.user,
+                                           definition.mainTable,
+                                           doubledQuotes(definition.computed),
+                                           doubledQuotes(definition.filter),
+                                           doubledQuotes(definition.statistics),
+                                           doubledQuotes(definition.grouping)};
+  for (const std::string& value : values) sql.append("','").append(value);
+  if (hasStatistics) return sql.append("','1')");
+  sql.append("',").append(row.isMultiLevel).append(",'");
+  return sql.append(definition.relations).append("')");
+}
+
 }  // namespace
+
+std::string saveStatement(const SchemeRow& row) {
+  const bool hasStatistics = !row.definition.statistics.empty();
+  return row.isChange ? updateStatement(row, hasStatistics) : insertStatement(row, hasStatistics);
+}
 
 void addSearch(Page& page) {
   ErrorState err;

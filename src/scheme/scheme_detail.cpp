@@ -1,44 +1,31 @@
-#include "scheme/scheme_detail.h"
-
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/sibling_calls.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
-#include "scheme/title_table.h"
-#include "variant/array.h"
+#include "metadata/stored_schemes.h"
+#include "scheme/dialog.h"
+#include "scheme/operations.h"
+#include "scheme/titles.h"
 #include "variant/convert.h"
-#include "variant/error_state.h"
 
 namespace tarlo::scheme {
-namespace {
 
-using frame::callMethod;
 using frame::Template;
 using variant::spliced;
-
-std::vector<std::string> titlesOf(Page& page, const std::string& id) {
-  ErrorState err;
-  const Variant titles =
-      err.value([&] { return metadata::getQueryAllTitle(page, Variant(id), false); });
-  std::vector<std::string> names;
-  if (!titles.isArray()) return names;
-  const Array& array = titles.array();
-  for (std::ptrdiff_t i = 1; i <= array.upperBound(); ++i) names.push_back(spliced(array.at(i)));
-  return names;
-}
-
-}  // namespace
 
 void showSearchDlg(Page& page) {
   static const Template body(embedded::scheme_pages::find("scheme_detail.html"));
   const std::string id = spliced(page.request.value("id"));
-  const auto dialog = page.server.createObject("TarloDialog.SingleDialog");
-  frame::connectToPage(page, *dialog, frame::kResponseAndSession);
-  dialog->put("title", "查询方案预览");
-  dialog->put("bodyHtml", body.fill({{"rows", titleRows(titlesOf(page, id))}}));
-  dialog->put("bgcolor", "menu");
-  callMethod(*dialog, "writeDialog");
+  ErrorState err;
+  // The name is asked for and not shown.
+  err.run(
+      [&] { frame::rows(page, "select Query_Name from Zembra_Query_Main where Query_ID=" + id); });
+  const auto titles = err.value([&] { return metadata::columnTitles(page, id); });
+  Dialog dialog(page, "TarloDialog.SingleDialog", frame::kResponseAndSession);
+  dialog.put("title", "查询方案预览");
+  dialog.put("bodyHtml",
+             body.fill({{"rows", titleRows(titles.value_or(std::vector<std::string>()))}}));
+  dialog.put("bgcolor", "menu");
+  dialog.call("writeDialog");
 }
 
 void delSearch(Page& page) {
@@ -54,19 +41,17 @@ void delSearch(Page& page) {
 
 void querycheckselect(Page& page) {
   ErrorState err;
-  const Variant rows = err.value([&] {
-    return frame::execSQLRows(
+  const frame::Rows rows = err.value([&] {
+    return frame::rows(
         page,
         "SELECT DISTINCT b.Zembra_ID FROM Zembra_DataDict_Field as a INNER JOIN "
         "Zembra_DataDict_Table as b ON a.DDF_TableID  =  b.Zembra_ID where a.Zembra_ID in (" +
             spliced(page.request.value("field")) + ")");
   });
-  if (!rows.isArray()) return;
-  const Array& cells = rows.array();
+  if (rows.empty()) return;
   std::string tables;
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    tables += (row == 0 ? "" : ",") + spliced(cells.at(0, row));
-  }
+  for (frame::Row row : rows) tables += row.text(0) + ",";
+  tables.pop_back();
   page.response.clear();
   page.response.write(tables);
   page.response.end();

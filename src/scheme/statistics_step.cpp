@@ -1,5 +1,3 @@
-#include "scheme/statistics_step.h"
-
 #include <array>
 #include <cmath>
 
@@ -7,12 +5,11 @@
 #include "frame/data.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
+#include "metadata/dictionary.h"
+#include "scheme/operations.h"
 #include "scheme/step_fields.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
@@ -33,9 +30,10 @@ constexpr std::array<std::string_view, 6> kFunctions = {"最大值", "最小值"
 std::string fieldStatement(Page& page, const std::string& table,
                            const std::vector<std::string>& computed) {
   std::string statement;
-  for (const RelatedTable& related : relatedTables(page, table, page.request.value("multi"))) {
+  for (const metadata::Path& path :
+       metadata::paths(page, table, spliced(page.request.value("multi")))) {
     statement += "select Zembra_ID,'*'+DDF_CName from Zembra_DataDict_Field where DDF_TableID = " +
-                 related.table + " and Zembra_Flag <> 0 and " + std::string(kOrdinaryKinds) +
+                 path.table + " and Zembra_Flag <> 0 and " + std::string(kOrdinaryKinds) +
                  " union ";
   }
   statement += "select Zembra_ID,DDF_CName from Zembra_DataDict_Field where DDF_TableID in (" +
@@ -55,17 +53,17 @@ struct Stored {
 
 Stored readStored(Page& page) {
   ErrorState err;
-  const Variant rows = err.value([&] {
-    return frame::execSQLRows(page,
-                              "select Query_Group,Query_Static,Query_Vir from Zembra_Query_Main "
-                              "where  Zembra_Flag <> 0 and query_ID=" +
-                                  spliced(page.request.value("prikeyid")));
+  const frame::Rows rows = err.value([&] {
+    return frame::rows(page,
+                       "select Query_Group,Query_Static,Query_Vir from Zembra_Query_Main "
+                       "where  Zembra_Flag <> 0 and query_ID=" +
+                           spliced(page.request.value("prikeyid")));
   });
-  if (!rows.isArray()) return {};
-  const auto cell = [&](std::ptrdiff_t column) {
-    return std::string(text::trim(spliced(rows.array().at(column, 0))));
+  if (rows.empty()) return {};
+  const auto trimmed = [row = rows.front()](std::size_t column) {
+    return std::string(text::trim(row.text(column)));
   };
-  return {cell(0), cell(1), cell(2)};
+  return {trimmed(0), trimmed(1), trimmed(2)};
 }
 
 std::string asText(std::string_view name) {
@@ -85,10 +83,9 @@ std::string itemName(Page& page, std::size_t index, std::string_view token,
     const auto n = static_cast<std::size_t>(std::abs(number));
     return n == 0 || n > names.size() ? "" : position + asText(names[n - 1]) + "_";
   }
-  const Variant field = metadata::getFieldName_Query(page, Variant(token));
-  if (!field.isArray()) return "";
-  return position + asText(spliced(field.array().at(1, 0))) + "." +
-         asText(spliced(field.array().at(3, 0))) + "_";
+  const auto field = metadata::fieldNames(page, token);
+  if (!field) return "";
+  return position + asText(field->tableDisplay) + "." + asText(field->display) + "_";
 }
 
 std::string functionLine(std::string_view code) {
@@ -105,7 +102,7 @@ std::string escaped(const std::string& text) {
 
 std::string statisticsScript(Page& page, const Stored& stored) {
   if (stored.statistics.empty()) return "";
-  const auto items = text::split(stored.statistics, "|||");
+  const auto items = text::split(stored.statistics, text::kPartMark);
   std::string lines;
   for (std::size_t i = 0; i < items.size(); ++i) {
     const auto parts = text::split(items[i], ",");
@@ -156,13 +153,10 @@ void addSearchDlg4(Page& page) {
   const std::string step = spliced(page.request.value("gostep"));
   if (step == "6") posted = unescaped(posted);
   const std::string statement = fieldStatement(page, table, computedNames(posted));
-  const auto source = [&](const std::string& sql) {
-    return spliced(services::GetComboBoxXMLs(page, Variant(sql)));
-  };
-  const std::string groups = source(statement + " union select -1000,'--不分组--'");
-  const std::string fields = source(statement);
-  const Stored stored =
-      variant::equalsAsText(page.request.value("type"), "1") ? readStored(page) : Stored();
+  const std::string groups =
+      services::comboBoxOptions(page, statement + " union select -1000,'--不分组--'");
+  const std::string fields = services::comboBoxOptions(page, statement);
+  const Stored stored = isChange(page) ? readStored(page) : Stored();
   frame::writeStepHead(page);
   controls.write(page.response, {{"fields", fields}, {"groups", groups}});
   page.response.write("<script>\r\n" +

@@ -1,6 +1,6 @@
 #pragma once
-// What the steps behind the relations offer to choose from: related tables, and the computed fields
-// that the wizard hands on in its addresses.
+// What the wizard's steps have in common: what they offer to choose from, and what they are told in
+// their addresses.
 
 #include <string>
 #include <string_view>
@@ -10,15 +10,8 @@
 
 namespace tarlo::scheme {
 
-// One way from the main table to another, by a selected relation.
-struct RelatedTable {
-  std::string table;
-  std::string viaField;  // the main table's field of the relation
-};
-
-// In the order of getRelationTable_Query; a table that is reached twice comes twice. Never raises.
-std::vector<RelatedTable> relatedTables(Page& page, const std::string& mainTable,
-                                        const Variant& relations);
+// Whether the request is about a scheme that is there already, `prikeyid`.
+bool isChange(Page& page);
 
 // Names of the computed fields of a posted list, in order: the text of each item up to its first
 // ":", the whole of an item without one. The field at index k has the token -(k + 1).
@@ -26,5 +19,12 @@ std::vector<std::string> computedNames(std::string_view posted);
 
 // `%25` and `%2B` as the characters that they stand for, in this order.
 std::string unescaped(std::string_view posted);
+
+// The fields that a condition can be about, as the options of a combo box. Computed fields by
+// -<position>, the main table's fields by id, those of related tables by id, or by
+// `<id>|<via field id>` where a table is reached over more than one relation: the via field then
+// says which. Ordinary fields and key fields are offered. Every option has the separator behind it.
+std::string filterFields(Page& page, std::string_view mainTable, std::string_view relations,
+                         const std::vector<std::string>& computed);
 
 }  // namespace tarlo::scheme

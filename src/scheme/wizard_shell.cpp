@@ -1,26 +1,23 @@
-#include "scheme/wizard_shell.h"
-
 #include <array>
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/sibling_calls.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
-#include "scheme/wizard_extras.h"
+#include "metadata/stored_schemes.h"
+#include "scheme/dialog.h"
+#include "scheme/extras.h"
+#include "scheme/operations.h"
+#include "scheme/step_fields.h"
 #include "services/action_help.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
 namespace tarlo::scheme {
 namespace {
 
-using frame::callMethod;
 using frame::inPlace;
 using frame::Place;
 using frame::Template;
@@ -82,26 +79,24 @@ struct Preset {
 
 // A multi-level flag that is Null counts as set, since it is not "0".
 void readMultiLevel(Page& page, Preset& preset) {
-  const Variant rows = frame::execSQLRows(
+  const frame::Rows rows = frame::rows(
       page,
       "select Query_Vir,Query_Rel,Query_Static,Query_Group,Query_MultiRel from Zembra_Query_Main "
       "where Query_ID=" +
           preset.id);
-  if (!rows.isArray()) return;
-  preset.isMultiLevel = text::trim(spliced(rows.array().at(4, 0))) != "0";
+  if (!rows.empty()) preset.isMultiLevel = text::trim(rows.front().text(4)) != "0";
 }
 
 Preset readPreset(Page& page) {
   Preset preset;
-  preset.isChange = variant::equalsAsText(page.request.value("type"), "1");
+  preset.isChange = isChange(page);
   if (!preset.isChange) return preset;
   ErrorState err;
   preset.id = spliced(page.request.value("prikeyid"));
-  err.run(
-      [&] { preset.table = spliced(metadata::KeyField2TableID(page, Variant(preset.id), false)); });
+  preset.table = metadata::keyTable(page, preset.id).value_or("-1");
   err.run([&] {
-    preset.directory = spliced(frame::firstCell(
-        page, "select DDT_DirID from Zembra_DataDict_Table where Zembra_ID=" + preset.table));
+    preset.directory = frame::firstText(
+        page, "select DDT_DirID from Zembra_DataDict_Table where Zembra_ID=" + preset.table);
   });
   err.run([&] { readMultiLevel(page, preset); });
   return preset;
@@ -109,7 +104,7 @@ Preset readPreset(Page& page) {
 
 std::string firstStep(Page& page, const Preset& preset) {
   static const Template content(embedded::scheme_pages::find("wizard_first_step.html"));
-  const std::string directories = spliced(services::GetComboBoxXMLs(page, kDirectories));
+  const std::string directories = services::comboBoxOptions(page, std::string(kDirectories));
   const std::string scheme = preset.isChange ? "<input type = hidden name = type value = \"1\">\r\n"
                                                "<input type = hidden name = prikeyid value = \"" +
                                                    inPlace(Place::Encoded, preset.id) + "\">\r\n"
@@ -134,19 +129,17 @@ std::string shellScript(Page& page, const Preset& preset) {
   const std::string mode =
       preset.isChange ? "&type=1&prikeyid=" + inPlace(Place::Address, preset.id) : "";
   return "<script>\r\n" + script.fill({{"mode", mode}}) + "</script>\r\n" +
-         wizardExtras(page, Variant(preset.id));
+         wizardExtras(page, preset.id);
 }
 
-void setUpDialog(Page& page, Object& dialog, const Preset& preset) {
-  frame::connectToPage(page, dialog, frame::kSessionAndResponse);
+void setUp(Page& page, Dialog& dialog, const Preset& preset) {
   dialog.put("title", "查询方案自定义");
   dialog.put("TotalStep", static_cast<int>(kSteps.size()));
-  dialog.put("addjs", shellScript(page, preset));
+  dialog.putMade("addjs", [&] { return shellScript(page, preset); });
   dialog.put("FormAction", "TarloQuery.Zembra");
   const std::string_view action = preset.isChange ? "modiSearchDlg" : "addSearchDlg";
-  ErrorState err;
-  err.run([&] { dialog.put("HelpHtml", services::getActionHelp(page, action)); });
-  err.run([&] { dialog.put("HelpTitle", services::getActionHelpTitle(page, action)); });
+  dialog.putMade("HelpHtml", [&] { return services::getActionHelp(page, action); });
+  dialog.putMade("HelpTitle", [&] { return services::getActionHelpTitle(page, action); });
   dialog.put("addHTML", "<iframe name='s0iframe' src='about:blank' style='border: 0px'></iframe>");
 }
 
@@ -154,14 +147,14 @@ void setUpDialog(Page& page, Object& dialog, const Preset& preset) {
 
 void addSearchDlg(Page& page) {
   const Preset preset = readPreset(page);
-  const auto dialog = page.server.createObject("TarloDialog.WebDialog");
-  setUpDialog(page, *dialog, preset);
+  Dialog dialog(page, "TarloDialog.WebDialog", frame::kSessionAndResponse);
+  setUp(page, dialog, preset);
   for (const Step& step : kSteps) {
     const std::string content =
         step.content.empty() ? firstStep(page, preset) : std::string(step.content);
-    callMethod(*dialog, "addStep", {step.title, content, step.next, step.back});
+    dialog.call("addStep", {step.title, content, step.next, step.back});
   }
-  callMethod(*dialog, "writeDialog");
+  dialog.call("writeDialog");
 }
 
 void modisearchdlg(Page& page) {

@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "scheme/wizard_extras.h"
+#include "scheme/extras.h"
 #include "siblings/json_answer.h"
 
 namespace tarlo::siblings {

@@ -1,5 +1,5 @@
 // The list page and its frame against whole pages.
-#include "scheme/manager_page.h"
+#include "scheme/operations.h"
 
 #include <gtest/gtest.h>
 
@@ -8,12 +8,14 @@
 #include "scheme/page_frame.h"
 #include "support/golden_page.h"
 #include "support/page_support.h"
+#include "support/text.h"
 #include "variant/runtime_error.h"
 
 namespace tarlo::scheme {
 namespace {
 
 using tarlo::testing::expectGolden;
+using tarlo::testing::holds;
 
 bool everyLineEndIsCrLf(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -27,11 +29,16 @@ std::string paneOf(tarlo::testing::PageDatabase& data, const Variant& style) {
   return data.writtenBy([&] { writeStylePane(data.page(), style, SidePane::Links); });
 }
 
-TEST(ManagerPage, IsWrittenLineByLine) {
+TEST(ManagerPage, IsWrittenLineByLineBetweenHeadAndFoot) {
   tarlo::testing::PageDatabase data;
   const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
   EXPECT_TRUE(everyLineEndIsCrLf(page));
-  expectGolden("ctrl_search.html", page);
+  const std::string head = data.writtenBy([&] { writePageHead(data.page(), "查询方案自定义"); });
+  const std::string foot = data.writtenBy([&] { writePageFoot(data.page()); });
+  ASSERT_TRUE(page.starts_with(head) && page.ends_with(foot));
+  expectGolden("ctrl_search.html",
+               page.substr(head.size(), page.size() - head.size() - foot.size()));
+  expectGolden("page_foot.html", foot);
   const std::map<std::string, std::string> headers = {{"Cache-Control", "no-cache"},
                                                       {"Expires", "0"},
                                                       {"Pragma", "No-Cache"},
@@ -52,12 +59,11 @@ TEST(ManagerPage, ListsLiveSchemesOfADirectoryThatRaiseNoAlert) {
   const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
   const std::size_t start = page.find("grid.sql = <") + 12;
   const std::string list = page.substr(start, page.find(">\r\n", start) - start);
-  const Variant rows = frame::execSQLRows(data.page(), list + " order by a.Query_ID");
-  ASSERT_TRUE(rows.isArray());
-  ASSERT_EQ(rows.array().upperBound(2), 1);
-  EXPECT_EQ(rows.array().at(1, 0).text(), "user");
-  EXPECT_EQ(rows.array().at(3, 0).text(), "用户");
-  EXPECT_EQ(rows.array().at(3, 1).text(), "系统");
+  const frame::Rows rows = frame::rows(data.page(), list + " order by a.Query_ID");
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0].text(1), "user");
+  EXPECT_EQ(rows[0].text(3), "用户");
+  EXPECT_EQ(rows[1].text(3), "系统");
 }
 
 TEST(PageFrame, HeadAndPaneFollowTheStyle) {
@@ -74,7 +80,12 @@ TEST(PageFrame, HeadAndPaneFollowTheStyle) {
     tarlo::testing::PageDatabase data;
     data.setSession("usrStyle", row.style);
     const std::string head = data.writtenBy([&] { writePageHead(data.page(), "a'b"); });
-    EXPECT_NE(head.find("document.title = 'Orvane.Zembra - a\\'b';</script>"), std::string::npos);
+    EXPECT_TRUE(holds(head, "document.title = 'Orvane.Zembra - a\\'b';</script>"));
+    EXPECT_TRUE(holds(head,
+                      "menu.title = <a'b>\r\nmenu.Left = 20\r\nmenu.Top = 40\r\n"
+                      "menu.AddMenu0(<Current page color scheme>, <>, <>, <SubMenu1>)\r\n"
+                      "menu.AddMenu0(<User temporary operation under authorization>, "
+                      "<javascript:GrantPermissionTemp(101);>, <>, <>)"));
     EXPECT_NE(head.find("class='ZembraxTitle_" + row.head +
                         "'><img id=Zembra_Head_Style src='/images/icoDefault_" + row.head +
                         ".gif' border=0>&nbsp;Zembra a'b</div>"),

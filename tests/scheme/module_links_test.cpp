@@ -1,4 +1,4 @@
-#include "scheme/module_links.h"
+#include "scheme/operations.h"
 
 #include <gtest/gtest.h>
 

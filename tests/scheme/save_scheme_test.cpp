@@ -4,10 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "scheme/preview_page.h"
-#include "scheme/reduction.h"
-#include "scheme/save_form.h"
-#include "scheme/save_statement.h"
+#include "scheme/operations.h"
+#include "scheme/posted_definition.h"
+#include "scheme/titles.h"
 #include "support/golden_page.h"
 #include "support/wizard_support.h"
 

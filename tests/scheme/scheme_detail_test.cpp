@@ -1,8 +1,8 @@
-#include "scheme/scheme_detail.h"
+#include "scheme/operations.h"
 
 #include <gtest/gtest.h>
 
-#include "scheme/title_table.h"
+#include "scheme/titles.h"
 #include "support/wizard_support.h"
 
 namespace tarlo::scheme {

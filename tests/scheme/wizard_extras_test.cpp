@@ -1,11 +1,11 @@
 // What the wizard adds to its pages: reasons of refusals, rows, and changes meanwhile.
 
-#include "scheme/wizard_extras.h"
+#include "scheme/extras.h"
 
 #include <gtest/gtest.h>
 
 #include "scheme/diagnosis.h"
-#include "scheme/preview_page.h"
+#include "scheme/operations.h"
 #include "support/wizard_support.h"
 #include "variant/error_state.h"
 
@@ -18,14 +18,7 @@ using tarlo::testing::WizardDatabase;
 compile::Definition definitionOf(const std::string& computed, const std::string& filter = "",
                                  const std::string& statistics = "",
                                  const std::string& grouping = "") {
-  compile::Definition definition;
-  definition.mainTable = "10";
-  definition.relations = "5";
-  definition.computed = computed;
-  definition.filter = filter;
-  definition.statistics = statistics;
-  definition.grouping = grouping;
-  return definition;
+  return {"10", computed, filter, statistics, grouping, "5"};
 }
 
 TEST(Diagnosis, NamesThePartAndTheReason) {
@@ -45,9 +38,7 @@ TEST(Diagnosis, NamesThePartAndTheReason) {
     WizardDatabase data;
     std::string statement;
     ErrorState err;
-    err.run([&] {
-      statement = variant::spliced(compile::compileDefinition(data.page(), row.definition));
-    });
+    err.run([&] { statement = compile::compileDefinition(data.page(), row.definition); });
     const Diagnosis found = diagnose(data.page(), row.definition, statement);
     EXPECT_EQ(found.where, row.where) << statement;
     EXPECT_TRUE(holds(found.reason, row.reason)) << found.reason << "\n" << statement;
@@ -77,7 +68,7 @@ TEST(SchemeState, ChangesWithTheRowAndNamesWhoChangedIt) {
   WizardDatabase data;
   data.setApplication("designerExtras", true);
   data.execute("insert into Zembra_User (User_Name,User_user) values ('一','a'),('李四','b')");
-  const Variant id(data.addScheme("s", "Query_Desc", "'a'"));
+  const std::string id = data.addScheme("s", "Query_Desc", "'a'");
   EXPECT_TRUE(holds(wizardExtras(data.page(), id), schemeState(data.page(), id).stamp));
   const std::string before = schemeState(data.page(), id).stamp;
   EXPECT_EQ(schemeState(data.page(), id).stamp, before);
@@ -89,7 +80,7 @@ TEST(SchemeState, ChangesWithTheRowAndNamesWhoChangedIt) {
   EXPECT_EQ(changed.change, "李四已于 2024-05-06 07:08:09 修改过此方案");
   data.execute("update Zembra_Query_Main set Zembra_ModiUser='1'");
   EXPECT_TRUE(holds(schemeState(data.page(), id).change, "您在另一个窗口"));
-  for (const Variant& none : {Variant("999"), Variant(""), Variant("1 or 1=1")}) {
+  for (const std::string none : {"999", "", "1 or 1=1"}) {
     EXPECT_EQ(schemeState(data.page(), none).stamp, "");
     EXPECT_EQ(wizardExtras(data.page(), none), "");
   }

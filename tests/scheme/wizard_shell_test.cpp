@@ -1,19 +1,41 @@
-#include "scheme/wizard_shell.h"
+#include "scheme/operations.h"
 
 #include <gtest/gtest.h>
 
 #include "support/golden_page.h"
 #include "support/wizard_support.h"
+#include "text/pieces.h"
 
 namespace tarlo::scheme {
 namespace {
 
+using tarlo::testing::between;
 using tarlo::testing::expectGolden;
 using tarlo::testing::holds;
 using tarlo::testing::WizardDatabase;
 
 std::string shell(WizardDatabase& data) {
   return data.writtenBy([&] { addSearchDlg(data.page()); });
+}
+
+// The lines of a page that the other one does not have.
+std::string linesBeyond(const std::string& page, const std::string& other) {
+  const std::string known = "\n" + other;
+  std::string lines;
+  for (const std::string_view line : text::split(page, "\r\n")) {
+    if (!holds(known, text::joined({"\n", line, "\r\n"}))) lines.append(line).append("\r\n");
+  }
+  return lines;
+}
+
+// Without the functions of the shell's script: what differs from page to page is where they go.
+std::string withoutFunctions(const std::string& page) {
+  const std::string script = between(page, "<script>", "</script>");
+  std::string addresses;
+  for (const std::string_view line : text::split(script, "\r\n")) {
+    if (holds(line, "sTable=")) addresses.append(line).append("\r\n");
+  }
+  return text::replace(page, script, addresses);
 }
 
 TEST(WizardShell, SetsUpTheDialogInOrder) {
@@ -23,14 +45,16 @@ TEST(WizardShell, SetsUpTheDialogInOrder) {
   data.execute(
       "insert into Zembra_SubHelp (SubHelp_FuncID,SubHelp_title,SubHelp_popup) values (1,'T',"
       "'one' + CHAR(13) + CHAR(10) + CHAR(13) + CHAR(10) + 'two')");
-  expectGolden("wizard_new.html", shell(data));
+  expectGolden("wizard_new.html", withoutFunctions(shell(data)));
 }
 
 TEST(WizardShell, AChangedSchemePresetsTheFirstStep) {
   WizardDatabase data;
+  const std::string unchanged = shell(data);
   data.ask("type", "1");
   data.ask("prikeyid", data.addScheme("s", "Query_MultiRel", "1"));
-  expectGolden("wizard_change.html", data.writtenBy([&] { modisearchdlg(data.page()); }));
+  const std::string page = data.writtenBy([&] { modisearchdlg(data.page()); });
+  expectGolden("wizard_change.html", linesBeyond(page, unchanged));
 }
 
 TEST(WizardShell, OnlyZeroIsSingleLevel) {

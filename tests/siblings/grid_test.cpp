@@ -1,7 +1,7 @@
 // Grids as pages draw them and as the browser asks for their rows.
 
 #include "grid_support.h"
-#include "scheme/manager_page.h"
+#include "scheme/operations.h"
 
 namespace tarlo::siblings {
 namespace {

@@ -1,7 +1,8 @@
-// What a step has when it is left forward, for the way back to it. The scripts that leave a step
-// write into its hidden fields, and the answers of the next steps take the place of the page in the
+// What a step has when it is left forward, for the way back to it. The script that leaves a step
+// writes into its hidden fields, and the answers of the next steps take the place of the page in the
 // hidden frame whose functions the step's buttons call: once more forward would then send something
-// else, and the buttons would do nothing.
+// else, and the buttons would do nothing. What later steps write into the fields of an earlier one
+// is what they have to say, and stays.
 
 import { attempt } from './library.js';
 
@@ -23,6 +24,7 @@ export class StepMemory {
   constructor(document) {
     this.document = document;
     this.steps = new Map();
+    this.left = undefined; // the step left last; what is written now is written by leaving it
   }
 
   answerFrame() {
@@ -30,16 +32,27 @@ export class StepMemory {
   }
 
   remember(step) {
+    this.closeLeft();
     const fields = [...step.querySelectorAll('input[type=hidden]')];
     this.steps.set(step, {
       fields: fields.map((field) => [field, field.value]),
       functions: attempt(() => declaredFunctions(this.answerFrame())) ?? [],
     });
+    this.left = step;
+  }
+
+  /** Of the step left last, only the fields that leaving it has written into are its own. */
+  closeLeft() {
+    const memory = this.steps.get(this.left);
+    if (memory) memory.fields = memory.fields.filter(([field, value]) => field.value !== value);
+    this.left = undefined;
   }
 
   /** Nothing for a step that was not left forward. */
   restore(step) {
     const { fields = [], functions = [] } = this.steps.get(step) ?? {};
+    if (this.left !== step) this.closeLeft();
+    this.left = undefined;
     for (const [field, value] of fields) field.value = value;
     const page = attempt(() => this.answerFrame().contentWindow);
     for (const [name, source] of functions) {

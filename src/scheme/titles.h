@@ -1,17 +1,15 @@
 #pragma once
-// The preview: what passes it can be saved.
+// A scheme's titles as designers see them.
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "frame/page.h"
-
 namespace tarlo::scheme {
 
-// Compiles the posted definition, runs the statement once and writes a page: the titles of the
-// result, or the refusal, which also disables the wizard's Next. Never raises.
-void previewSearchdlg(Page& page);
+// Two titles in each row of a table: the rows' markup; the titles are text. The last row of an odd
+// number ends with an empty cell.
+std::string titleRows(const std::vector<std::string>& titles);
 
 // The titles that a compiled statement's select list gives, for the eye only: a title or an item
 // that holds "," or " as " is split wrongly.

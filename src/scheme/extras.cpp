@@ -1,14 +1,19 @@
-#include "scheme/preview_extras.h"
+#include "scheme/extras.h"
+
+#include <fmt/format.h>
 
 #include <chrono>
+#include <cstdint>
 
 #include "compile/statement_parts.h"
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/helpers.h"
 #include "frame/statement_scope.h"
 #include "frame/template.h"
 #include "scheme/diagnosis.h"
 #include "text/display_width.h"
+#include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
@@ -18,6 +23,23 @@ namespace {
 using frame::inPlace;
 using frame::Place;
 using frame::Template;
+using variant::spliced;
+
+// FNV-1a, 64 bits: tells two texts apart, guards nothing.
+std::uint64_t hashOf(std::string_view text) {
+  std::uint64_t hash = 0xcbf29ce484222325;
+  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+  return hash;
+}
+
+std::string nameOf(Page& page, const Variant& user) {
+  if (variant::equalsAsText(user, spliced(page.session.get("usrid")))) return "您在另一个窗口";
+  if (!variant::isNumeric(user)) return "其他用户";
+  const frame::StatementScope scope(page,
+                                    {.reads = {database::TableGroup::Organisation}, .writes = {}});
+  return spliced(frame::firstCell(
+      page, "select User_Name from Zembra_User where User_ID=" + spliced(user), "其他用户"));
+}
 
 constexpr int kShownRows = 10;
 constexpr auto kMostTime = std::chrono::seconds(5);
@@ -54,6 +76,43 @@ std::string rowsMarkup(Page& page, const std::string& statement) {
 }
 
 }  // namespace
+
+bool hasExtras(Page& page) {
+  return frame::isSwitchedOn(page, "designerExtras");
+}
+
+SchemeState schemeState(Page& page, const Variant& scheme) {
+  if (!hasExtras(page) || !variant::isNumeric(scheme)) return {};
+  const frame::Rows rows = frame::rows(
+      page,
+      "select Zembra_ModiUser,Zembra_ModiDate,Zembra_Flag,Query_Name,Query_Desc,Query_Fields,"
+      "Query_Vir,Query_Rel,Query_Static,Query_Group,Query_MultiRelSel,Query_MultiRel,Query_Dic,"
+      "Query_System,Query_MainTBID from Zembra_Query_Main where "
+      "Query_ID=" +
+          spliced(scheme));
+  if (rows.empty()) return {};
+  const frame::Row row = rows.front();
+  std::string all;
+  for (std::size_t column = 0; column < row.columns(); ++column) {
+    all.append(row.text(column)).append(1, '\0');
+  }
+  const bool isDeleted = row.text(2) == "0";
+  return {fmt::format("{:016x}", hashOf(all)),
+          isDeleted ? "此方案已被删除"
+                    : nameOf(page, row.value(0)) + "已于 " + row.text(1) + " 修改过此方案"};
+}
+
+std::string wizardExtras(Page& page, std::string_view scheme) {
+  static const Template script(embedded::scheme_pages::find("wizard_extras.js"));
+  ErrorState err;
+  std::string text;
+  err.run([&] {
+    const SchemeState state = schemeState(page, Variant(scheme));
+    if (state.stamp.empty()) return;
+    text = "<script>\r\n" + script.fill({{"id", scheme}, {"stamp", state.stamp}}) + "</script>\r\n";
+  });
+  return text;
+}
 
 std::string firstRows(Page& page, const std::string& statement) {
   static const Template extras(embedded::scheme_pages::find("preview_extras.html"));
