@@ -12,17 +12,16 @@
 #include "app/rows_output.h"
 #include "app/terminal.h"
 #include "compile/statement_parts.h"
+#include "control/control.h"
 #include "frame/local_page.h"
 #include "frame/statement_scope.h"
-#include "host/api/control_resource.h"
 #include "text/display_width.h"
-#include "variant/convert.h"
 #include "variant/error_state.h"
 
 namespace tarlo::app {
 namespace {
 
-using host::ControlResource;
+using control::Control;
 using text::visible;
 
 struct ControlOptions {
@@ -31,38 +30,42 @@ struct ControlOptions {
   std::size_t rows = 5;
 };
 
-ControlResource controlOf(Page& page, int id) {
-  if (auto control = host::readControl(page, id)) return std::move(*control);
+Control controlOf(Page& page, int id) {
+  if (auto control = control::loadControl(page, id)) return std::move(*control);
   throw CommandError(kFailed, fmt::format("There is no control scheme {}.", id));
 }
 
-std::string fieldLine(const host::Json& field) {
-  if (field.is_null()) return "none";
-  return fmt::format("{} [{}].[{}] {}", field["id"].get<std::int64_t>(),
-                     field["table"].get<std::string>(), field["column"].get<std::string>(),
-                     field["caption"].get<std::string>());
+std::string fieldLine(const std::optional<control::BoundField>& field) {
+  if (!field) return "none";
+  return fmt::format("{} [{}].[{}] {}", field->id, field->names.table, field->names.column,
+                     field->names.display);
 }
 
-void describe(Console console, Page& page, const ControlResource& control) {
-  const host::Json json = host::describe(page, control);
+void describe(Console console, Page& page, const Control& control) {
   const auto line = [&](std::string_view name, const std::string& value) {
     console.out << fmt::format("{:<10} {}\n", name, visible(value));
   };
   line("control", fmt::format("{} {}", control.id, control.name));
-  line("kind", json["kind"].get<std::string>());
+  line("kind", std::string(control::nameOf(control.kind)));
   line("scheme", std::to_string(control.scheme));
-  line("field", fieldLine(json["field"]));
+  line("field", fieldLine(control::boundField(page, control)));
   for (const std::string& title : control.titles) line("title", title);
-  for (const std::string& level : control.levels) line("level", level);
+  for (const control::ControlLevel& level : control.levels) line("level", level.written);
+}
+
+// A list that does not run is given to no form, so its statement is not shown.
+bool isGiven(Page& page, const Control& control) {
+  if (control.kind == control::ControlKind::List) return control::runs(page, control);
+  return !control.statement.empty();
 }
 
 int showControl(Console console, const ControlOptions& options, const Words& words) {
   database::Registry databases;
   database::Database& database = openForCommand(databases, options.connection);
   frame::LocalPage local(databases, options.connection);
-  const ControlResource control = controlOf(local.page(), idFrom(words.front()));
+  const Control control = controlOf(local.page(), idFrom(words.front()));
   describe(console, local.page(), control);
-  if (control.statement.empty()) {
+  if (!isGiven(local.page(), control)) {
     throw CommandError(kFailed, "The control has no statement that runs.");
   }
   const std::size_t width = widthOf(console.out);

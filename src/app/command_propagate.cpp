@@ -14,6 +14,7 @@
 #include "app/progress.h"
 #include "app/scheme_report.h"
 #include "compile/operations.h"
+#include "control/control.h"
 #include "frame/data.h"
 #include "frame/local_page.h"
 #include "metadata/operations.h"
@@ -25,8 +26,6 @@
 
 namespace tarlo::app {
 namespace {
-
-using variant::spliced;
 
 struct PropagateOptions {
   Words standIns;
@@ -120,22 +119,13 @@ class Propagation {
   // Stored statements of control schemes are not touched by the propagation; the forms that use
   // them will find out.
   void checkControls(int scheme) {
-    const Variant rows = frame::execSQLRows(
-        page(), fmt::format("select QF_ID,QF_Name,QF_Relation from Zembra_Query_Field where "
-                            "QF_NameID={} and Zembra_Flag<>0 order by QF_ID",
-                            scheme));
-    if (!rows.isArray()) return;
-    const Array& cells = rows.array();
-    for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-      const std::string definition = spliced(cells.at(2, row));
-      const std::string statement = definition.substr(0, definition.find("|||"));
+    for (const control::Control& control : control::controlsOn(page(), scheme)) {
       database::Lease connection = database_.borrow();
-      const std::string failure = trialRun(*connection, statement);
+      const std::string failure = trialRun(*connection, control.statement);
       if (failure.empty()) continue;
       ++brokenControls_;
-      console_.out << fmt::format("control {} {} on scheme {}: no longer runs: {}\n",
-                                  spliced(cells.at(0, row)),
-                                  text::visible(spliced(cells.at(1, row))), scheme, failure);
+      console_.out << fmt::format("control {} {} on scheme {}: no longer runs: {}\n", control.id,
+                                  text::visible(control.name), scheme, failure);
     }
   }
 

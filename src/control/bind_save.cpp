@@ -1,19 +1,14 @@
 // The save of the bind wizard.
 
-#include "control/bind_wizard.h"
-#include "control/control_answers.h"
-#include "control/control_definition.h"
 #include "control/control_store.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
 #include "frame/data.h"
-#include "metadata/operations.h"
+#include "metadata/stored_schemes.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/convert.h"
 
 namespace tarlo::control {
 namespace {
-
-using variant::spliced;
 
 constexpr std::string_view kNoBoundName =
     "<script>parent.sAlert('此控件名称不能为空，请填写名称！');</script>";
@@ -32,9 +27,9 @@ struct Binding {
 Binding postedBinding(Page& page) {
   Binding binding;
   readNameAndRemark(page, binding.row);
-  binding.row.scheme = spliced(page.request.value("modelid"));
-  const std::string posted = spliced(page.request.value("queryid"));
-  const auto parts = text::split(posted, "|");
+  binding.row.scheme = posted(page, "modelid");
+  const std::string chosen = posted(page, "queryid");
+  const auto parts = text::split(chosen, "|");
   if (parts.size() == 2) {
     binding.original = parts[0];
     binding.field = parts[1];
@@ -44,37 +39,34 @@ Binding postedBinding(Page& page) {
 
 // Asked before anything else, so a scheme that is none raises here.
 bool isTaken(Page& page, const ControlRow& row) {
-  return frame::execSQLRows(
-             page, Variant("select QF_ID from Zembra_Query_Field where QF_Name='" + row.name +
-                           "' and QF_NameID=" + row.scheme + " and Zembra_Flag<>0"))
-      .isArray();
+  return !frame::rows(page, "select QF_ID from Zembra_Query_Field where QF_Name='" + row.name +
+                                "' and QF_NameID=" + row.scheme + " and Zembra_Flag<>0")
+              .empty();
 }
 
 // Whether a relation joins the main tables of both schemes by the field, on whichever side.
 bool areRelated(Page& page, const Binding& binding) {
-  const std::string mine =
-      spliced(metadata::KeyField2TableID(page, Variant(binding.row.scheme), false));
-  const Variant owner = frame::execSQLRows(
-      page, Variant("select QF_NameID from Zembra_Query_Field where QF_ID=" + binding.original));
-  const std::string other =
-      spliced(metadata::KeyField2TableID(page, owner.array().at(0, 0), false));
+  const std::string mine = metadata::keyTable(page, binding.row.scheme).value_or("-1");
+  const frame::Rows owner =
+      frame::rows(page, "select QF_NameID from Zembra_Query_Field where QF_ID=" + binding.original);
+  const std::string other = metadata::keyTable(page, owner.front().text(0)).value_or("-1");
   std::string sql = "select Zembra_ID from Zembra_DataDict_Relation where (DDR_MainTableID=";
   sql.append(mine).append(" and DDR_RelationTableID=").append(other);
   sql.append(" and DDR_MainFieldID=").append(binding.field).append(" ) or ( DDR_MainTableID=");
   sql.append(other).append(" and DDR_RelationTableID=").append(mine);
   sql.append(" and DDR_RelationFieldID=").append(binding.field).append(")");
-  return frame::execSQLRows(page, Variant(sql)).isArray();
+  return !frame::rows(page, sql).empty();
 }
 
 // The definition goes in as read, its quotes not doubled: a template that has any cannot be bound.
-std::string insertOf(const Binding& binding, const Array& original) {
-  const auto cell = [&](std::ptrdiff_t column) { return spliced(original.at(column, 0)); };
+std::string insertOf(const Binding& binding, const frame::Row& original) {
   std::string sql =
       "insert Zembra_Query_Field(QF_Name,QF_Desc,QF_NameID,QF_Field,QF_Table,QF_CField,QF_CTable,"
       "QF_Relation,QF_FieldType,Zembra_Flag,QF_System) values('";
   for (const std::string& value :
-       {binding.row.name, binding.row.remark, binding.row.scheme, cell(0), cell(1), cell(2),
-        cell(3), cell(4) + std::string(kPartMark) + binding.field, cell(5)}) {
+       {binding.row.name, binding.row.remark, binding.row.scheme, original.text(0),
+        original.text(1), original.text(2), original.text(3),
+        text::joined({original.text(4), text::kPartMark, binding.field}), original.text(5)}) {
     sql.append(value).append("','");
   }
   return sql.append("1','0')");
@@ -87,16 +79,15 @@ void addSearchDlg_UsrModel3(Page& page) {
   if (!hasName(binding.row)) return page.response.write(kNoBoundName);
   if (isTaken(page, binding.row)) return page.response.write(kBoundNameTaken);
   if (!areRelated(page, binding)) return page.response.write(kNotRelated);
-  const Variant original = frame::execSQLRows(
-      page, Variant("select QF_Field,QF_Table,QF_CField,QF_CTable,QF_Relation,QF_FieldType from "
-                    "Zembra_Query_Field where QF_ID = " +
-                    binding.original));
-  if (!original.isArray()) return page.response.write("</script>");
-  std::string sql = insertOf(binding, original.array());
-  ErrorState err;
-  const bool isStored = runs(page, err, sql);
+  const frame::Rows original =
+      frame::rows(page,
+                  "select QF_Field,QF_Table,QF_CField,QF_CTable,QF_Relation,QF_FieldType from "
+                  "Zembra_Query_Field where QF_ID = " +
+                      binding.original);
+  if (original.empty()) return page.response.write("</script>");
+  std::string sql = insertOf(binding, original.front());
   std::string script = "<script>";
-  if (isStored) {
+  if (runsLogged(page, sql)) {
     script.append(kNextStep).append("\r\n").append(kReloadOpenerGrid);
   } else {
     script.append(kNotSaveable);

@@ -1,23 +1,22 @@
-#include "control/bind_wizard.h"
+// The wizard that binds a template: its dialog and its two lists.
 
-#include "control/control_dialog.h"
-#include "control/list_grid.h"
-#include "control/wizard_frames.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
+#include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
-#include "frame/helpers.h"
 #include "frame/sibling_calls.h"
 #include "frame/step_page.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
-#include "variant/array.h"
+#include "metadata/dictionary.h"
+#include "metadata/stored_schemes.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 
 namespace tarlo::control {
 namespace {
 
 using frame::Template;
-using variant::spliced;
 
 // The blank at its end is part of the text.
 constexpr std::string_view kFirstList =
@@ -34,48 +33,42 @@ constexpr std::string_view kTemplateChosen =
 
 // Live users' schemes that are no data alerts. The condition at the end is always true: the grid
 // finds by it where the fixed condition ends.
-constexpr const char* kUserSchemes =
+constexpr std::string_view kUserSchemes =
     "select a.Query_ID,a.Query_Name,b.TD_Name,a.Zembra_WriteDate from Zembra_Query_Main as a , "
     "Zembra_Dict_TableDir as b where a.Zembra_Flag <> 0 and Query_System=0 and "
     "a.Query_IsDataAlert = 0 and ('orvane'='orvane') and a.Query_Dic=b.Zembra_ID";
 
 // Templates on schemes of the table `related`, each with the field of the user's main table by
 // which that is related.
-std::string templatesOn(const std::string& related, const std::string& field) {
-  return "select str(a.QF_ID)+'|" + field +
-         "' as id,a.QF_Name as [关系名称],b.QF_Type_Name as [控件类型],c.Query_Name as [查询方案],"
-         "d.DDF_CName as [关联字段],a.Zembra_ModiDate as [创建时间] from Zembra_Query_Field as a "
-         ",Zembra_Query_Type as b, Zembra_Query_Main as c,Zembra_DataDict_Field as d  where "
-         "c.Query_MainTBID=" +
-         related +
-         " and a.QF_System=1 and a.QF_NameID=c.Query_ID and a.QF_FieldType = b.QF_Type_ID and "
-         "a.Zembra_Flag <> 0 and d.Zembra_ID=" +
-         field;
-}
-
-Variant mainTableOf(Page& page, const std::string& scheme) {
-  return frame::firstCell(page,
-                          "select Query_MainTBID from Zembra_Query_Main where Query_ID=" + scheme);
+std::string templatesOn(std::string_view related, std::string_view field) {
+  return text::joined(
+      {"select str(a.QF_ID)+'|", field,
+       "' as id,a.QF_Name as [关系名称],b.QF_Type_Name as [控件类型],c.Query_Name as [查询方案],"
+       "d.DDF_CName as [关联字段],a.Zembra_ModiDate as [创建时间] from Zembra_Query_Field as a "
+       ",Zembra_Query_Type as b, Zembra_Query_Main as c,Zembra_DataDict_Field as d  where "
+       "c.Query_MainTBID=",
+       related,
+       " and a.QF_System=1 and a.QF_NameID=c.Query_ID and a.QF_FieldType = b.QF_Type_ID and "
+       "a.Zembra_Flag <> 0 and d.Zembra_ID=",
+       field});
 }
 
 // "" when the scheme has no main table or no relation leaves it.
 std::string templatesFor(Page& page, const std::string& scheme) {
-  const Variant selected = metadata::GetQuerySelRel(page, Variant(scheme), false);
-  const Variant table = mainTableOf(page, scheme);
-  if (variant::toBoolean(frame::isNothing(page, table))) return {};
-  const Variant related = metadata::getRelationTable_Query(page, table, selected);
-  if (!related.isArray()) return {};
-  const Array& cells = related.array();
+  const std::string selected = metadata::selectedRelations(page, scheme).value_or("-1");
+  const std::string table = frame::firstText(
+      page, "select Query_MainTBID from Zembra_Query_Main where Query_ID=" + scheme);
+  if (table.empty()) return {};
   std::string sql;
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    if (row > 0) sql += " union ";
-    sql += templatesOn(spliced(cells.at(0, row)), spliced(cells.at(2, row)));
+  for (const metadata::Path& path : metadata::paths(page, table, selected)) {
+    if (!sql.empty()) sql += " union ";
+    sql += templatesOn(path.table, path.mainField);
   }
-  return sql + " ";
+  return sql.empty() ? sql : sql + " ";
 }
 
 void writeGrid(Page& page, Object& grid) {
-  page.response.write(spliced(frame::callMethod(grid, "getTableHtml")));
+  page.response.write(variant::spliced(frame::callMethod(grid, "getTableHtml")));
 }
 
 }  // namespace
@@ -109,7 +102,7 @@ void addSearchDlg_UsrModel1_1(Page& page) {
 }
 
 void addSearchDlg_UsrModel2(Page& page) {
-  const std::string sql = templatesFor(page, spliced(page.request.value("id")));
+  const std::string sql = templatesFor(page, posted(page, "id"));
   frame::writeStepHead(page);
   page.response.write("请选择模板控件：\r\n");
   const auto grid = choiceGrid(page, "关系名称|类型|查询方案|关联字段|创建时间", sql, 15);

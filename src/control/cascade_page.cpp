@@ -1,12 +1,12 @@
-#include "control/cascade_page.h"
+// The page on which users' cascades were made.
 
-#include <fmt/format.h>
-
+#include "control/operations.h"
 #include "embedded_control_pages.h"
 #include "frame/dialog_frame.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
-#include "variant/array.h"
+#include "metadata/dictionary.h"
+#include "metadata/stored_schemes.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 
 namespace tarlo::control {
@@ -15,24 +15,20 @@ namespace {
 using frame::inPlace;
 using frame::Place;
 using frame::Template;
-using variant::spliced;
+using text::joined;
 
 // The scheme's columns as options: [table].[column] with the display names of both.
-std::string columnOptions(Page& page, const Variant& scheme) {
-  const Variant columns = metadata::getQueryAllField(page, scheme, false);
-  if (!columns.isArray()) throw RuntimeError(ErrorNumber::TypeMismatch, "the scheme's columns");
-  const Array& pairs = columns.array();
+std::string columnOptions(Page& page, const std::string& scheme) {
+  const auto columns = metadata::columnNames(page, scheme);
+  if (!columns) throw RuntimeError(ErrorNumber::TypeMismatch, "the scheme's columns");
   std::string options;
-  for (std::ptrdiff_t i = 1; i <= pairs.upperBound(2); ++i) {
-    const std::string table = spliced(pairs.at(1, i));
-    const std::string column = spliced(pairs.at(2, i));
-    const Variant field(fmt::format("{}.{}", table, column));
-    Variant tableName(table);
-    const std::string caption = spliced(metadata::getTableDesc(page, tableName)) + "." +
-                                spliced(metadata::getFieldDesc(page, field));
-    options.append("<option value=\"[").append(inPlace(Place::Attribute, table)).append("].[");
-    options.append(inPlace(Place::Attribute, column)).append("]\">");
-    options.append(inPlace(Place::Text, caption)).append("</option>");
+  for (const auto& [table, column] : *columns) {
+    const std::string tableCaption = metadata::tableCaption(page, table).value_or("-1");
+    const std::string caption =
+        metadata::fieldCaption(page, joined({table, ".", column})).value_or("-1");
+    options += joined({"<option value=\"[", inPlace(Place::Attribute, table), "].[",
+                       inPlace(Place::Attribute, column), "]\">",
+                       inPlace(Place::Text, joined({tableCaption, ".", caption})), "</option>"});
   }
   return options;
 }
@@ -43,8 +39,8 @@ Variant addSearchDlg_UsrField2_2(Page& page, const Variant& id) {
   static const Template body(embedded::control_pages::find("cascade_page.html"));
   static const Template level(embedded::control_pages::find("cascade_level.html"));
   static const Template buttons(embedded::control_pages::find("cascade_buttons.html"));
-  const std::string scheme = spliced(id);
-  const std::string options = columnOptions(page, id);
+  const std::string scheme = variant::spliced(id);
+  const std::string options = columnOptions(page, scheme);
   const std::string row = level.fill({{"options", options}});
   frame::writeDialogHead(page, "新增控件关系", frame::DialogBody::WindowColour);
   body.write(page.response,

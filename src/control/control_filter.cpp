@@ -1,4 +1,4 @@
-#include "control/control_filter.h"
+#include "control/control_statement.h"
 
 #include "compile/grammar.h"
 #include "text/pieces.h"
@@ -15,7 +15,7 @@ std::string_view operatorOf(std::string_view code) {
 std::string conditions(std::string_view filter) {
   std::string text;
   std::string_view comparison;
-  for (const std::string_view row : text::split(filter, "|||")) {
+  for (const std::string_view row : text::split(filter, text::kPartMark)) {
     const auto parts = text::split(row, ",");
     if (parts.size() < 3) continue;
     if (const auto found = operatorOf(parts[1]); !found.empty()) comparison = found;

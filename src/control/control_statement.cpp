@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-#include "control/control_filter.h"
-#include "metadata/operations.h"
+#include "metadata/stored_schemes.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
@@ -14,12 +13,15 @@ namespace {
 
 constexpr std::string_view kWhere = " where ";
 
-// The first word of the scheme's conditions that names both tables; "" when none does.
-std::string joinOf(const Variant& statement, const std::string& first, const std::string& second) {
-  const std::string text = variant::toText(statement);
-  const auto where = text.find(kWhere);
-  if (where == std::string::npos) return {};
-  std::string_view conditions = std::string_view(text).substr(where + kWhere.size());
+// Nothing for a scheme that has none, and when it cannot be read.
+std::optional<std::string> statementOf(Page& page, std::string_view scheme) {
+  ErrorState err;
+  return err.value([&] { return metadata::storedStatement(page, scheme); });
+}
+
+// The first word of a statement's conditions that names both tables; "" when none does.
+std::string joinOf(std::string_view conditions, std::string_view first, std::string_view second) {
+  if (conditions.empty()) return {};
   conditions = variant::left(conditions, static_cast<std::ptrdiff_t>(variant::len(conditions)) - 1);
   for (const std::string_view word : text::split(conditions, " ")) {
     if (word.find(first) != word.npos && word.find(second) != word.npos) return std::string(word);
@@ -55,14 +57,13 @@ std::string twoTableStatement(Page& page, const std::string& scheme, std::string
   std::string sql = "select ";
   sql.append(value).append(",").append(text).append(" from ");
   if (first == second) return sql + first;
-  const Variant statement = metadata::getQuerySQL(page, Variant(scheme), false);
-  ErrorState err;
-  err.run([&] {
-    if (variant::toText(statement).find(kWhere) == std::string::npos) return;
-    sql.append(first).append(",").append(second);
-    const std::string join = joinOf(statement, first, second);
-    if (!join.empty()) sql.append(kWhere).append(join);
-  });
+  const auto statement = statementOf(page, scheme);
+  const auto where = statement ? statement->find(kWhere) : std::string::npos;
+  if (where == std::string::npos) return sql;
+  sql.append(first).append(",").append(second);
+  const std::string join =
+      joinOf(std::string_view(*statement).substr(where + kWhere.size()), first, second);
+  if (!join.empty()) sql.append(kWhere).append(join);
   return sql;
 }
 
@@ -75,6 +76,31 @@ std::string withCondition(std::string_view statement, std::string_view condition
   std::string sql(statement.substr(0, grouping));
   sql.append(conditionWord(statement)).append(condition);
   return sql.append(statement.substr(grouping));
+}
+
+std::string textAt(const std::optional<std::vector<std::string>>& columns,
+                   std::string_view number) {
+  if (!columns) throw RuntimeError(ErrorNumber::TypeMismatch, "the scheme's columns");
+  const std::int32_t at = variant::toInt32(Variant(number));
+  if (at == 0) return {};
+  const auto index = static_cast<std::size_t>(at) - 1;
+  if (at < 0 || index >= columns->size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  return (*columns)[index];
+}
+
+SchemeColumns::SchemeColumns(Page& page, std::string_view scheme)
+    : titles_(metadata::columnTitles(page, scheme)),
+      expressions_(metadata::columnExpressions(page, scheme)) {}
+
+std::string SchemeColumns::selectItem(std::string_view number) const {
+  return text::joined({",", textAt(expressions_, number), " as [", textAt(titles_, number), "]"});
+}
+
+std::string fromPart(Page& page, std::string_view scheme) {
+  const auto statement = statementOf(page, scheme);
+  if (!statement) throw RuntimeError(ErrorNumber::InvalidUseOfNull);
+  const auto from = statement->find(" from ");
+  return from == std::string::npos ? *statement : statement->substr(from);
 }
 
 }  // namespace tarlo::control

@@ -1,11 +1,11 @@
 #include "control/control_store.h"
 
-#include "control/control_filter.h"
+#include "control/posted_control.h"
 #include "frame/data.h"
 #include "frame/statement_scope.h"
 #include "text/pieces.h"
 #include "text/sql_text.h"
-#include "variant/convert.h"
+#include "variant/error_state.h"
 
 namespace tarlo::control {
 namespace {
@@ -21,6 +21,8 @@ std::string_view closing(const ControlRow& row) {
       return isTemplate ? ",2,1)" : ",2)";
     case ControlKind::List:
       return " , 3 , 0 )";
+    case ControlKind::Unknown:
+      break;
   }
   return {};
 }
@@ -52,29 +54,29 @@ bool isNameTaken(Page& page, const ControlRow& row) {
     if (row.controlClass == ControlClass::Template) sql += " and QF_System=1";
   }
   ErrorState err;
-  return err.value([&] { return frame::execSQLRows(page, sql); }).isArray();
+  return !err.value([&] { return frame::rows(page, sql); }).empty();
 }
 
 void readNameAndRemark(Page& page, ControlRow& row) {
-  const auto doubled = [&](std::string_view key) {
-    return text::doubledQuotes(variant::spliced(page.request.value(key)));
-  };
-  row.name = doubled("QF_Name");
-  row.remark = doubled("QF_Desc");
+  row.name = text::doubledQuotes(posted(page, "QF_Name"));
+  row.remark = text::doubledQuotes(posted(page, "QF_Desc"));
 }
 
 bool hasName(const ControlRow& row) {
   return !text::trim(row.name).empty();
 }
 
-bool runs(Page& page, ErrorState& err, std::string& sql) {
-  err.clear();
-  err.run([&] { frame::execSQLLogged(page, sql); });
-  return !err.failed();
+bool runsLogged(Page& page, std::string& sql) {
+  ErrorState err;
+  return err.run([&] { frame::execSQLLogged(page, sql); });
 }
 
-bool runsAsTest(Page& page, ErrorState& err, std::string& sql) {
-  return frame::asDesigner(page, [&] { return runs(page, err, sql); });
+bool runsAsTest(Page& page, std::string& sql) {
+  return frame::asDesigner(page, [&] { return runsLogged(page, sql); });
+}
+
+std::string asScript(std::string_view text) {
+  return text::joined({"<script>", text, "</script>"});
 }
 
 }  // namespace tarlo::control

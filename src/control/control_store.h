@@ -1,15 +1,15 @@
 #pragma once
-// Rows of control schemes: the name test and the INSERT that all wizards write, and the delete.
+// Rows of control schemes: the name test and the INSERT that all wizards write, and what the saves
+// answer, as script.
 
 #include <string>
 #include <string_view>
 
+#include "control/control.h"
 #include "frame/page.h"
-#include "variant/error_state.h"
 
 namespace tarlo::control {
 
-enum class ControlKind { DropDown = 1, Cascade = 2, List = 3 };
 enum class ControlClass { User, Template };
 
 // What goes into a row. All texts are spliced into the statement as they are: quotes are doubled
@@ -38,10 +38,25 @@ bool isNameTaken(Page& page, const ControlRow& row);
 void readNameAndRemark(Page& page, ControlRow& row);
 bool hasName(const ControlRow& row);
 
-// Runs a statement of the system's own through the operation log, with the error state cleared
-// before. True when it ran. A long statement is "Batch update" afterwards, as the log has it.
-bool runs(Page& page, ErrorState& err, std::string& sql);
-// The same for a statement that a designer has put together, to see whether it runs.
-bool runsAsTest(Page& page, ErrorState& err, std::string& sql);
+// Runs a statement of the system's own through the operation log; whether it ran. The text is then
+// what the log has, "Batch update" for a long one. Never raises.
+bool runsLogged(Page& page, std::string& sql);
+// The same for a statement that a designer has put together, to see whether it runs. What is drawn
+// or stored afterwards is the text that this leaves.
+bool runsAsTest(Page& page, std::string& sql);
+
+std::string asScript(std::string_view text);
+
+inline constexpr std::string_view kNoName = "<script>parent.sAlert('方案名称不能为空！');</script>";
+inline constexpr std::string_view kNameTaken =
+    "parent.sAlert('此查询方案下的控件关系方案名称已存在，请使用另一名称！');";
+inline constexpr std::string_view kNotSaved = "parent.sAlert('方案保存时出错！');";
+inline constexpr std::string_view kNotSaveable =
+    "parent.sAlert('得到的查询语句有错误，无法保存！');";
+inline constexpr std::string_view kOneLevel =
+    "<script>parent.sAlert('只选择了一层，不能做级联！');</script>";
+inline constexpr std::string_view kReloadOpenerGrid =
+    "parent.dialogArguments.SearchTable.reload();";
+inline constexpr std::string_view kNextStep = "window.top.switchStep();";
 
 }  // namespace tarlo::control

@@ -1,14 +1,13 @@
-#include "control/field_wizard.h"
+// The wizard of a user's control: its dialog, and the steps of a list.
 
-#include "control/cascade_page.h"
-#include "control/control_dialog.h"
-#include "control/scheme_columns.h"
+#include "control/control_statement.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
+#include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
+#include "metadata/stored_schemes.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
@@ -18,7 +17,6 @@ namespace {
 using frame::inPlace;
 using frame::Place;
 using frame::Template;
-using variant::spliced;
 
 constexpr std::string_view kFirstList =
     "function doFirstStep(){frametest.location='/TarloQuery.Zembra?action="
@@ -66,41 +64,41 @@ void addSearchDlg_UsrField(Page& page) {
 }
 
 void addSearchDlg_UsrField2(Page& page) {
-  const Variant kind = page.request.value("fieldtype");
+  const std::string kind = posted(page, "fieldtype");
   const Variant scheme = page.request.value("queryid");
-  if (variant::equalsAsText(kind, "1")) addSearchDlg_UsrField2_1(page, scheme);
-  if (variant::equalsAsText(kind, "2")) addSearchDlg_UsrField2_2(page, scheme);
-  if (variant::equalsAsText(kind, "3")) addSearchDlg_UsrField2_3(page, scheme);
+  if (kind == "1") addSearchDlg_UsrField2_1(page, scheme);
+  if (kind == "2") addSearchDlg_UsrField2_2(page, scheme);
+  if (kind == "3") addSearchDlg_UsrField2_3(page, scheme);
 }
 
 Variant addSearchDlg_UsrField2_3(Page& page, const Variant& id) {
   static const Template functions(embedded::control_pages::find("list_functions.js"));
   static const Template step(embedded::control_pages::find("list_step.html"));
-  const Variant titles = metadata::getQueryAllTitle(page, id, false);
-  if (!titles.isArray()) throw RuntimeError(ErrorNumber::TypeMismatch, "the scheme's titles");
+  const std::string scheme = variant::spliced(id);
+  const auto titles = metadata::columnTitles(page, scheme);
+  if (!titles) throw RuntimeError(ErrorNumber::TypeMismatch, "the scheme's titles");
   std::string columns = "<?xml version = '1.0' encoding = 'gb2312' ?><root>";
-  const Array& names = titles.array();
-  for (std::ptrdiff_t i = 1; i <= names.upperBound(); ++i) {
-    columns += "<option><value>" + std::to_string(i) + "</value><text>" +
-               inPlace(Place::Text, spliced(names.at(i))) + "</text></option>";
+  std::size_t number = 0;
+  for (const std::string& title : *titles) {
+    columns += text::joined({"<option><value>", std::to_string(++number), "</value><text>",
+                             inPlace(Place::Text, title), "</text></option>"});
   }
   columns += "</root>";
   step.write(page.response,
-             {{"functions", functions.fill()}, {"columns", columns}, {"scheme", spliced(id)}});
+             {{"functions", functions.fill()}, {"columns", columns}, {"scheme", scheme}});
   return {};
 }
 
 void addSearchDlg_UsrField3(Page& page) {
   static const Template functions(embedded::control_pages::find("titles_functions.js"));
   static const Template step(embedded::control_pages::find("titles_step.html"));
-  const auto chosen = chosenColumns(spliced(page.request.value("viewfield")));
+  const auto chosen = postedColumnNumbers(page);
   if (chosen.empty()) {
     page.response.write("<script>parent.sAlert('请选择显示字段！',0);</script>");
     return;
   }
   ErrorState err;
-  const Variant all =
-      err.value([&] { return metadata::getQueryAllTitle(page, page.request.value("id"), false); });
+  const auto all = err.value([&] { return metadata::columnTitles(page, posted(page, "id")); });
   std::vector<std::string> titles;
   for (const std::string& number : chosen) {
     err.run([&] { titles.push_back(shortTitle(textAt(all, number))); });

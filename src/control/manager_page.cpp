@@ -1,14 +1,14 @@
-#include "control/manager_page.h"
+// The manager pages and their deletes.
 
 #include <span>
 
 #include "control/control_store.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
 #include "embedded_control_pages.h"
-#include "frame/data.h"
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
 #include "scheme/page_frame.h"
-#include "variant/convert.h"
 
 namespace tarlo::control {
 namespace {
@@ -143,10 +143,9 @@ constexpr std::string_view kDeleted =
 constexpr std::string_view kNotDeleted = "<script>top.sAlert('删除控件关系出错！');</script>";
 
 bool deleteControls(Page& page) {
-  std::string sql = "update Zembra_Query_Field set Zembra_Flag=0 where QF_ID in (" +
-                    variant::spliced(page.request.value("ID")) + ")";
-  ErrorState err;
-  return runs(page, err, sql);
+  std::string sql =
+      "update Zembra_Query_Field set Zembra_Flag=0 where QF_ID in (" + posted(page, "ID") + ")";
+  return runsLogged(page, sql);
 }
 
 }  // namespace

@@ -1,8 +1,11 @@
-#include "control/show_control.h"
+// Stored controls as they look. Their definitions come as the forms get them, over the operation:
+// showing a list is in the operation log.
 
-#include "control/control_definition.h"
+#include "control/control.h"
 #include "control/control_statement.h"
-#include "control/list_grid.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
+#include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
@@ -11,9 +14,6 @@
 #include "metadata/operations.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
-#include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
@@ -23,21 +23,10 @@ namespace {
 using frame::Template;
 using variant::spliced;
 
-// What getControlSQL gives for the posted control: a definition's statement and what follows it.
-struct Definition {
-  std::string statement;
-  std::string rest;
-};
-
 Definition storedDefinition(Page& page, ControlKind kind) {
   const Variant stored = metadata::getControlSQL(page, page.request.value("id"),
                                                  Variant(static_cast<int>(kind)), false);
-  const std::string text = spliced(stored);
-  const auto parts = text::split(text, kPartMark);
-  const auto part = [&](std::size_t i) {
-    return i < parts.size() ? std::string(parts[i]) : std::string();
-  };
-  return {part(0), part(1)};
+  return definitionOf(spliced(stored), kind);
 }
 
 // The list's statement made empty. A grouped one keeps its rows' columns and loses the rows.
@@ -46,14 +35,14 @@ std::string withoutRows(const std::string& statement) {
   return statement + std::string(conditionWord(statement)) + "1 = 0";
 }
 
-Variant kindOf(Page& page) {
+// A control that is not there is taken for a drop-down.
+std::string kindOf(Page& page) {
+  std::string kind = "1";
   ErrorState err;
-  Variant kind(1);
   err.run([&] {
-    kind = frame::firstCell(page,
-                            "select QF_FieldType from Zembra_Query_Field where QF_ID = " +
-                                spliced(page.request.value("id")),
-                            kind);
+    kind = spliced(frame::firstCell(
+        page, "select QF_FieldType from Zembra_Query_Field where QF_ID = " + posted(page, "id"),
+        1));
   });
   return kind;
 }
@@ -69,38 +58,48 @@ constexpr Layout kUserLayout = {"<br><br>", "width=\"90%\" height=\"90%\""};
 constexpr Layout kTemplateDropDown = {"", "width=\"90%\""};
 constexpr Layout kTemplateCascade = {"", "width=\"600\" height=\"200\""};
 
-Variant dropDownBody(Page& page, const Layout& layout) {
+std::string dropDownBody(Page& page, const Layout& layout) {
   static const Template body(embedded::control_pages::find("show_drop_down.html"));
   const Definition control = storedDefinition(page, ControlKind::DropDown);
-  return Variant(body.fill({{"opening", layout.opening},
-                            {"size", layout.size},
-                            {"options", services::storedOptions(page, control.statement)}}));
+  return body.fill({{"opening", layout.opening},
+                    {"size", layout.size},
+                    {"options", services::storedOptions(page, control.statement)}});
 }
 
-Variant cascadeBody(Page& page, const Layout& layout) {
+std::string cascadeBody(Page& page, const Layout& layout) {
   static const Template body(embedded::control_pages::find("show_cascade.html"));
   const Definition control = storedDefinition(page, ControlKind::Cascade);
   services::offerCascade(page, control.rest, frame::kDesignersRights);
-  return Variant(body.fill({{"opening", layout.opening},
-                            {"size", layout.size},
-                            {"levels", control.rest},
-                            {"options", services::storedOptions(page, control.statement)}}));
+  return body.fill({{"opening", layout.opening},
+                    {"size", layout.size},
+                    {"levels", control.rest},
+                    {"options", services::storedOptions(page, control.statement)}});
 }
 
+std::string listBody(Page& page) {
+  static const Template body(embedded::control_pages::find("show_list.html"));
+  const Definition control = storedDefinition(page, ControlKind::List);
+  ErrorState err;
+  const std::string grid = err.value(
+      [&] { return listGrid(page, withoutRows(control.statement), control.rest, "100%"); });
+  return body.fill({{"grid", grid}});
+}
+
+// Nothing for a control of another kind, which a body of "" is not.
 Variant userBody(Page& page) {
-  const Variant kind = kindOf(page);
-  if (variant::equalsAsText(kind, "1")) return showSearchDlg_UsrField1(page);
-  if (variant::equalsAsText(kind, "2")) return showSearchDlg_UsrField2(page);
-  if (variant::equalsAsText(kind, "3")) return showSearchDlg_UsrField3(page);
+  const std::string kind = kindOf(page);
+  if (kind == "1") return dropDownBody(page, kUserLayout);
+  if (kind == "2") return cascadeBody(page, kUserLayout);
+  if (kind == "3") return listBody(page);
   return {};
 }
 
 Variant templateBody(Page& page) {
-  const Variant kind = kindOf(page);
+  const std::string kind = kindOf(page);
   std::string body = "<br><br>";
-  if (variant::equalsAsText(kind, "1")) body += showSearchDlg_sysField1(page).text();
-  if (variant::equalsAsText(kind, "2")) body += showSearchDlg_sysField2(page).text();
-  return Variant(std::move(body));
+  if (kind == "1") body += dropDownBody(page, kTemplateDropDown);
+  if (kind == "2") body += cascadeBody(page, kTemplateCascade);
+  return body;
 }
 
 // The body is made when the dialog stands.
@@ -130,12 +129,7 @@ Variant showSearchDlg_UsrField2(Page& page) {
 }
 
 Variant showSearchDlg_UsrField3(Page& page) {
-  static const Template body(embedded::control_pages::find("show_list.html"));
-  const Definition control = storedDefinition(page, ControlKind::List);
-  ErrorState err;
-  const Variant grid = err.value(
-      [&] { return listGrid(page, withoutRows(control.statement), control.rest, "100%"); });
-  return Variant(body.fill({{"grid", spliced(grid)}}));
+  return listBody(page);
 }
 
 void showSearchDlg_sysField(Page& page) {

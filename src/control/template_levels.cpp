@@ -1,23 +1,21 @@
 // The level builder: which field a level shows, and by which field it hangs on the next one.
 
-#include <fmt/format.h>
-
-#include "control/template_definition.h"
-#include "control/template_wizard.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
+#include "metadata/dictionary.h"
+#include "metadata/stored_schemes.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/convert.h"
 
 namespace tarlo::control {
 namespace {
 
 using frame::Template;
-using variant::spliced;
+using metadata::FieldNames;
+using text::kPartMark;
 
 // What was chosen so far: ids joined by "|||", one field and one relating field for each level.
 struct Chosen {
@@ -28,32 +26,31 @@ struct Chosen {
 // The table's fields at which relations end, joined by ","; "" when there is none. The table at the
 // other end is the next level's.
 std::string relatingFields(Page& page, const std::string& table) {
-  const Variant rows = frame::execSQLRows(
-      page, Variant("select DDR_MainTableID,DDR_RelationFieldID from Zembra_DataDict_Relation "
-                    "where DDR_RelationTableID=" +
-                    table + " and Zembra_Flag=1"));
   std::string fields;
-  if (!rows.isArray()) return fields;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
+  for (frame::Row row :
+       frame::rows(page,
+                   "select DDR_MainTableID,DDR_RelationFieldID from Zembra_DataDict_Relation "
+                   "where DDR_RelationTableID=" +
+                       table + " and Zembra_Flag=1")) {
     if (!fields.empty()) fields += ",";
-    fields += spliced(cells.at(1, row));
+    fields += row.text(1);
   }
   return fields;
 }
 
 // The table at the other end of the field's relation. Error 13 when there is none.
-std::string tableBehind(Page& page, const Array& relating, const std::string& field) {
-  const Variant table = tableIdOf(page, spliced(relating.at(0, 0)));
-  const Variant main =
-      frame::execSQLRows(page, Variant("select DDR_MainTableID from Zembra_DataDict_Relation where "
-                                       "DDR_RelationTableID=" +
-                                       spliced(table) + " and DDR_RelationFieldID=" + field));
-  return spliced(main.array().at(0, 0));
+std::string tableBehind(Page& page, const FieldNames& relating, const std::string& field) {
+  const std::string table = tableIdOf(page, relating.table);
+  return frame::rows(page,
+                     "select DDR_MainTableID from Zembra_DataDict_Relation where "
+                     "DDR_RelationTableID=" +
+                         table + " and DDR_RelationFieldID=" + field)
+      .front()
+      .text(0);
 }
 
-std::string captionOf(const Array& field) {
-  return fmt::format("{}.{}", spliced(field.at(1, 0)), spliced(field.at(3, 0)));
+std::string captionOf(const FieldNames& field) {
+  return field.tableDisplay + "." + field.display;
 }
 
 struct ChosenLevels {
@@ -69,11 +66,11 @@ ChosenLevels chosenLevels(Page& page, const Chosen& chosen) {
   for (const std::string_view field : text::split(chosen.fields, kPartMark)) {
     if (at == relations.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange, "rel");
     const std::string relation(relations[at++]);
-    const Variant shown = metadata::getFieldName_Query(page, Variant(field));
-    const Variant relating = metadata::getFieldName_Query(page, Variant(relation));
-    levels.rows +=
-        row.fill({{"field", captionOf(shown.array())}, {"relating", captionOf(relating.array())}});
-    levels.table = tableBehind(page, relating.array(), relation);
+    const auto shown = metadata::fieldNames(page, field);
+    const auto relating = metadata::fieldNames(page, relation);
+    if (!shown || !relating) throw RuntimeError(ErrorNumber::TypeMismatch, "a chosen field");
+    levels.rows += row.fill({{"field", captionOf(*shown)}, {"relating", captionOf(*relating)}});
+    levels.table = tableBehind(page, *relating, relation);
   }
   return levels;
 }
@@ -113,12 +110,12 @@ std::string continued(const std::string& ids) {
 void addSearchDlg_sysField2_2(Page& page) {
   static const Template step(embedded::control_pages::find("template_levels.html"));
   static const Template none(embedded::control_pages::find("template_no_relation.html"));
-  const Chosen chosen = {spliced(page.request.value("Fields")), spliced(page.request.value("rel"))};
-  const Variant scheme = page.request.value("id");
+  const Chosen chosen = {posted(page, "Fields"), posted(page, "rel")};
+  const std::string scheme = posted(page, "id");
   const bool isFirst = chosen.fields.empty();
   ChosenLevels levels;
   if (isFirst) {
-    levels.table = spliced(metadata::KeyField2TableID(page, scheme, false));
+    levels.table = metadata::keyTable(page, scheme).value_or("-1");
   } else {
     levels = chosenLevels(page, chosen);
   }
@@ -126,7 +123,7 @@ void addSearchDlg_sysField2_2(Page& page) {
   const std::string content =
       isFirst && relating.empty() ? none.fill() : levelForm(page, chosen, levels, relating);
   step.write(page.response, {{"content", content},
-                             {"scheme", spliced(scheme)},
+                             {"scheme", scheme},
                              {"move", isFirst ? "window.top.switchStep();\r\n" : ""},
                              {"fields", continued(chosen.fields)},
                              {"relations", continued(chosen.relations)}});

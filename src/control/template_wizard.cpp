@@ -1,22 +1,21 @@
-#include "control/template_wizard.h"
+// The wizard of templates: its dialog, and the step of a drop-down.
 
-#include <fmt/format.h>
-
-#include "control/control_dialog.h"
-#include "control/filter_area.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
+#include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/template.h"
-#include "metadata/operations.h"
-#include "variant/array.h"
-#include "variant/compare.h"
+#include "metadata/dictionary.h"
+#include "metadata/stored_schemes.h"
+#include "text/pieces.h"
 #include "variant/convert.h"
 
 namespace tarlo::control {
 namespace {
 
 using frame::Template;
-using variant::spliced;
+using text::joined;
 
 constexpr std::string_view kFirstList =
     "function doFirstStep(){frametest1.location='/TarloQuery.Zembra?action="
@@ -24,25 +23,22 @@ constexpr std::string_view kFirstList =
 
 // The main table's columns as a combo box's data. Items stand on lines of their own, and the last
 // one keeps its mark: the box takes both.
-std::string mainTableFields(Page& page, const Variant& scheme) {
-  const Variant table = metadata::KeyField2TableID(page, scheme, false);
-  const Variant rows = frame::execSQLRows(
-      page, Variant("select a.DDT_Name,b.DDF_Name  from Zembra_DataDict_Table a "
-                    ",Zembra_DataDict_Field b where a.Zembra_Flag=1 and b.Zembra_Flag=1 and "
-                    "b.DDF_TableID=a.Zembra_ID and a.Zembra_ID=" +
-                    spliced(table)));
+std::string mainTableFields(Page& page, std::string_view scheme) {
+  const std::string mainTable = metadata::keyTable(page, scheme).value_or("-1");
   std::string fields;
-  if (!rows.isArray()) return fields;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    const std::string tableName = spliced(cells.at(0, row));
-    const std::string column = spliced(cells.at(1, row));
-    Variant named(tableName);
-    fields.append(spliced(metadata::getTableDesc(page, named))).append(".");
-    fields.append(
-        spliced(metadata::getFieldDesc(page, Variant(fmt::format("{}.{}", tableName, column)))));
-    fields.append("<<<<<<\r\n[").append(tableName).append("].[").append(column);
-    fields.append("]>>>>>>\r\n");
+  for (frame::Row row :
+       frame::rows(page,
+                   "select a.DDT_Name,b.DDF_Name  from Zembra_DataDict_Table a "
+                   ",Zembra_DataDict_Field b where a.Zembra_Flag=1 and b.Zembra_Flag=1 and "
+                   "b.DDF_TableID=a.Zembra_ID and a.Zembra_ID=" +
+                       mainTable)) {
+    const std::string table = row.text(0);
+    const std::string column = row.text(1);
+    const std::string tableCaption = metadata::tableCaption(page, table).value_or("-1");
+    const std::string caption =
+        metadata::fieldCaption(page, joined({table, ".", column})).value_or("-1");
+    fields +=
+        joined({tableCaption, ".", caption, "<<<<<<\r\n[", table, "].[", column, "]>>>>>>\r\n"});
   }
   return fields;
 }
@@ -58,7 +54,7 @@ void addSearchDlg_sysfield(Page& page) {
   const std::string cascadeStep = cascade.fill();
   const std::string dropDownStep = dropDown.fill({{"filter", filterScript(FirstRow::AsStands)}});
   const std::string previewStep = preview.fill();
-  const std::string lastStep = spliced(getSaveName(page));
+  const std::string lastStep = variant::spliced(getSaveName(page));
   writeControlDialog(
       page, {"新增模板控件", kFirstList, "addSearchDlg_sysfield"},
       {{"请在列表中选择查询方案，确定控件类型，然后按下一步继续...", firstStep, "nextStep();", ""},
@@ -70,18 +66,18 @@ void addSearchDlg_sysfield(Page& page) {
 }
 
 void addSearchDlg_sysField2(Page& page) {
-  const Variant kind = page.request.value("fieldtype");
-  if (variant::equalsAsText(kind, "1")) addSearchDlg_sysField2_1(page);
-  if (variant::equalsAsText(kind, "2")) addSearchDlg_sysField2_2(page);
+  const std::string kind = posted(page, "fieldtype");
+  if (kind == "1") addSearchDlg_sysField2_1(page);
+  if (kind == "2") addSearchDlg_sysField2_2(page);
 }
 
 void addSearchDlg_sysField2_1(Page& page) {
   static const Template form(embedded::control_pages::find("template_fields.html"));
   static const Template step(embedded::control_pages::find("template_fields_step.html"));
-  const Variant scheme = page.request.value("id");
+  const std::string scheme = posted(page, "id");
   const std::string fields = mainTableFields(page, scheme);
   const std::string markup = form.fill({{"fields", fields}, {"filter", filterArea("190", fields)}});
-  step.write(page.response, {{"form", markup}, {"scheme", spliced(scheme)}});
+  step.write(page.response, {{"form", markup}, {"scheme", scheme}});
 }
 
 Variant getSaveName(Page&) {

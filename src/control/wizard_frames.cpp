@@ -1,6 +1,8 @@
-#include "control/wizard_frames.h"
+// Pages of the wizards' frames.
 
-#include "control/list_grid.h"
+#include "control/operations.h"
+#include "control/posted_control.h"
+#include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
@@ -8,43 +10,29 @@
 #include "frame/template.h"
 #include "services/option_list.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/compare.h"
-#include "variant/convert.h"
 
 namespace tarlo::control {
 namespace {
 
 using frame::callMethod;
 using frame::Template;
-using variant::spliced;
 
 // A drop-down takes no scheme with statistics, a list does.
-std::string userSchemes(const Variant& kind) {
+std::string userSchemes(std::string_view kind) {
   std::string sql =
       " select a.Query_ID,a.Query_Name,a.Query_Desc,a.Zembra_WriteDate from Zembra_Query_Main as "
       "a,Zembra_Dict_TableDir as b where a.Query_System = 0 and a.Zembra_Flag <> 0 and "
       "a.Query_Dic=b.Zembra_ID and a.Query_IsDataAlert = 0";
-  if (!variant::equalsAsText(kind, "3")) sql += " and a.Query_HasStatic <> 1";
+  if (kind != "3") sql += " and a.Query_HasStatic <> 1";
   return sql;
 }
 
-constexpr const char* kSystemSchemes =
+constexpr std::string_view kSystemSchemes =
     " select a.Query_ID,a.Query_Name,a.Query_Desc,a.Zembra_WriteDate from Zembra_Query_Main as a,"
     "Zembra_Dict_TableDir as b where a.Query_System = 1 and a.Query_IsDataAlert = 0 and "
     "a.Zembra_Flag <> 0 and a.Query_Dic=b.Zembra_ID";
 
 }  // namespace
-
-void writeFrameWrapper(Page& page, std::string_view action) {
-  static const Template wrapper(embedded::control_pages::find("frame_wrapper.html"));
-  frame::writeStepOpening(page);
-  wrapper.write(page.response, {{"action", action}});
-}
-
-void endFrame(Page& page) {
-  page.response.write("</body>\r\n</html>\r\n");
-}
 
 void getQueryTable(Page& page) {
   frame::writeStepHead(page);
@@ -55,7 +43,7 @@ void getQueryTable(Page& page) {
 void addSearchDlg_UsrField1_1(Page& page) {
   frame::writeStepHead(page);
   const auto grid =
-      choiceGrid(page, "查询方案|方案说明|创建时间", userSchemes(page.request.value("field1")), 13);
+      choiceGrid(page, "查询方案|方案说明|创建时间", userSchemes(posted(page, "field1")), 13);
   grid->put("showButton", false);
   grid->put("orderBy", "a.Zembra_ModiDate DESC");
   grid->put("MultiPage", "true");
@@ -70,12 +58,8 @@ void addSearchDlg_UsrField1_2(Page& page) {
   static const Template element(embedded::control_pages::find("scheme_choice_element.html"));
   services::OptionList options;
   options.add("请选查询方案...", "-1");
-  const Variant rows = frame::execSQLRows(page, userSchemes(page.request.value("contrltype")));
-  if (rows.isArray()) {
-    const Array& cells = rows.array();
-    for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-      options.add(text::trim(spliced(cells.at(1, row))), spliced(cells.at(0, row)));
-    }
+  for (frame::Row row : frame::rows(page, userSchemes(posted(page, "contrltype")))) {
+    options.add(text::trim(row.text(1)), row.text(0));
   }
   const std::string markup = element.fill({{"data", options.joined()}});
   choice.write(page.response, {{"element", markup}});

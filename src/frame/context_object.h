@@ -16,6 +16,7 @@ class ContextObject : public Object {
   explicit ContextObject(Page& page, ContextPart part = ContextPart::Scripting)
       : page_(page), part_(part) {}
   Page& page() const { return page_; }
+  ContextPart part() const { return part_; }
 
   // "" is the default member: Request(key), Session(key), Application(key).
   Variant get(std::string_view name, std::span<Variant> arguments = {}) override;

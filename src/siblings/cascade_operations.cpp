@@ -6,13 +6,13 @@
 
 #include <nlohmann/json.hpp>
 
+#include "control/control.h"
 #include "frame/data.h"
 #include "frame/statement_scope.h"
 #include "org/may_call.h"
 #include "services/cascade_levels.h"
 #include "siblings/json_answer.h"
 #include "text/fold.h"
-#include "text/pieces.h"
 #include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -61,20 +61,17 @@ std::string asked(Page& page, std::string_view key) {
 
 // Whether a live cascade has the level. The search in the database only narrows what is read.
 bool isStored(Page& page, const CascadeLevel& level) {
-  const Variant rows = frame::execSQLRows(
+  const frame::Rows rows = frame::rows(
       page,
       "select QF_Relation from Zembra_Query_Field where QF_FieldType=2 and Zembra_Flag<>0 "
       "and CHARINDEX(" +
           sqlText(level.text) + ",QF_Relation) > 0");
-  if (!rows.isArray()) return false;
-  const auto& cells = rows.array().elements();
-  return std::ranges::any_of(cells, [&](const Variant& cell) {
-    const std::string definition = spliced(cell);
-    const auto parts = text::split(definition, "|||");
-    if (parts.size() < 2) return false;
-    const auto levels = services::cascadeLevels(parts[1]);
-    return std::ranges::find(levels, level) != levels.end();
-  });
+  for (frame::Row row : rows) {
+    const auto cascade = control::definitionOf(row.text(0), control::ControlKind::Cascade);
+    const auto levels = services::cascadeLevels(cascade.rest);
+    if (std::ranges::find(levels, level) != levels.end()) return true;
+  }
+  return false;
 }
 
 // The rights under which the level's rows are read. Error 70 when it is nobody's to ask for.

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "control/bind_wizard.h"
+#include "control/operations.h"
 #include "control_data.h"
 #include "support/golden_page.h"
 

@@ -1,6 +1,6 @@
-#include "control/control_filter.h"
-
 #include <gtest/gtest.h>
+
+#include "control/control_statement.h"
 
 namespace tarlo::control {
 namespace {

@@ -1,10 +1,6 @@
-#include "control/field_wizard.h"
-
 #include <gtest/gtest.h>
 
-#include "control/cascade_page.h"
-#include "control/manager_page.h"
-#include "control/wizard_frames.h"
+#include "control/operations.h"
 #include "control_data.h"
 #include "support/golden_page.h"
 

@@ -1,8 +1,6 @@
-#include "control/preview_control.h"
-
 #include <gtest/gtest.h>
 
-#include "control/show_control.h"
+#include "control/operations.h"
 #include "control_data.h"
 #include "support/golden_page.h"
 

@@ -1,7 +1,6 @@
-#include "control/save_control.h"
-
 #include <gtest/gtest.h>
 
+#include "control/operations.h"
 #include "control_data.h"
 
 namespace tarlo::control {

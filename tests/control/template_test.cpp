@@ -2,11 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "control/preview_template.h"
-#include "control/save_template.h"
-#include "control/show_control.h"
-#include "control/template_wizard.h"
-#include "control/wizard_frames.h"
+#include "control/operations.h"
 #include "control_data.h"
 #include "support/golden_page.h"
 

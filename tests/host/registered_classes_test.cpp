@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "bridge/registry.h"
-#include "control/manager_page.h"
+#include "control/operations.h"
 #include "siblings/siblings.h"
 #include "support/platform_database.h"
 

@@ -2,6 +2,7 @@
 // A menu with its permissions, directories and schemes, and siblings that write what is done with
 // them into the page, in order.
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -50,7 +51,8 @@ insert into Zembra_Query_Main (Query_ID,Query_Name,Query_System,Query_Dic,Query_
 GO
 )sql";
 
-// Writes each assignment and call into the page, one line each. WriteMenu gives a text.
+// Writes each assignment and call into the page, one line each; parts of the page's context stand
+// there by their names. WriteMenu gives a text.
 class RecordingObject : public Object {
  public:
   RecordingObject(Page& page, std::string name) : page_(page), name_(std::move(name)) {}
@@ -76,7 +78,10 @@ class RecordingObject : public Object {
     if (value.isText()) return "<" + value.text() + ">";
     if (!value.isObject()) return variant::toText(value);
     const auto context = std::dynamic_pointer_cast<frame::ContextObject>(value.object());
-    return context && &context->page() == &page_ ? "this page" : "another object";
+    if (!context || &context->page() != &page_) return "another object";
+    constexpr std::array kParts = {"Scripting", "Application", "Request",
+                                   "Response",  "Server",      "Session"};
+    return kParts.at(static_cast<std::size_t>(context->part()));
   }
 
   Page& page_;

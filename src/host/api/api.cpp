@@ -27,8 +27,8 @@ std::int64_t idOf(std::string_view text) {
   return std::stoll(std::string(text));
 }
 
-ControlResource controlOf(Page& page, std::string_view id) {
-  if (auto control = readControl(page, idOf(id))) return std::move(*control);
+control::Control controlOf(Page& page, std::string_view id) {
+  if (auto control = control::loadControl(page, idOf(id))) return std::move(*control);
   throw notFound("There is no such control scheme.");
 }
 

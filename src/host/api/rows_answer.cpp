@@ -5,6 +5,7 @@
 #include "frame/data.h"
 #include "frame/statement_scope.h"
 #include "host/api/api_error.h"
+#include "host/api/json_value.h"
 #include "siblings/grid_statement.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
@@ -13,6 +14,7 @@
 namespace tarlo::host {
 namespace {
 
+using control::Control;
 using siblings::GridFilter;
 using siblings::GridSort;
 using siblings::GridStatement;
@@ -79,16 +81,17 @@ ApiError notUsable() {
   return {409, "not_usable", "The control's statement no longer runs."};
 }
 
-RowSource sourceOf(Page& page, const ControlResource& control) {
+RowSource sourceOf(Page& page, const Control& control) {
   if (valueOf(page, "level").empty()) return {control.statement, 0, {}};
   constexpr std::int64_t kMostLevels = 100;
   const auto level = static_cast<std::size_t>(numberOf(page, "level", 1, kMostLevels));
-  return {levelStatement(control, level), 1, {{3, valueOf(page, "parent")}}};
+  const auto sql = control::levelStatement(control, level);
+  if (!sql) throw notFound("The control has no such level.");
+  return {*sql, 1, {{3, valueOf(page, "parent")}}};
 }
 
 // The titles of the statement, under the names that the control gives its columns.
-Json columnsOf(const std::vector<std::string>& titles, std::size_t count,
-               const ControlResource& control) {
+Json columnsOf(const std::vector<std::string>& titles, std::size_t count, const Control& control) {
   Json columns = Json::array();
   for (std::size_t i = 0; i < count; ++i) {
     const bool isNamed = i > 0 && i <= control.titles.size();
@@ -127,13 +130,29 @@ GridStatement statementOf(Visit& visit, const std::string& sql, tsql::Catalogue&
   }
 }
 
+// The rows of the page. When they cannot be read because a list's statement as a whole does not
+// run, the control is told to be unusable. Asked over the connection that is borrowed already.
+std::unique_ptr<database::Recordset> openRows(const Control& control,
+                                              database::Connection& connection,
+                                              const std::string& sql) {
+  try {
+    return connection.open(sql);
+  } catch (const database::DatabaseError&) {
+    if (control.kind != control::ControlKind::List) throw;
+    try {
+      connection.execute(control.statement);
+    } catch (const database::DatabaseError&) {
+      throw notUsable();
+    }
+    throw;
+  }
+}
+
 }  // namespace
 
-void answerRows(Visit& visit, const ControlResource& control) {
+void answerRows(Visit& visit, const Control& control) {
   const RowSource source = sourceOf(visit.page, control);
-  if (source.sql.empty()) {
-    throw notUsable();
-  }
+  if (source.sql.empty()) throw notUsable();
   const frame::StatementScope scope(visit.page, frame::kDesignersRights);
   database::Lease connection = frame::borrowConnection(visit.page);
   const GridStatement statement = statementOf(visit, source.sql, connection->catalogue());
@@ -142,8 +161,8 @@ void answerRows(Visit& visit, const ControlResource& control) {
   request.filter.matches.insert(request.filter.matches.end(), source.matches.begin(),
                                 source.matches.end());
   const std::int64_t offset = (request.page - 1) * request.size;
-  const auto rows =
-      connection->open(statement.page(request.filter, request.sort, offset, request.size + 1));
+  const auto rows = openRows(
+      control, *connection, statement.page(request.filter, request.sort, offset, request.size + 1));
   visit.response.setHeader("Content-Type", "application/json; charset=utf-8");
   sendRows(visit, *rows, columnsOf(statement.titles(), count, control), request);
 }

@@ -1,7 +1,7 @@
 #pragma once
 // A page of a control's rows, written while it is read.
 
-#include "host/api/control_resource.h"
+#include "control/control.h"
 #include "host/site/visit.h"
 
 namespace tarlo::host {
@@ -15,6 +15,6 @@ namespace tarlo::host {
 // The answer: "columns" (titles, the value or row id first), "rows", "page", "size" and "more",
 // whether further rows follow. Throws ApiError for a value that is none of these; raises
 // DatabaseError before the first byte goes out.
-void answerRows(Visit& visit, const ControlResource& control);
+void answerRows(Visit& visit, const control::Control& control);
 
 }  // namespace tarlo::host

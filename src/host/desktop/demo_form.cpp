@@ -2,45 +2,46 @@
 
 #include <optional>
 
+#include "control/control.h"
 #include "embedded_host_pages.h"
 #include "frame/data.h"
 #include "frame/sibling_calls.h"
 #include "frame/statement_scope.h"
 #include "frame/template.h"
-#include "host/api/control_resource.h"
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_data.h"
 #include "host/desktop/desktop_style.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
-#include "variant/array.h"
 #include "variant/convert.h"
 
 namespace tarlo::host {
 namespace {
 
+using control::Control;
+using control::ControlKind;
 using frame::Template;
 using variant::spliced;
 
 // The control that the address names, else the first of the kind; an unnamed one when there is
 // none.
-ControlResource controlFor(Page& page, std::string_view key, int kind) {
+Control controlFor(Page& page, std::string_view key, ControlKind kind) {
   std::string id = spliced(page.request.value(key));
   if (!positiveNumber(id)) {
-    id = spliced(frame::firstCell(
+    id = frame::firstText(
         page, fmt::format("select min(QF_ID) from Zembra_Query_Field where QF_FieldType={} and "
                           "QF_System=0 and Zembra_Flag<>0",
-                          kind)));
+                          static_cast<int>(kind)));
   }
-  auto control = id.empty() ? std::nullopt : readControl(page, std::stoll(id));
+  auto control = id.empty() ? std::nullopt : control::loadControl(page, std::stoll(id));
   if (control && control->kind == kind) return std::move(*control);
-  ControlResource none;
+  Control none;
   none.name = "（没有这一类控件方案）";
   return none;
 }
 
-std::string optionsOf(Page& page, const ControlResource& control) {
+std::string optionsOf(Page& page, const Control& control) {
   return control.statement.empty() ? "" : services::storedOptions(page, control.statement);
 }
 
@@ -52,8 +53,9 @@ std::string withNonce(std::string markup, std::string_view nonce) {
   return markup.replace(at, kScript.size(), fmt::format("<script nonce=\"{}\">", nonce));
 }
 
-std::string gridOf(Page& page, const ControlResource& control) {
-  if (control.statement.empty()) return {};
+// Nothing for a list that no longer runs.
+std::string gridOf(Page& page, const Control& control) {
+  if (!control::runs(page, control)) return {};
   const frame::StatementScope scope(page, frame::kDesignersRights);
   const frame::AccessScope access(page, {frame::Caller::FormUser});
   std::vector<std::string_view> titles(control.titles.begin(), control.titles.end());
@@ -85,8 +87,9 @@ std::string postedText(Page& page) {
          "</ul></div>\r\n";
 }
 
-std::string levelsOf(const ControlResource& control) {
-  std::vector<std::string_view> levels(control.levels.begin(), control.levels.end());
+std::string levelsOf(const Control& control) {
+  std::vector<std::string_view> levels;
+  for (const control::ControlLevel& level : control.levels) levels.push_back(level.written);
   return text::join(levels, ";");
 }
 
@@ -94,9 +97,9 @@ std::string levelsOf(const ControlResource& control) {
 
 void writeDemoForm(Page& page) {
   static const Template form(embedded::host_pages::find("demo/form.html"));
-  const ControlResource dropDown = controlFor(page, "dropDownID", 1);
-  const ControlResource cascade = controlFor(page, "cascadeID", 2);
-  const ControlResource list = controlFor(page, "listID", 3);
+  const Control dropDown = controlFor(page, "dropDownID", ControlKind::DropDown);
+  const Control cascade = controlFor(page, "cascadeID", ControlKind::Cascade);
+  const Control list = controlFor(page, "listID", ControlKind::List);
   const std::string nonce = beginOwnPage(page.response, OwnPage::Tags);
   form.write(page.response, {{"scheme", takeStyle(page)},
                              {"nonce", nonce},

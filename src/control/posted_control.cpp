@@ -1,4 +1,4 @@
-#include "control/control_definition.h"
+#include "control/posted_control.h"
 
 #include "control/control_statement.h"
 #include "text/pieces.h"
@@ -7,10 +7,6 @@
 
 namespace tarlo::control {
 namespace {
-
-std::string posted(Page& page, std::string_view key) {
-  return variant::spliced(page.request.value(key));
-}
 
 // "table.field" as posted; what is missing is "".
 struct Caption {
@@ -26,6 +22,10 @@ Caption captionOf(const std::vector<std::string_view>& captions, std::size_t ind
 }
 
 }  // namespace
+
+std::string posted(Page& page, std::string_view key) {
+  return variant::spliced(page.request.value(key));
+}
 
 ControlColumns postedColumns(Page& page) {
   return {posted(page, "realField"), posted(page, "viewField")};
@@ -70,6 +70,16 @@ std::string postedLevels(Page& page, std::string_view condition) {
 std::string postedTitles(Page& page) {
   const std::string titles = text::replace(posted(page, "TitleField"), ",", "|");
   return text::replace(titles, "<", "");
+}
+
+std::vector<std::string> postedColumnNumbers(Page& page) {
+  std::string list = text::replace(posted(page, "viewfield"), ",undefined,", ",");
+  for (const std::string_view word : {",undefined", "undefined,", "undefined"}) {
+    list = text::replace(list, word, "");
+  }
+  std::vector<std::string> numbers;
+  for (const std::string_view number : text::split(list, ",")) numbers.emplace_back(number);
+  return numbers;
 }
 
 }  // namespace tarlo::control

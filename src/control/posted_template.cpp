@@ -1,46 +1,33 @@
-#include "control/template_definition.h"
+// The statements of templates, from what their wizard posts.
 
 #include <fmt/format.h>
 
-#include <vector>
-
-#include "control/control_filter.h"
 #include "control/control_statement.h"
+#include "control/posted_control.h"
 #include "frame/data.h"
-#include "metadata/operations.h"
+#include "metadata/dictionary.h"
 #include "text/pieces.h"
-#include "variant/array.h"
-#include "variant/convert.h"
 #include "variant/error_state.h"
 
 namespace tarlo::control {
 namespace {
 
-using variant::spliced;
+using metadata::FieldNames;
 
 std::string trimmed(std::string_view text) {
   return std::string(text::trim(withoutLineEnds(text)));
 }
 
-// A field's names in the dictionary.
-struct Field {
-  std::string table;
-  std::string column;
-};
-
 class ChosenFields {
  public:
   ChosenFields(Page& page, const std::string& ids)
-      : page_(page), ids_(text::split(ids, kPartMark)) {}
+      : page_(page), ids_(text::split(ids, text::kPartMark)) {}
 
   std::ptrdiff_t upperBound() const { return static_cast<std::ptrdiff_t>(ids_.size()) - 1; }
   // Nothing for an index beyond the list and an id that is not in the dictionary.
-  std::optional<Field> at(std::ptrdiff_t i) const {
+  std::optional<FieldNames> at(std::ptrdiff_t i) const {
     if (i < 0 || i > upperBound()) return {};
-    const Variant row =
-        metadata::getFieldName_Query(page_, Variant(ids_[static_cast<std::size_t>(i)]));
-    if (!row.isArray()) return {};
-    return Field{spliced(row.array().at(0, 0)), spliced(row.array().at(2, 0))};
+    return metadata::fieldNames(page_, ids_[static_cast<std::size_t>(i)]);
   }
 
  private:
@@ -51,29 +38,30 @@ class ChosenFields {
 // "" for a table that is not there or has no key.
 std::string keyOf(Page& page, const std::string& table) {
   ErrorState err;
-  return spliced(err.value(
-      [&] { return metadata::getZembraID(page, tableIdOf(page, table)).array().at(1, 0); }));
+  return err.value([&] {
+    const auto keys = metadata::keyFields(page, tableIdOf(page, table));
+    return keys.empty() ? std::string() : keys.front().column;
+  });
 }
 
-std::string firstStatement(Page& page, const Field& field) {
+std::string firstStatement(Page& page, const FieldNames& field) {
   return fmt::format("select [{0}].[{1}],[{0}].[{2}] from [{0}] where Zembra_Flag<>0", field.table,
                      keyOf(page, field.table), field.column);
 }
 
 // Table, relating column, value, text and condition.
-std::string levelOf(Page& page, const Field& shown, const Field& relating) {
+std::string levelOf(Page& page, const FieldNames& shown, const FieldNames& relating) {
   return fmt::format("[{0}],[{1}].[{2}],[{0}].[{3}],[{0}].[{4}],Zembra_Flag <> 0", shown.table,
                      relating.table, relating.column, keyOf(page, shown.table), shown.column);
 }
 
 }  // namespace
 
-Variant tableIdOf(Page& page, const std::string& table) {
-  return frame::execSQLRows(
-             page,
-             Variant("select Zembra_ID from Zembra_DataDict_Table where DDT_Name='" + table + "'"))
-      .array()
-      .at(0, 0);
+std::string tableIdOf(Page& page, const std::string& table) {
+  return frame::rows(page,
+                     "select Zembra_ID from Zembra_DataDict_Table where DDT_Name='" + table + "'")
+      .front()
+      .text(0);
 }
 
 ControlColumns postedTemplateColumns(Page& page) {
@@ -85,23 +73,22 @@ ControlColumns postedTemplateColumns(Page& page) {
 }
 
 std::string templateDropDown(Page& page, const ControlColumns& columns, const std::string& filter) {
-  const std::string scheme = spliced(page.request.value("id"));
-  std::string sql = twoTableStatement(page, scheme, columns.value, columns.text);
+  std::string sql = twoTableStatement(page, posted(page, "id"), columns.value, columns.text);
   sql.append(conditionWord(sql)).append("Zembra_Flag <> 0");
   if (!filter.empty()) sql.append(" and ").append(filter);
   return sql;
 }
 
 std::optional<TemplateCascade> postedCascade(Page& page) {
-  const std::string fieldIds = spliced(page.request.value("viewfields"));
-  const std::string relationIds = spliced(page.request.value("rel"));
-  if (fieldIds.starts_with(kPartMark)) return {};
+  const std::string fieldIds = posted(page, "viewfields");
+  const std::string relationIds = posted(page, "rel");
+  if (fieldIds.starts_with(text::kPartMark)) return {};
   const ChosenFields fields(page, fieldIds);
   const ChosenFields relations(page, relationIds);
   const std::ptrdiff_t last = relations.upperBound();
   auto above = fields.at(last + 1);
   TemplateCascade cascade;
-  cascade.statement = firstStatement(page, above.value_or(Field{}));
+  cascade.statement = firstStatement(page, above.value_or(FieldNames{}));
   for (std::ptrdiff_t i = last; i >= 0; --i) {
     auto shown = fields.at(i);
     const auto relating = relations.at(i);
