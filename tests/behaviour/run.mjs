@@ -5,8 +5,8 @@
 //   node run.mjs compare FOLDER FOLDER    0 the same, 1 differences, 2 a recording is incomplete
 //   node run.mjs requests FILE BINARY     runs the browser's flows and keeps what they asked for
 //
-// groups.mjs says what is asked. Needs the programs sqlite3 and diff; `requests` needs chromium too,
-// and `npm ci` in web.
+// groups.mjs says what is asked. Needs the programs sqlite3 and diff; `requests` needs chromium
+// too, and `npm ci` in web.
 //
 // Answers are recorded as they are but for what differs whenever a binary is asked twice:
 //   {now}, {today}  a time between the recording's begin and 15 minutes from now, for links end
@@ -145,7 +145,8 @@ function parting(before, after) {
   while (column < one.length && one[column] === two[column]) ++column;
   const begin = Math.max(0, column - kShown / 2);
   const shown = (line) => JSON.stringify(line.slice(begin, begin + kShown));
-  const where = `line ${at + 1}, column ${column + 1}; lines that differ: ${longer.filter(differs).length}`;
+  const count = longer.filter(differs).length;
+  const where = `line ${at + 1}, column ${column + 1}; lines that differ: ${count}`;
   return `${where}\n    - ${shown(one)}\n    + ${shown(two)}`;
 }
 
