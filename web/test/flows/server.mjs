@@ -13,7 +13,7 @@ export const kBinary =
 
 const kStartSeconds = 10;
 
-async function freePort() {
+export async function freePort() {
   const server = createServer();
   await new Promise((ready) => server.listen(0, '127.0.0.1', ready));
   const { port } = server.address();
@@ -35,13 +35,13 @@ async function waitUntilReady(origin, child) {
  * Starts the server over a new demo database, with the configuration's text where it is given. `stop` ends it and
  * removes what it wrote.
  */
-export async function startServer({ config = '' } = {}) {
-  if (!existsSync(kBinary))
-    throw new Error(`there is no ${kBinary}: build it, or name it in TARLO_BINARY`);
+export async function startServer({ config = '', binary = kBinary } = {}) {
+  if (!existsSync(binary))
+    throw new Error(`there is no ${binary}: build it, or name it in TARLO_BINARY`);
   const folder = mkdtempSync(join(tmpdir(), 'tarlo-flows-'));
   const database = `sqlite:${join(folder, 'demo.db')}`;
   const run = (args, input = '') =>
-    execFileSync(kBinary, [...args, '--database', database], {
+    execFileSync(binary, [...args, '--database', database], {
       input,
       encoding: 'utf8',
       stdio: 'pipe',
@@ -49,7 +49,7 @@ export async function startServer({ config = '' } = {}) {
   const origin = `http://127.0.0.1:${await freePort()}`;
   let child;
   async function stop() {
-    if (child && child.exitCode === null) {
+    if (child && child.exitCode === null && child.signalCode === null) {
       const ended = new Promise((resolve) => child.once('exit', resolve));
       child.kill('SIGTERM');
       await ended;
@@ -62,7 +62,7 @@ export async function startServer({ config = '' } = {}) {
     const configFile = join(folder, 'config.toml');
     writeFileSync(configFile, config);
     const args = ['serve', '--config', configFile, '--database', database, '--listen', listen];
-    child = spawn(kBinary, args, { stdio: 'ignore' });
+    child = spawn(binary, args, { stdio: 'ignore' });
     await waitUntilReady(origin, child);
   } catch (error) {
     await stop();
