@@ -16,7 +16,7 @@ using frame::Template;
 using variant::spliced;
 
 // Fields of every kind, key fields included. "*" tells those of a related table.
-std::string fieldStatement(Page& page, const std::string& table, const std::string& relations) {
+std::string fieldStatement(Page& page, const std::string& mainTable, const std::string& relations) {
   const auto select = [](std::string_view mark, const std::string& id) {
     return "select b.Zembra_ID," + std::string(mark) +
            "a.DDT_CName+'.'+b.DDF_CName from Zembra_DataDict_Table as a,Zembra_DataDict_Field as b "
@@ -24,10 +24,10 @@ std::string fieldStatement(Page& page, const std::string& table, const std::stri
            id + " and b.Zembra_Flag <> 0 and a.Zembra_ID=b.DDF_TableID union ";
   };
   std::string statement;
-  for (const metadata::Path& path : metadata::paths(page, table, relations)) {
+  for (const metadata::Path& path : metadata::paths(page, mainTable, relations)) {
     statement += select("'*'+", path.table);
   }
-  return statement + select("", table) + "select -1,'--选择字段--'";
+  return statement + select("", mainTable) + "select -1,'--选择字段--'";
 }
 
 // The list as it is shown, and as the script keeps it: every item with ";" behind it.
@@ -84,8 +84,9 @@ Restored restore(Page& page) {
 
 void addSearchDlg2(Page& page) {
   static const Template rest(embedded::scheme_pages::find("computed_step.html"));
-  const std::string table = spliced(page.request.value("sTable"));
-  const std::string statement = fieldStatement(page, table, spliced(page.request.value("multi")));
+  const std::string mainTable = spliced(page.request.value("sTable"));
+  const std::string statement =
+      fieldStatement(page, mainTable, spliced(page.request.value("multi")));
   const std::string fields = services::comboBoxOptions(page, statement);
   const Restored restored = restore(page);
   frame::writeStepHead(page);
@@ -93,7 +94,7 @@ void addSearchDlg2(Page& page) {
                              {"rows", restored.rows},
                              {"list", restored.list},
                              {"step", spliced(page.request.value("gostep"))},
-                             {"table", table}});
+                             {"table", mainTable}});
 }
 
 }  // namespace tarlo::scheme

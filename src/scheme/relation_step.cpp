@@ -47,9 +47,9 @@ std::string touching(std::string_view leadingTo, std::string_view startingFrom,
 }
 
 // Relations of every table that the main table touches. One between two of these comes twice.
-std::string neighbourRelations(Page& page, const std::string& table) {
+std::string neighbourRelations(Page& page, const std::string& mainTable) {
   const std::string neighbours =
-      ids(page, touching("DDR_MainTableID", "DDR_RelationTableID", table));
+      ids(page, touching("DDR_MainTableID", "DDR_RelationTableID", mainTable));
   std::string list;
   for (const std::string_view piece : text::split(neighbours, ",")) {
     if (!piece.empty()) list += ids(page, touching("Zembra_ID", "Zembra_ID", piece));
@@ -59,13 +59,13 @@ std::string neighbourRelations(Page& page, const std::string& table) {
 }
 
 std::string offered(Page& page) {
-  const std::string table = spliced(page.request.value("sTable"));
+  const std::string mainTable = spliced(page.request.value("sTable"));
   if (variant::equalsAsText(page.request.value("mul"), "1")) {
-    return std::string(kRelations) + " where Zembra_ID in (" + neighbourRelations(page, table) +
+    return std::string(kRelations) + " where Zembra_ID in (" + neighbourRelations(page, mainTable) +
            ")";
   }
-  return std::string(kRelations) + " where DDR_MainTableID=" + table +
-         " or DDR_RelationTableID=" + table;
+  return std::string(kRelations) + " where DDR_MainTableID=" + mainTable +
+         " or DDR_RelationTableID=" + mainTable;
 }
 
 // What the page begins with.

@@ -55,9 +55,9 @@ bool isNameInUse(Page& page, const SchemeRow& row) {
   return variant::toInt32(frame::firstCell(page, sql)) > 0;
 }
 
-std::string keyFieldOf(Page& page, const std::string& table) {
+std::string keyFieldOf(Page& page, const std::string& mainTable) {
   return frame::firstText(page, "select Zembra_ID from Zembra_DataDict_Field where DDF_TableID=" +
-                                    table + " and DDF_Type=1");
+                                    mainTable + " and DDF_Type=1");
 }
 
 std::string_view save(Page& page, SchemeRow row) {

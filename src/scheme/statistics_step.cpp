@@ -27,17 +27,17 @@ constexpr std::array<std::string_view, 6> kFunctions = {"最大值", "最小值"
 
 // A related table that is reached twice comes twice and is not told apart: the union leaves one.
 // A computed field's name goes in as it stands; one with a quote leaves the list empty.
-std::string fieldStatement(Page& page, const std::string& table,
+std::string fieldStatement(Page& page, const std::string& mainTable,
                            const std::vector<std::string>& computed) {
   std::string statement;
   for (const metadata::Path& path :
-       metadata::paths(page, table, spliced(page.request.value("multi")))) {
+       metadata::paths(page, mainTable, spliced(page.request.value("multi")))) {
     statement += "select Zembra_ID,'*'+DDF_CName from Zembra_DataDict_Field where DDF_TableID = " +
                  path.table + " and Zembra_Flag <> 0 and " + std::string(kOrdinaryKinds) +
                  " union ";
   }
   statement += "select Zembra_ID,DDF_CName from Zembra_DataDict_Field where DDF_TableID in (" +
-               table + ") and " + std::string(kOrdinaryKinds) + " and Zembra_Flag <> 0";
+               mainTable + ") and " + std::string(kOrdinaryKinds) + " and Zembra_Flag <> 0";
   for (std::size_t k = 0; k < computed.size(); ++k) {
     statement += " union select -" + std::to_string(k + 1) + ",'" + computed[k] + "'";
   }
@@ -148,11 +148,11 @@ std::string withoutLineEnds(const std::string& text) {
 void addSearchDlg4(Page& page) {
   static const Template controls(embedded::scheme_pages::find("statistics_step.html"));
   static const Template script(embedded::scheme_pages::find("statistics_step.js"));
-  const std::string table(text::trim(spliced(page.request.value("sTable"))));
+  const std::string mainTable(text::trim(spliced(page.request.value("sTable"))));
   std::string posted = spliced(page.request.value("virtual"));
   const std::string step = spliced(page.request.value("gostep"));
   if (step == "6") posted = unescaped(posted);
-  const std::string statement = fieldStatement(page, table, computedNames(posted));
+  const std::string statement = fieldStatement(page, mainTable, computedNames(posted));
   const std::string groups =
       services::comboBoxOptions(page, statement + " union select -1000,'--不分组--'");
   const std::string fields = services::comboBoxOptions(page, statement);
@@ -163,7 +163,7 @@ void addSearchDlg4(Page& page) {
                       withoutLineEnds(script.fill({{"groups", groups},
                                                    {"shown", shownCaption(fields)},
                                                    {"step", step},
-                                                   {"table", table}})) +
+                                                   {"table", mainTable}})) +
                       "\r\n" + statisticsScript(page, stored) + groupingScript(stored.grouping) +
                       "</script>\r\n</body>\r\n</html>\r\n");
 }

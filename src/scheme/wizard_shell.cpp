@@ -72,7 +72,7 @@ constexpr std::array<Step, 7> kSteps = {{
 struct Preset {
   bool isChange = false;
   std::string id;
-  std::string table;
+  std::string mainTable;
   std::string directory;
   bool isMultiLevel = false;
 };
@@ -93,10 +93,10 @@ Preset readPreset(Page& page) {
   if (!preset.isChange) return preset;
   ErrorState err;
   preset.id = spliced(page.request.value("prikeyid"));
-  preset.table = metadata::keyTable(page, preset.id).value_or("-1");
+  preset.mainTable = metadata::keyTable(page, preset.id).value_or("-1");
   err.run([&] {
     preset.directory = frame::firstText(
-        page, "select DDT_DirID from Zembra_DataDict_Table where Zembra_ID=" + preset.table);
+        page, "select DDT_DirID from Zembra_DataDict_Table where Zembra_ID=" + preset.mainTable);
   });
   err.run([&] { readMultiLevel(page, preset); });
   return preset;
@@ -110,7 +110,7 @@ std::string firstStep(Page& page, const Preset& preset) {
                                                    inPlace(Place::Encoded, preset.id) + "\">\r\n"
                                              : "";
   const std::string presets =
-      preset.isChange ? " beginvalue=\"" + inPlace(Place::Attribute, preset.table) +
+      preset.isChange ? " beginvalue=\"" + inPlace(Place::Attribute, preset.mainTable) +
                             "\" selectvalue=\"" + inPlace(Place::Attribute, preset.directory) + "\""
                       : "";
   services::offerCascade(page, kTables + std::string(kTableFilter),

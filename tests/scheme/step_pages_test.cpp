@@ -68,13 +68,15 @@ TEST(FilterStep, FieldsOfTablesReachedOnceAndTwice) {
       "*Client.Key<<<<<<110>>>>>>*Client.Town<<<<<<111>>>>>>");
   EXPECT_TRUE(holds(filterFields(data.page(), "10", "5,6", {}),
                     "Cust*Town<<<<<<111|102>>>>>>Ship*Key<<<<<<110|103>>>>>>"));
-  // A kind that is neither ordinary nor the key is left out; a via field that is gone leaves the
-  // bare label and token.
+  // A kind that is neither ordinary nor the key is left out, and so is none at all; a via field
+  // that is gone leaves the bare label and token.
   data.execute("update Zembra_DataDict_Field set DDF_Type=12 where Zembra_ID=111");
   data.execute("update Zembra_DataDict_Field set Zembra_Flag=0 where Zembra_ID=103");
   const std::string fields = filterFields(data.page(), "10", "5,6", {});
   EXPECT_FALSE(holds(fields, "Town"));
   EXPECT_TRUE(holds(fields, "Cust*Key<<<<<<110|102>>>>>>*Key<<<<<<110>>>>>>"));
+  data.execute("update Zembra_DataDict_Field set DDF_Type=null where Zembra_ID=101");
+  EXPECT_FALSE(holds(filterFields(data.page(), "10", "5", {}), "Sum"));
 }
 
 TEST(FilterStep, RowsOfANewAndOfAStoredFilter) {
