@@ -17,12 +17,10 @@
 #include "control/control.h"
 #include "frame/data.h"
 #include "frame/local_page.h"
-#include "metadata/operations.h"
+#include "metadata/stored_schemes.h"
 #include "text/display_width.h"
 #include "text/sql_text.h"
-#include "variant/array.h"
 #include "variant/convert.h"
-#include "variant/error_state.h"
 
 namespace tarlo::app {
 namespace {
@@ -75,18 +73,16 @@ class Propagation {
                       word.find_first_not_of("0123456789") == std::string::npos;
     const std::string condition =
         isId ? "Zembra_ID=" + word : "DDT_Name='" + text::doubledQuotes(word) + "'";
-    const Variant rows = frame::execSQLRows(
-        page(), "select Zembra_ID from Zembra_DataDict_Table where " + condition);
-    if (rows.isArray()) return variant::toInt32(rows.array().at(0, 0));
+    const frame::Rows rows =
+        frame::rows(page(), "select Zembra_ID from Zembra_DataDict_Table where " + condition);
+    if (!rows.empty()) return variant::toInt32(rows.front().value(0));
     throw CommandError(kFailed, fmt::format("The dictionary has no table '{}'.", word));
   }
 
   std::vector<int> schemesOf(int table) {
     std::vector<int> ids;
-    const Variant rows = metadata::getAllQueryid(page(), table);
-    if (!rows.isArray()) return ids;
-    for (std::ptrdiff_t row = 0; row <= rows.array().upperBound(2); ++row) {
-      ids.push_back(variant::toInt32(rows.array().at(0, row)));
+    for (const std::string& id : metadata::schemesOver(page(), std::to_string(table))) {
+      ids.push_back(variant::toInt32(id));
     }
     return ids;
   }

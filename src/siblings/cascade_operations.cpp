@@ -61,15 +61,13 @@ std::string asked(Page& page, std::string_view key) {
 
 // Whether a live cascade has the level. The search in the database only narrows what is read.
 bool isStored(Page& page, const CascadeLevel& level) {
-  const frame::Rows rows = frame::rows(
-      page,
+  const std::string sql =
       "select QF_Relation from Zembra_Query_Field where QF_FieldType=2 and Zembra_Flag<>0 "
       "and CHARINDEX(" +
-          sqlText(level.text) + ",QF_Relation) > 0");
-  for (frame::Row row : rows) {
+      sqlText(level.text) + ",QF_Relation) > 0";
+  for (const frame::Row row : frame::rows(page, sql)) {
     const auto cascade = control::definitionOf(row.text(0), control::ControlKind::Cascade);
-    const auto levels = services::cascadeLevels(cascade.rest);
-    if (std::ranges::find(levels, level) != levels.end()) return true;
+    if (std::ranges::count(services::cascadeLevels(cascade.rest), level) > 0) return true;
   }
   return false;
 }

@@ -13,6 +13,7 @@ using tarlo::testing::ControlDatabase;
 using tarlo::testing::errorOf;
 using tarlo::testing::expectGolden;
 using tarlo::testing::holds;
+using tarlo::testing::inFrame;
 
 // A template on a system scheme over Customer, and a user's scheme over Orders, which is related
 // to Customer by two fields.
@@ -49,8 +50,9 @@ struct BindDatabase : ControlDatabase {
 TEST(BindWizard, PagesOfTheDialog) {
   BindDatabase data;
   expectGolden("bind_wizard.html", data.writtenBy([&] { addsearchdlg_UsrModel(data.page()); }));
-  expectGolden("bind_schemes.html", data.writtenBy([&] { addSearchDlg_UsrModel1_1(data.page()); }));
-  expectGolden("bind_templates.html", data.templates());
+  expectGolden("bind_schemes.html", inFrame(data, [&] { addSearchDlg_UsrModel1_1(data.page()); }));
+  data.ask("id", data.scheme);
+  expectGolden("bind_templates.html", inFrame(data, [&] { addSearchDlg_UsrModel2(data.page()); }));
   EXPECT_TRUE(holds(data.writtenBy([&] { addSearchDlg_UsrModel1(data.page()); }),
                     "iojoijoij<iframe name=\"postarea\""));
 }

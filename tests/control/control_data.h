@@ -1,8 +1,13 @@
 #pragma once
 // Schemes over the small business, for the controls that hang on them.
 
+#include <gtest/gtest.h>
+
 #include <string>
 
+#include "frame/dialog_frame.h"
+#include "frame/step_page.h"
+#include "scheme/page_frame.h"
 #include "support/wizard_support.h"
 
 namespace tarlo::testing {
@@ -36,5 +41,42 @@ struct ControlDatabase : WizardDatabase {
   }
   std::string logged() { return rows("select OperateLog_SQL from " + logTable()); }
 };
+
+// What a page shows between a head and a foot, which have tests of their own.
+inline std::string withoutFrame(const std::string& page, const std::string& head,
+                                const std::string& foot) {
+  EXPECT_TRUE(page.starts_with(head) && page.ends_with(foot)) << page;
+  if (page.size() < head.size() + foot.size()) return page;
+  return page.substr(head.size(), page.size() - head.size() - foot.size());
+}
+
+// A page of a wizard's frame.
+template <class Step>
+std::string inFrame(DatabasePage& data, Step&& step) {
+  const std::string page = data.writtenBy(std::forward<Step>(step));
+  const std::string head = data.writtenBy([&] { frame::writeStepHead(data.page()); });
+  return withoutFrame(page, head, "</body>\r\n</html>\r\n");
+}
+
+// A full page.
+template <class Step>
+std::string inPage(DatabasePage& data, std::string_view title, Step&& step) {
+  const std::string page = data.writtenBy(std::forward<Step>(step));
+  const std::string head = data.writtenBy([&] { scheme::writePageHead(data.page(), title); });
+  const std::string foot = data.writtenBy([&] { scheme::writePageFoot(data.page()); });
+  return withoutFrame(page, head, foot);
+}
+
+// A page in a dialog; "" for the title of one that leaves its head out.
+template <class Step>
+std::string inDialog(DatabasePage& data, std::string_view title, Step&& step) {
+  const std::string page = data.writtenBy(std::forward<Step>(step));
+  std::string head;
+  if (!title.empty()) {
+    head = data.writtenBy(
+        [&] { frame::writeDialogHead(data.page(), title, frame::DialogBody::WindowColour); });
+  }
+  return withoutFrame(page, head, data.writtenBy([&] { frame::writeDialogFoot(data.page()); }));
+}
 
 }  // namespace tarlo::testing

@@ -10,10 +10,20 @@ namespace {
 using tarlo::testing::ControlDatabase;
 using tarlo::testing::expectGolden;
 using tarlo::testing::holds;
+using tarlo::testing::inFrame;
 
 std::string preview(ControlDatabase& data, int kind) {
   data.ask("fieldtype", std::to_string(kind));
   return data.writtenBy([&] { previewSearchdlg_UsrField(data.page()); });
+}
+
+// The end of a preview in a dialog of its own.
+void writeEnd(Page& page) {
+  frame::writeDialogBodyEnd(page);
+  page.response.write(
+      "<div align=\"right\"><input type=\"button\" class=\"btnX\" value=\"关闭\" "
+      "onclick=\"window.close()\"></div>\r\n");
+  frame::writeDialogFoot(page);
 }
 
 TEST(PreviewControl, ADropDownWithItsRows) {
@@ -31,7 +41,9 @@ TEST(PreviewControl, ADropDownWithItsRows) {
 TEST(PreviewControl, ACascadeIsAlwaysRefused) {
   ControlDatabase data;
   data.askColumns(data.addOrders(), "[Customer].[ID]", "[Customer].[City]");
-  expectGolden("cascade_preview.html", preview(data, 2));
+  EXPECT_EQ(preview(data, 2),
+            "<script>parent.sAlert('得到的查询语句有错误，无法预览！');</script>" +
+                data.writtenBy([&] { writeEnd(data.page()); }));
 }
 
 TEST(PreviewControl, AListWaitsInTheSessionForItsFrame) {
@@ -41,7 +53,7 @@ TEST(PreviewControl, AListWaitsInTheSessionForItsFrame) {
   data.ask("TitleField", "net, of tax");
   EXPECT_EQ(preview(data, 3), "<script>parent.step4_privew();</script>");
   expectGolden("list_preview.html",
-               data.writtenBy([&] { showSearchpreview_UsrField(data.page()); }));
+               inFrame(data, [&] { showSearchpreview_UsrField(data.page()); }));
   // A second drawing has nothing to show.
   EXPECT_TRUE(
       holds(data.writtenBy([&] { showSearchpreview_UsrField(data.page()); }), "grid.sql = <>\r\n"));
@@ -56,6 +68,20 @@ TEST(PreviewControl, AGroupedListGetsItsConditionInFrontOfTheGrouping) {
   preview(data, 3);
   EXPECT_TRUE(holds(data.writtenBy([&] { showSearchpreview_UsrField(data.page()); }),
                     "from [Orders] where 1 = 0 group by [Orders].[CustID]>"));
+}
+
+// What is used after a run that was logged is the text that the log has.
+TEST(PreviewControl, AStatementTooLongForTheLogIsTheLogsWords) {
+  ControlDatabase data;
+  data.askColumns(data.addOrders(), "[Customer].[ID]", "[Customer].[City]");
+  data.ask("filter", "[Customer].[City],3," + std::string(2000, 'x') + ",-1");
+  EXPECT_TRUE(holds(preview(data, 1), "data = \"\" />"));
+  EXPECT_EQ(data.logged(), "Batch update");
+  std::string columns = "1";
+  for (int i = 0; i < 80; ++i) columns += ",1";
+  data.ask("viewfield", columns);
+  EXPECT_EQ(preview(data, 3), "<script>parent.step4_privew();</script>");
+  EXPECT_EQ(variant::spliced(data.page().session.get("query_sql")), "Batch update");
 }
 
 TEST(ShowControl, EachKindAsItIsStored) {

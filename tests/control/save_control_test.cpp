@@ -58,6 +58,27 @@ TEST(SaveDropDown, CaptionsAndTwoTables) {
   EXPECT_TRUE(holds(save(data, 1), "无法保存"));
 }
 
+TEST(SaveDropDown, LineEndsLeaveTheValuesTableBeforeTablesAreCompared) {
+  ControlDatabase data;
+  data.askColumns(data.addOrders(), "\r\n[Orders].[ID]", "[Orders].[Amount]");
+  data.ask("QF_Name", "n");
+  data.ask("CField", "Order.Key,Order.Sum");
+  EXPECT_EQ(save(data, 1), kStored);
+  EXPECT_TRUE(holds(data.newest(), ",,,Key,Sum,[Orders],Order,select [Orders].[ID],"))
+      << data.newest();
+}
+
+// What is stored after a run that was logged is the text that the log has.
+TEST(SaveDropDown, AStatementTooLongForTheLogIsStoredAsTheLogsWords) {
+  ControlDatabase data;
+  data.askColumns(data.addOrders(), "[Customer].[ID]", "[Customer].[City]");
+  data.ask("QF_Name", "n");
+  data.ask("relfield", "102");
+  data.ask("filter", "[Customer].[City],3," + std::string(2000, 'x') + ",-1");
+  EXPECT_EQ(save(data, 1), kStored);
+  EXPECT_TRUE(holds(data.newest(), ",Batch update|||102,")) << data.newest();
+}
+
 TEST(SaveControl, WhatIsRefusedWritesNothing) {
   for (const int kind : {1, 2, 3}) {
     ControlDatabase data;
