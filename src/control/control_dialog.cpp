@@ -1,7 +1,7 @@
 #include "control/control_dialog.h"
 
 #include "frame/sibling_calls.h"
-#include "services/action_help.h"
+#include "services/operations.h"
 
 namespace tarlo::control {
 

@@ -6,7 +6,7 @@
 #include "frame/dialog_frame.h"
 #include "frame/statement_scope.h"
 #include "frame/template.h"
-#include "services/option_list.h"
+#include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 

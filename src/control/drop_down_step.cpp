@@ -3,7 +3,7 @@
 #include "embedded_control_pages.h"
 #include "frame/template.h"
 #include "metadata/operations.h"
-#include "services/option_list.h"
+#include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"

@@ -4,7 +4,7 @@
 
 #include "metadata/operations.h"
 #include "scheme/step_fields.h"
-#include "services/option_list.h"
+#include "services/data_sources.h"
 #include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"

@@ -4,8 +4,8 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/dialog_frame.h"
 #include "frame/sibling_calls.h"
-#include "frame/step_page.h"
 #include "frame/template.h"
 #include "text/pieces.h"
 #include "variant/array.h"
