@@ -19,8 +19,8 @@
 #include <vector>
 
 #include "app/cli.h"
-#include "host/site/embedded_files.h"
 #include "host/site/site.h"
+#include "host/site/static_files.h"
 #include "host/wire/server.h"
 
 namespace tarlo::bench {

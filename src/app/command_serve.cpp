@@ -18,8 +18,8 @@
 #include "app/server_logs.h"
 #include "app/sign_in_users.h"
 #include "database/private_files.h"
-#include "host/site/embedded_files.h"
 #include "host/site/site.h"
+#include "host/site/static_files.h"
 #include "host/upkeep/upkeep.h"
 
 namespace tarlo::app {

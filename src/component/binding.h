@@ -55,6 +55,7 @@ consteval Operation bind(std::string_view name, std::string_view folder, ErrorMo
                          database::StatementRights rights) {
   using Type = Signature<decltype(kFunction)>;
   if (countNames(argumentNames) != Type::kArity) throw "argument names";
+  if (Type::kKind == OperationKind::Page && Type::kArity > 0) throw "a page takes no arguments";
   return {name,   folder,        Type::kKind,
           errors, argumentNames, Type::kArity,
           access, rights,        invokeOperation<kFunction>};

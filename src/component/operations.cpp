@@ -8,29 +8,16 @@
 #include "control/operations.h"
 #include "frame/helpers.h"
 #include "metadata/operations.h"
-#include "org/directory.h"
-#include "org/group_limit.h"
-#include "org/option_lists.h"
-#include "org/sub_actions.h"
+#include "org/groups.h"
+#include "org/operations.h"
 #include "scheme/operations.h"
-#include "services/action_help.h"
 #include "services/data_sources.h"
-#include "services/div_dialog.h"
-#include "services/file_transfer.h"
-#include "services/mail.h"
-#include "services/table_introspection.h"
-#include "workflow/panels.h"
+#include "services/operations.h"
+#include "text/fold.h"
+#include "workflow/operations.h"
 
 namespace tarlo::component {
 namespace {
-
-constexpr char folded(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-constexpr bool precedes(std::string_view a, std::string_view b) {
-  return std::ranges::lexicographical_compare(a, b, {}, folded, folded);
-}
 
 using database::StatementRights;
 using database::TableGroup;
@@ -403,13 +390,18 @@ constexpr auto kByFolder = std::to_array<Operation>({
 const auto& sortedOperations() {
   static const auto sorted = [] {
     auto all = kByFolder;
-    std::ranges::sort(all, precedes, &Operation::name);
+    std::ranges::sort(all, text::precedesNoCase, &Operation::name);
     return all;
   }();
   return sorted;
 }
 
 }  // namespace
+
+Variant run(Page& page, const Operation& operation, std::span<Variant> arguments) {
+  return runAs(page, operation.access, operation.rights,
+               [&] { return operation.invoke(page, arguments); });
+}
 
 bool changesData(const StatementRights& rights) {
   return !rights.writes.empty();
@@ -425,8 +417,8 @@ std::span<const Operation> operations() {
 
 const Operation* findOperation(std::string_view name) {
   const auto& all = sortedOperations();
-  const auto found = std::ranges::lower_bound(all, name, precedes, &Operation::name);
-  if (found == all.end() || precedes(name, found->name)) return nullptr;
+  const auto found = std::ranges::lower_bound(all, name, text::precedesNoCase, &Operation::name);
+  if (found == all.end() || text::precedesNoCase(name, found->name)) return nullptr;
   return &*found;
 }
 

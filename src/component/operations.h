@@ -5,8 +5,9 @@
 
 #include <span>
 #include <string_view>
+#include <utility>
 
-#include "frame/page.h"
+#include "frame/statement_scope.h"
 
 namespace tarlo::component {
 
@@ -27,6 +28,19 @@ struct Operation {
   database::StatementRights rights;
   Variant (*invoke)(Page&, std::span<Variant> arguments);  // `arguments` has `arity` elements
 };
+
+// Runs a piece of work on the page as a row says it: its statements are held to these rights, and
+// what it hands out for later goes to those only who have this access. Whether the caller has it is
+// the question of the door that the call comes through.
+template <class Work>
+auto runAs(Page& page, const frame::Access& access, const database::StatementRights& rights,
+           Work&& work) {
+  const frame::StatementScope scope(page, rights);
+  const frame::AccessScope accessScope(page, access);
+  return std::forward<Work>(work)();
+}
+// The operation, as its row says it. `arguments` has `arity` elements.
+Variant run(Page& page, const Operation& operation, std::span<Variant> arguments);
 
 // Whether a call, or one with these rights, changes anything. What the server notes of the lists
 // that a session has drawn does not count.

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "component/operations.h"
-#include "frame/statement_scope.h"
 #include "text/fold.h"
 #include "variant/runtime_error.h"
 
@@ -48,9 +47,7 @@ Variant TarloQuery::call(std::string_view name, std::span<Variant> arguments) {
   if (const Operation* operation = findOperation(name)) {
     checkCount(operation->name, operation->arity, arguments.size());
     if (!page_) throw RuntimeError(ErrorNumber::ObjectNotSet, operation->name);
-    const frame::StatementScope scope(*page_, operation->rights);
-    const frame::AccessScope access(*page_, operation->access);
-    return operation->invoke(*page_, arguments);
+    return run(*page_, *operation, arguments);
   }
   const std::optional<Member> member = lifecycleMember(name);
   if (!member) throw RuntimeError(ErrorNumber::NoSuchMember, name);

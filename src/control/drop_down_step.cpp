@@ -7,7 +7,7 @@
 #include "frame/template.h"
 #include "metadata/dictionary.h"
 #include "metadata/stored_schemes.h"
-#include "services/option_list.h"
+#include "services/data_sources.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"

@@ -5,10 +5,10 @@
 #include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
+#include "frame/dialog_frame.h"
 #include "frame/sibling_calls.h"
-#include "frame/step_page.h"
 #include "frame/template.h"
-#include "services/option_list.h"
+#include "services/data_sources.h"
 #include "text/pieces.h"
 
 namespace tarlo::control {

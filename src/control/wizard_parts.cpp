@@ -1,11 +1,11 @@
 #include "control/wizard_parts.h"
 
 #include "embedded_control_pages.h"
+#include "frame/dialog_frame.h"
 #include "frame/sibling_calls.h"
 #include "frame/statement_scope.h"
-#include "frame/step_page.h"
 #include "frame/template.h"
-#include "services/action_help.h"
+#include "services/operations.h"
 #include "variant/convert.h"
 
 namespace tarlo::control {

@@ -72,12 +72,7 @@ Variant ContextObject::get(std::string_view name, std::span<Variant> arguments) 
 void ContextObject::put(std::string_view name, const Variant& value) {
   if (part_ == ContextPart::Session) return page_.session.put(name, value);
   if (part_ != ContextPart::Response) raiseUnknown(name);
-  const std::string text = variant::spliced(value);
-  if (equalsNoCase(name, "Buffer")) return;  // every page is buffered
-  if (equalsNoCase(name, "Expires")) return page_.response.setHeader("Expires", text);
-  if (equalsNoCase(name, "CacheControl")) return page_.response.setHeader("Cache-Control", text);
-  if (equalsNoCase(name, "ContentType")) return page_.response.setHeader("Content-Type", text);
-  raiseUnknown(name);
+  page_.response.put(name, value);
 }
 
 Variant ContextObject::call(std::string_view name, std::span<Variant> arguments) {

@@ -84,9 +84,12 @@ std::string firstText(Page& page, std::string_view sql);
 // Runs a statement that is not to be logged. Gives the field NeoID when the text ends in "NeoID"
 // (case counts), else Empty.
 Variant execSQL(Page& page, std::string_view sql);
-// As execSQL, and writes the statement to the operation log when it did not fail. A text of more
-// than 2000 UTF-16 units is logged as "Batch update", and the caller's variable then holds these
-// words too: whatever uses the text afterwards sees them, and pages rely on it.
+// The operation log: who wrote what, one row for each logged statement.
+inline constexpr std::string_view kLogTable = "Zembra_OperateLog";
+inline constexpr std::size_t kLongestLogged = 2000;  // UTF-16 units, before the text is rewritten
+// As execSQL, and writes the statement to the operation log when it did not fail. A longer text is
+// logged as "Batch update", and the caller's variable then holds these words too: whatever uses the
+// text afterwards sees them, and pages rely on it.
 Variant execSQLLogged(Page& page, std::string& sql);
 
 // Titles of the statement's columns. Opens the statement and reads no row.

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "embedded_frame_pages.h"
-#include "frame/response_settings.h"
 #include "frame/template.h"
 
 namespace tarlo::frame {
@@ -20,6 +19,14 @@ std::string titlePadding() {
 }
 
 }  // namespace
+
+void writeResponseSettings(Response& response) {
+  response.put("Buffer", true);
+  response.put("Expires", 0);
+  response.put("CacheControl", "no-cache");
+  response.setHeader("Pragma", "No-Cache");
+  response.setHeader("robots", "noindex,follow");
+}
 
 void writeDialogHead(Page& page, std::string_view title, DialogBody body) {
   static const Template head(embedded::frame_pages::find("dialog_head.html"));
@@ -38,6 +45,16 @@ void writeDialogBodyEnd(Page& page) {
 void writeDialogFoot(Page& page) {
   static const Template foot(embedded::frame_pages::find("dialog_foot.html"));
   foot.write(page.response);
+}
+
+void writeStepOpening(Page& page) {
+  static const Template opening(embedded::frame_pages::find("step_opening.html"));
+  opening.write(page.response);
+}
+
+void writeStepHead(Page& page) {
+  writeStepOpening(page);
+  page.response.write("<body style=\"background:menu\">\r\n");
 }
 
 }  // namespace tarlo::frame

@@ -17,6 +17,9 @@ Variant isNothing(Page& page, const Variant& sStr);  // Null, Empty or ""
 void getDateTime(Page& page);                        // writes "2002,1,8,9,05,33"
 Variant isValidConnect(Page& page);  // the origin check; writes the refusal and gives False
 
+// The origin check as the house asks it.
+bool hasValidOrigin(Page& page);
+
 // Whether an Application value is on: True, or not set.
 bool isSwitchedOn(Page& page, std::string_view key);
 

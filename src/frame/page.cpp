@@ -1,8 +1,20 @@
 #include "frame/page.h"
 
 #include "frame/place.h"
+#include "text/fold.h"
+#include "variant/convert.h"
+#include "variant/runtime_error.h"
 
 namespace tarlo::frame {
+
+void Response::put(std::string_view property, const Variant& value) {
+  const std::string text = variant::spliced(value);
+  if (text::equalsNoCase(property, "Buffer")) return;
+  if (text::equalsNoCase(property, "Expires")) return setHeader("Expires", text);
+  if (text::equalsNoCase(property, "CacheControl")) return setHeader("Cache-Control", text);
+  if (text::equalsNoCase(property, "ContentType")) return setHeader("Content-Type", text);
+  throw RuntimeError(ErrorNumber::NoSuchMember, std::string(property));
+}
 
 std::string Server::htmlEncode(std::string_view text) const {
   return inPlace(Place::Encoded, text);

@@ -38,6 +38,10 @@ class Response {
   virtual void binaryWrite(std::string_view bytes) = 0;
   virtual void flush() = 0;
   virtual bool isClientConnected() const = 0;
+  // Sets a property: Buffer, Expires, CacheControl or ContentType. Error 438 for another name.
+  // Where the host has no properties they are the headers that they stand for, and every page is
+  // buffered.
+  virtual void put(std::string_view property, const Variant& value);
 };
 
 class Server {

@@ -1,14 +1,27 @@
 #pragma once
-// Policy rows: six free values under a name, by which an installation is configured.
+// Policy rows: six free values under a name, by which an installation is configured. The name goes
+// into the statement between single quotes and is not escaped. All raise DatabaseError.
+
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "frame/page.h"
 
 namespace tarlo::frame {
 
-// The values A to F of the policy as a rows table. A policy that is not there gives a table with
-// bounds 10 and 1, in which cells 0 to 8 of row 0 hold the number 0 and all others are Empty, so
-// callers can read any value of row 0 without asking first. The name goes into the statement
-// between single quotes and is not escaped. Raises DatabaseError.
-Variant getPolicyRow(Page& page, const Variant& name);
+enum class PolicyValue { A, B, C, D, E, F };
+
+// Nothing for a policy that is not there.
+std::optional<Variant> policyValue(Page& page, std::string_view name, PolicyValue value);
+
+// The values as a rows table; for a policy that is not there the table of zeros that callers of the
+// operation rely on (services/operations.h).
+Variant policyTable(Page& page, std::string_view name);
+
+// The text of the side pane that shows whose installation this is, around value D of the policy
+// "OEM信息", cut at its first comma, line ends as <br>. Raises error 5 when there is no such policy
+// and 94 when the value is Null.
+std::string getOEMInfoHTML(Page& page);
 
 }  // namespace tarlo::frame

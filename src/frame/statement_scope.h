@@ -58,7 +58,7 @@ inline constexpr database::StatementRights kDesignersRights = {
     .executes = false,
     .readsListedOnly = true};
 
-// Runs the step in that scope: `asDesigner(page, [&] { return execSQLRows(page, stored); })`.
+// Runs the step in that scope: `asDesigner(page, [&] { return rows(page, stored); })`.
 template <class Step>
 auto asDesigner(Page& page, Step&& step) {
   const StatementScope scope(page, kDesignersRights);
@@ -66,6 +66,11 @@ auto asDesigner(Page& page, Step&& step) {
 }
 
 // The statements of a page that has no rights yet; `rights` are its first ones.
-database::StatementContext statementContext(const database::StatementRights& rights = {});
+inline database::StatementContext statementContext(const database::StatementRights& rights = {}) {
+  database::StatementContext context;
+  context.rights = rights;
+  context.listedTables = "select DDT_Name from Zembra_DataDict_Table where Zembra_Flag <> 0";
+  return context;
+}
 
 }  // namespace tarlo::frame

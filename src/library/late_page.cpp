@@ -1,4 +1,4 @@
-#include "library/late_page.h"
+#include "library/library_component.h"
 
 #include <array>
 #include <vector>
@@ -18,12 +18,20 @@ Variant item(ForeignObject& object, std::string_view name, std::string_view key)
   return object.get(name, arguments);
 }
 
+// What a host knows of a request may be an object whose default value is the text.
+Variant defaultItem(ForeignObject& object, std::string_view name, std::string_view key) {
+  Variant value = item(object, name, key);
+  if (!value.isObject()) return value;
+  const std::shared_ptr<Object>& given = value.object();
+  return given == nullptr ? Variant() : given->get("");
+}
+
 class LateRequest : public frame::Request {
  public:
   explicit LateRequest(Foreign object) : object_(std::move(object)) {}
-  Variant value(std::string_view key) const override { return item(*object_, "", key); }
+  Variant value(std::string_view key) const override { return defaultItem(*object_, "", key); }
   Variant serverVariable(std::string_view name) const override {
-    return item(*object_, "ServerVariables", name);
+    return defaultItem(*object_, "ServerVariables", name);
   }
 
  private:
@@ -48,6 +56,9 @@ class LateResponse : public frame::Response {
   void flush() override { callMethod(*object_, "Flush"); }
   bool isClientConnected() const override {
     return variant::toBoolean(object_->get("IsClientConnected"));
+  }
+  void put(std::string_view property, const Variant& value) override {
+    object_->put(property, value);
   }
 
  private:

@@ -7,10 +7,25 @@
 #include <string_view>
 #include <vector>
 
+#include "bridge/foreign_object.h"
 #include "component/tarlo_query.h"
-#include "library/late_page.h"
 
 namespace tarlo::library {
+
+// A page whose five objects belong to a foreign host: every member is a call by name.
+class LatePage {
+ public:
+  // Reads Application, Request, Response, Server and Session of the context, in this order. Raises
+  // what they raise, error 13 for one that is no object of the host's.
+  LatePage(Object& context, database::Registry& databases);
+  ~LatePage();
+
+  Page& page();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
 
 class LibraryComponent : public Object {
  public:

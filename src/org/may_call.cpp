@@ -7,7 +7,6 @@
 #include "frame/statement_scope.h"
 #include "text/fold.h"
 #include "text/pieces.h"
-#include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 
@@ -39,18 +38,13 @@ std::vector<Grant> grants(Page& page, std::string_view text) {
   const frame::StatementScope scope(page, kAsksMenu);
   const std::string condition =
       text.empty() ? "" : " and Menu_Href like '%" + std::string(text) + "%'";
-  const Variant rows = frame::execSQLRows(
-      page,
+  const std::string sql =
       "select Permission_SubAction,Menu_Href from Zembra_Permission,Zembra_Menu where "
       "Permission_UserID=" +
-          std::to_string(userOf(page)) +
-          " and permission_forbid <> 1 and Menu_ID=Permission_MenuID" + condition);
+      std::to_string(userOf(page)) + " and permission_forbid <> 1 and Menu_ID=Permission_MenuID" +
+      condition;
   std::vector<Grant> list;
-  if (!rows.isArray()) return list;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    list.push_back({spliced(cells.at(0, row)), spliced(cells.at(1, row))});
-  }
+  for (const frame::Row row : frame::rows(page, sql)) list.push_back({row.text(0), row.text(1)});
   return list;
 }
 

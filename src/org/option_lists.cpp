@@ -1,13 +1,11 @@
-#include "org/option_lists.h"
-
 #include <string>
 
 #include "embedded_org_pages.h"
 #include "frame/data.h"
 #include "frame/place.h"
 #include "frame/template.h"
-#include "org/group_limit.h"
-#include "variant/array.h"
+#include "org/groups.h"
+#include "org/operations.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 #include "variant/text.h"
@@ -22,43 +20,32 @@ using variant::spliced;
 constexpr std::string_view kRoot = "<?xml version='1.0' encoding='gb2312'?><root>";
 constexpr std::string_view kRootEnd = "</root>";
 
-std::string asText(const Variant& cell) {
-  return inPlace(Place::Encoded, spliced(cell));
+std::string xmlOption(std::string_view id, std::string_view name) {
+  return "<option><value>" + inPlace(Place::Encoded, id) + "</value><text>" +
+         inPlace(Place::Encoded, name) + "</text></option>";
 }
 
-std::string xmlOption(const Variant& id, const Variant& name) {
-  return "<option><value>" + asText(id) + "</value><text>" + asText(name) + "</text></option>";
-}
-
-// Calls `row(cells, index)` for each row of the statement's result.
-template <class Row>
-void forEachRow(Page& page, const std::string& sql, Row&& row) {
-  const Variant rows = frame::execSQLRows(page, Variant(sql));
-  if (!rows.isArray()) return;
-  const Array& cells = rows.array();
-  for (std::ptrdiff_t i = 0; i <= cells.upperBound(2); ++i) row(cells, i);
-}
-
-std::string xmlOptions(Page& page, const std::string& sql) {
+std::string xmlOptions(const frame::Rows& rows) {
   std::string options;
-  forEachRow(page, sql, [&](const Array& cells, std::ptrdiff_t row) {
-    options += xmlOption(cells.at(0, row), cells.at(1, row));
-  });
+  for (const frame::Row row : rows) options += xmlOption(row.text(0), row.text(1));
   return options;
 }
 
-Variant xmlList(std::string_view options) {
-  return Variant(std::string(kRoot).append(options).append(kRootEnd));
+std::string xmlList(std::string_view options) {
+  return std::string(kRoot).append(options).append(kRootEnd);
 }
 
-void writeHtmlOptions(Page& page, const std::string& sql, const Variant& selected) {
-  forEachRow(page, sql, [&](const Array& cells, std::ptrdiff_t row) {
-    const Variant& id = cells.at(0, row);
-    page.response.write(variant::equals(id, selected) ? "<option selected value="
-                                                      : "<option value=");
-    page.response.write(inPlace(Place::Bare, spliced(id)) + ">" + asText(cells.at(1, row)) +
-                        "</option>");
-  });
+Variant xmlListOf(Page& page, std::string_view sql) {
+  return Variant(xmlList(xmlOptions(frame::rows(page, sql))));
+}
+
+void writeHtmlOptions(Page& page, std::string_view sql, const Variant& selected) {
+  for (const frame::Row row : frame::rows(page, sql)) {
+    page.response.write(variant::equals(row.value(0), selected) ? "<option selected value="
+                                                                : "<option value=");
+    page.response.write(inPlace(Place::Bare, row.text(0)) + ">" +
+                        inPlace(Place::Encoded, row.text(1)) + "</option>");
+  }
 }
 
 bool isListed(const Variant& list, const std::string& key) {
@@ -73,50 +60,45 @@ bool belongs(const Variant& list, const std::string& key, bool inside) {
 
 }  // namespace
 
-Variant getZembraGroupList(Page& page, const Variant& gID) {
-  return groupList(page, getGroupLimitSQL(page), gID);
+std::string groupList(Page& page, std::string_view limit, const Variant& gID) {
+  const std::string sql = "select Group_ID , Group_name,Group_Type from Zembra_Group  where 1=1 " +
+                          std::string(limit) + " order by Group_Type";
+  const std::string all = variant::equals(gID, "noall") ? "" : xmlOption("-1", "所有部门");
+  return xmlList(all + xmlOptions(frame::rows(page, sql)));
 }
 
-Variant groupList(Page& page, const Variant& limit, const Variant& gID) {
-  const std::string sql = "select Group_ID , Group_name,Group_Type from Zembra_Group  where 1=1 " +
-                          spliced(limit) + " order by Group_Type";
-  const std::string all = variant::equals(gID, "noall") ? "" : xmlOption(-1, "所有部门");
-  return xmlList(all + xmlOptions(page, sql));
+std::string joinGroupList(Page& page, std::string_view limit, const Variant& gID,
+                          const Variant& bolLeft) {
+  const bool inside = variant::equals(bolLeft, true);
+  const frame::Rows rows = frame::rows(
+      page, "select Group_ID , Group_name from Zembra_Group Where 1=1 " + std::string(limit));
+  std::string options;
+  for (const frame::Row row : rows) {
+    if (!belongs(gID, row.text(0) + ",", inside)) continue;
+    options += xmlOption(row.text(0), row.text(1));
+  }
+  return rows.empty() ? std::string(kRoot) : xmlList(options);
+}
+
+Variant getZembraGroupList(Page& page, const Variant& gID) {
+  return Variant(groupList(page, currentGroupLimit(page), gID));
 }
 
 Variant getJoinGroupList(Page& page, const Variant& gID, const Variant& bolLeft) {
-  return joinGroupList(page, getGroupLimitSQL(page), gID, bolLeft);
-}
-
-Variant joinGroupList(Page& page, const Variant& limit, const Variant& gID,
-                      const Variant& bolLeft) {
-  const std::string sql =
-      "select Group_ID , Group_name from Zembra_Group Where 1=1 " + spliced(limit);
-  const bool inside = variant::equals(bolLeft, true);
-  bool hasRows = false;
-  std::string options;
-  forEachRow(page, sql, [&](const Array& cells, std::ptrdiff_t row) {
-    hasRows = true;
-    if (belongs(gID, spliced(cells.at(0, row)) + ",", inside)) {
-      options += xmlOption(cells.at(0, row), cells.at(1, row));
-    }
-  });
-  return hasRows ? xmlList(options) : Variant(kRoot);
+  return Variant(joinGroupList(page, currentGroupLimit(page), gID, bolLeft));
 }
 
 Variant getRankList(Page& page, const Variant&) {
-  return xmlList(
-      xmlOptions(page, "select Rank_ID , Rank_name from Zembra_Rank Where Rank_Index < = " +
-                           spliced(RankLimit(page)) + "  order by Rank_Index  "));
+  return xmlListOf(page, "select Rank_ID , Rank_name from Zembra_Rank Where Rank_Index < = " +
+                             spliced(currentRank(page)) + "  order by Rank_Index  ");
 }
 
 Variant getPosition(Page& page) {
-  return xmlList(xmlOptions(page, "select Quarters_ID , Quarters_name from Zembra_Quarters  "));
+  return xmlListOf(page, "select Quarters_ID , Quarters_name from Zembra_Quarters  ");
 }
 
 Variant getDeptList(Page& page) {
-  return xmlList(
-      xmlOptions(page, "select Group_ID , Group_name from Zembra_Group Where Group_Type=0 "));
+  return xmlListOf(page, "select Group_ID , Group_name from Zembra_Group Where Group_Type=0 ");
 }
 
 Variant getUserListGroup(Page& page, const Variant& gID, const Variant& uid) {
@@ -140,12 +122,13 @@ Variant getIconList(Page& page, const Variant& id) {
   const std::string columns = "select Icon_ID , icon_name ,icon_file  from Zembra_ICON ";
   const std::string sql =
       columns + "Where Icon_ID = " + spliced(id) + "   union all " + columns + " ";
-  forEachRow(page, sql, [&](const Array& cells, std::ptrdiff_t row) {
-    line.write(page.response, {{"index", std::to_string(row)},
-                               {"id", spliced(cells.at(0, row))},
-                               {"name", spliced(cells.at(1, row))},
-                               {"file", spliced(cells.at(2, row))}});
-  });
+  int index = 0;
+  for (const frame::Row row : frame::rows(page, sql)) {
+    line.write(page.response, {{"index", std::to_string(index++)},
+                               {"id", row.text(0)},
+                               {"name", row.text(1)},
+                               {"file", row.text(2)}});
+  }
   return {};
 }
 

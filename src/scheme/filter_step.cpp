@@ -1,6 +1,6 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/step_page.h"
+#include "frame/dialog_frame.h"
 #include "frame/template.h"
 #include "scheme/operations.h"
 #include "scheme/step_fields.h"

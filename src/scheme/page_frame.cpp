@@ -4,8 +4,8 @@
 #include <array>
 
 #include "embedded_scheme_pages.h"
-#include "frame/oem_pane.h"
-#include "frame/response_settings.h"
+#include "frame/dialog_frame.h"
+#include "frame/policy.h"
 #include "frame/sibling_calls.h"
 #include "frame/template.h"
 #include "scheme/module_links.h"

@@ -1,7 +1,7 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/dialog_frame.h"
 #include "frame/statement_scope.h"
-#include "frame/step_page.h"
 #include "frame/template.h"
 #include "scheme/extras.h"
 #include "scheme/operations.h"

@@ -3,7 +3,7 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/step_page.h"
+#include "frame/dialog_frame.h"
 #include "frame/template.h"
 #include "metadata/dictionary.h"
 #include "scheme/operations.h"

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "metadata/dictionary.h"
-#include "services/option_list.h"
+#include "services/data_sources.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
 

@@ -1,12 +1,10 @@
 #include "services/data_sources.h"
 
-#include <string>
-
 #include "frame/data.h"
 #include "frame/helpers.h"
 #include "frame/statement_scope.h"
+#include "services/operations.h"
 #include "text/pieces.h"
-#include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
@@ -15,62 +13,71 @@ namespace {
 
 using variant::spliced;
 
-std::string encoded(Page& page, const Variant& cell) {
-  return spliced(frame::replaceChar(page, text::trim(spliced(cell))));
-}
+constexpr std::string_view kValueMark = "<<<<<<";
+constexpr std::string_view kOptionMark = ">>>>>>";
 
-std::string optionsXml(Page& page, const Array& cells) {
-  std::string xml = "<?xml version = '1.0' encoding = 'gb2312'?><root>";
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    xml.append("<option><value>").append(encoded(page, cells.at(0, row)));
-    xml.append("</value><text>").append(encoded(page, cells.at(1, row)));
-    xml.append("</text></option>");
-  }
-  return xml.append("</root>");
+std::string encoded(Page& page, const std::string& cell) {
+  return spliced(frame::replaceChar(page, text::trim(cell)));
 }
 
 }  // namespace
 
+void OptionList::add(std::string_view label, std::string_view value) {
+  text_.append(label).append(kValueMark).append(value).append(kOptionMark);
+}
+
+std::string_view OptionList::joined() const {
+  return std::string_view(text_).substr(0, text_.empty() ? 0 : text_.size() - kOptionMark.size());
+}
+
+std::string comboBoxOptions(Page& page, std::string_view statement) {
+  ErrorState err;
+  const frame::Rows rows = err.value([&] { return frame::rows(page, statement); });
+  if (rows.empty()) return {};
+  std::string xml = "<?xml version = '1.0' encoding = 'gb2312'?><root>";
+  for (const frame::Row row : rows) {
+    err.run([&] {
+      xml += text::joined({"<option><value>", encoded(page, row.text(0)), "</value><text>",
+                           encoded(page, row.text(1)), "</text></option>"});
+    });
+  }
+  return xml + "</root>";
+}
+
+std::string storedOptions(Page& page, std::string_view statement) {
+  return frame::asDesigner(page, [&] { return comboBoxOptions(page, statement); });
+}
+
 Variant TarloCBODataSource(Page& page, const Variant& sSQL, Variant& sPar) {
-  const Variant rows = frame::execSQLRows(page, sSQL);
-  if (!rows.isArray()) return {};
+  const frame::Rows rows = frame::rows(page, spliced(sSQL));
+  if (rows.empty()) return {};
   if (sPar.isNull()) sPar = "";
   const std::string wanted = variant::toText(sPar);
-  const Array& cells = rows.array();
   std::string source;
   std::string selected;
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
+  for (std::size_t i = 0; i < rows.size(); ++i) {
     // A Null value counts as "" in the first row only; a later one raises, as its text form does.
-    const Variant& cell = cells.at(0, row);
-    const std::string value = row == 0 ? spliced(cell) : variant::toText(cell);
-    source.append("<").append(spliced(cells.at(1, row))).append("<").append(value);
-    if (value == wanted) selected = std::to_string(row);
+    const frame::Row row = rows[i];
+    const std::string value = i == 0 ? row.text(0) : variant::toText(row.value(0));
+    source.append("<").append(row.text(1)).append("<").append(value);
+    if (value == wanted) selected = std::to_string(i);
   }
   return source + ">" + selected;
 }
 
 Variant GetComboBoxXMLs(Page& page, const Variant& sSQL) {
   ErrorState err;
-  const Variant rows = err.value([&] { return frame::execSQLRows(page, sSQL); });
-  return rows.isArray() ? Variant(optionsXml(page, rows.array())) : Variant();
-}
-
-std::string comboBoxOptions(Page& page, const std::string& statement) {
-  return variant::spliced(GetComboBoxXMLs(page, Variant(statement)));
-}
-
-std::string storedOptions(Page& page, const std::string& statement) {
-  return frame::asDesigner(page, [&] { return comboBoxOptions(page, statement); });
+  const std::string xml = err.value([&] { return comboBoxOptions(page, spliced(sSQL)); });
+  return xml.empty() ? Variant() : Variant(xml);
 }
 
 Variant GetRadioOrCheckBoxXML(Page& page, const Variant& sSQL) {
-  const Variant rows = frame::execSQLRows(page, sSQL);
-  if (!rows.isArray()) return {};
-  const Array& cells = rows.array();
+  const frame::Rows rows = frame::rows(page, spliced(sSQL));
+  if (rows.empty()) return {};
   std::string xml = "<?xml version='1.0' encoding='gb2312'?><root><part>";
-  for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-    xml.append("<value>").append(spliced(cells.at(0, row))).append("</value>");
-    xml.append("<text>").append(spliced(cells.at(1, row))).append("</text>");
+  for (const frame::Row row : rows) {
+    xml.append("<value>").append(row.text(0)).append("</value>");
+    xml.append("<text>").append(row.text(1)).append("</text>");
   }
   return xml.append("</part></root>");
 }

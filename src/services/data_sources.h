@@ -1,28 +1,34 @@
 #pragma once
-// Rows of a statement as the text that the browser's widgets take. Statements give two columns:
-// value first, caption second. The XML for combo boxes is encoded for an attribute in double
-// quotes; the other two forms are data that the page encodes where it puts them, and a caption with
-// their marks in it breaks the list.
+// Options as the texts that the browser's combo boxes take.
 
 #include <string>
+#include <string_view>
 
 #include "frame/page.h"
+#include "services/operations.h"
 
 namespace tarlo::services {
 
-// "<caption<value" for each row, then ">" and the index (from 0) of the last row whose value equals
-// sPar, or nothing. Empty with no rows. A Null sPar becomes "" in the caller's variable. Raises
-// DatabaseError.
-Variant TarloCBODataSource(Page& page, const Variant& sSQL, Variant& sPar);
-
-// The options as XML for a combo box; Empty with no rows and for a refused statement.
-Variant GetComboBoxXMLs(Page& page, const Variant& sSQL);
-// The same as text, "" for Empty.
-std::string comboBoxOptions(Page& page, const std::string& statement);
+// The rows of a statement, value and caption, as XML for a combo box, encoded for an attribute in
+// double quotes; a row without a caption is left out. "" with no rows and for a refused statement;
+// never raises.
+std::string comboBoxOptions(Page& page, std::string_view statement);
 // The same for a statement that was stored, or that a designer has put together.
-std::string storedOptions(Page& page, const std::string& statement);
+std::string storedOptions(Page& page, std::string_view statement);
 
-// The options as XML for radio buttons and check boxes; Empty with no rows. Raises DatabaseError.
-Variant GetRadioOrCheckBoxXML(Page& page, const Variant& sSQL);
+// Options as one text: "label<<<<<<value", joined by ">>>>>>". Nothing is escaped, so a label or
+// value with a marker in it breaks the list, as it does in every page that builds one by hand.
+class OptionList {
+ public:
+  void add(std::string_view label, std::string_view value);
+  bool empty() const { return text_.empty(); }
+  // With ">>>>>>" behind every option, the last as well.
+  const std::string& text() const { return text_; }
+  // Without the last one.
+  std::string_view joined() const;
+
+ private:
+  std::string text_;
+};
 
 }  // namespace tarlo::services

@@ -1,4 +1,4 @@
-#include "services/file_system.h"
+#include "services/page_objects.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "services/new_mail.h"
+#include "services/page_objects.h"
 
 #include <curl/curl.h>
 

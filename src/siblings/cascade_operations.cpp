@@ -1,5 +1,3 @@
-#include "siblings/cascade_operations.h"
-
 #include <algorithm>
 #include <array>
 #include <string>
@@ -10,11 +8,11 @@
 #include "frame/data.h"
 #include "frame/statement_scope.h"
 #include "org/may_call.h"
+#include "scheme/extras.h"
 #include "services/cascade_levels.h"
-#include "siblings/json_answer.h"
+#include "siblings/page_operations.h"
 #include "text/fold.h"
 #include "text/sql_text.h"
-#include "variant/array.h"
 #include "variant/convert.h"
 
 namespace tarlo::siblings {
@@ -46,13 +44,12 @@ bool isPlatformColumn(const CascadeLevel& level, std::string_view column) {
 }
 
 bool isDictionaryColumn(Page& page, const CascadeLevel& level, std::string_view column) {
-  const Variant rows = frame::execSQLRows(
-      page,
+  const std::string sql =
       "select b.Zembra_ID from Zembra_DataDict_Table as a,Zembra_DataDict_Field as b where "
       "a.DDT_Name=" +
-          sqlText(level.table) + " and b.DDF_Name=" + sqlText(column) +
-          " and b.DDF_TableID=a.Zembra_ID and a.Zembra_Flag<>0 and b.Zembra_Flag<>0");
-  return rows.isArray();
+      sqlText(level.table) + " and b.DDF_Name=" + sqlText(column) +
+      " and b.DDF_TableID=a.Zembra_ID and a.Zembra_Flag<>0 and b.Zembra_Flag<>0";
+  return !frame::rows(page, sql).empty();
 }
 
 std::string asked(Page& page, std::string_view key) {
@@ -95,28 +92,39 @@ std::string statementOf(const CascadeLevel& level, const std::string& parent) {
   return sql + " order by [" + level.text + "]";
 }
 
-Variant rowsOf(Page& page, const CascadeLevel& level) {
+frame::Rows rowsOf(Page& page, const CascadeLevel& level) {
   const database::StatementRights rights = rightsOf(page, level);
   if (!isKnown(page, level)) return {};
   const frame::StatementScope scope(page, rights);
-  return frame::execSQLRows(page, statementOf(level, asked(page, "parent")));
+  return frame::rows(page, statementOf(level, asked(page, "parent")));
+}
+
+void send(Page& page, const nlohmann::json& json) {
+  sendJson(page, json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
 }  // namespace
+
+// As bytes, since text would be encoded like a page.
+void sendJson(Page& page, const std::string& json) {
+  page.response.setHeader("Content-Type", "application/json; charset=utf-8");
+  page.response.setHeader("Cache-Control", "no-store");
+  page.response.binaryWrite(json);
+}
 
 void sendCascadeOptions(Page& page) {
   const auto level =
       services::cascadeLevel(asked(page, "table"), asked(page, "link"), asked(page, "value"),
                              asked(page, "text"), asked(page, "condition"));
   nlohmann::json list = nlohmann::json::array();
-  const Variant rows = level ? rowsOf(page, *level) : Variant();
-  if (rows.isArray()) {
-    const Array& cells = rows.array();
-    for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-      list.push_back({spliced(cells.at(0, row)), spliced(cells.at(1, row))});
-    }
-  }
-  sendJson(page, list.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+  const frame::Rows rows = level ? rowsOf(page, *level) : frame::Rows();
+  for (const frame::Row row : rows) list.push_back({row.text(0), row.text(1)});
+  send(page, list);
+}
+
+void sendSchemeState(Page& page) {
+  const scheme::SchemeState state = scheme::schemeState(page, page.request.value("prikeyid"));
+  send(page, {{"stamp", state.stamp}, {"change", state.change}});
 }
 
 }  // namespace tarlo::siblings

@@ -1,9 +1,11 @@
 #pragma once
 // What a page says about one grid: filled through the late-bound members of TarloTable.table, read
-// by everything that draws the grid or asks for its rows.
+// by everything that draws the grid or asks for its rows. And what the browser may send back of it.
 
 #include <cstdint>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarlo::siblings {
@@ -49,6 +51,26 @@ struct GridDefinition {
   std::vector<GridButton> buttons;
 
   std::int64_t rowsPerPage() const { return multiPage ? pageSize : kMostRows; }
+};
+
+// A text as it stands between the double quotes of a script string, without the backslashes of the
+// string.
+std::string unescapedScript(std::string_view text);
+
+// Without blanks at its ends and without a leading AND; "" for none.
+std::string_view bareCondition(std::string_view condition);
+
+// The conditions that the browser may send back for a grid. They are SQL, so the server takes none
+// but those that it wrote into the page itself.
+class GridConditions {
+ public:
+  // Collects the first argument of each view script that begins with a call of gotoView.
+  explicit GridConditions(const GridDefinition& grid);
+  // True for "" and for a condition of the page, alone or behind AND.
+  bool allows(std::string_view condition) const;
+
+ private:
+  std::set<std::string, std::less<>> conditions_;
 };
 
 }  // namespace tarlo::siblings

@@ -1,11 +1,9 @@
-#include "siblings/grid_markup.h"
-
 #include <fmt/format.h>
 
 #include <nlohmann/json.hpp>
 
 #include "frame/place.h"
-#include "siblings/grid_conditions.h"
+#include "siblings/grid_rows.h"
 
 namespace tarlo::siblings {
 namespace {

@@ -1,5 +1,3 @@
-#include "siblings/grid_operations.h"
-
 #include <algorithm>
 #include <optional>
 
@@ -7,10 +5,9 @@
 #include "frame/statement_scope.h"
 #include "org/may_call.h"
 #include "siblings/csv_field.h"
-#include "siblings/grid_markup.h"
 #include "siblings/grid_rows.h"
 #include "siblings/grid_state.h"
-#include "siblings/json_answer.h"
+#include "siblings/page_operations.h"
 #include "text/fold.h"
 #include "text/pieces.h"
 #include "variant/convert.h"

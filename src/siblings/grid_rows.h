@@ -1,5 +1,6 @@
 #pragma once
-// One page of a grid, read from the database.
+// One page of a grid: read from the database, and as the browser gets it: as a table that shows at
+// once, as JSON later.
 
 #include <cstdint>
 #include <string>
@@ -40,5 +41,21 @@ GridRows readRows(Page& page, GridState& grid, const GridRequest& request);
 std::string_view messageOf(int errorNumber);
 // The same as a status that reads as HTTP's.
 int statusOf(int errorNumber);
+
+// What a drawn grid begins with.
+struct DrawnGrid {
+  std::string key;    // in the session; "" when the statement was refused
+  std::string error;  // a message in the place of rows; "" for none
+  GridRows rows;
+};
+
+// The table, and the script that makes the variable of the grid's id.
+std::string gridMarkup(const GridDefinition& grid, const DrawnGrid& drawn);
+
+// {"ok":true,"total":..,"page":..,"rows":[{"id":..,"cells":[markup,..]},..]}
+std::string rowsJson(const GridRows& rows);
+
+// {"ok":false,"status":..,"error":..}; the status reads as HTTP's.
+std::string errorJson(int status, std::string_view message);
 
 }  // namespace tarlo::siblings

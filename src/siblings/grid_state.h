@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "frame/page.h"
-#include "siblings/grid_conditions.h"
 #include "siblings/grid_definition.h"
 #include "siblings/grid_statement.h"
 #include "variant/object.h"

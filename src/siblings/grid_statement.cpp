@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "database/error.h"
-#include "siblings/grid_conditions.h"
+#include "siblings/grid_definition.h"
 #include "tsql/error.h"
 #include "tsql/parse/parser.h"
 #include "tsql/print/tsql_printer.h"

@@ -1,11 +1,11 @@
-#include "siblings/menu.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
 
 #include "frame/member_table.h"
 #include "frame/place.h"
+#include "siblings/components.h"
+#include "variant/convert.h"
 
 namespace tarlo::siblings {
 namespace {
@@ -23,13 +23,43 @@ int pixelsOf(const Variant& value) {
              : 0;
 }
 
+class Menu : public frame::MemberObject<Menu> {
+ public:
+  struct Members {
+    static std::span<const frame::Property<Menu>> properties();
+    static std::span<const frame::Method<Menu>> methods();
+  };
+
+ private:
+  struct Entry {
+    std::string caption;
+    std::string href;
+    std::string target;
+    std::string subMenu;
+    bool isSeparator() const { return caption.empty() && href.empty(); }
+  };
+
+  static Entry entryOf(std::span<Variant> arguments);
+  static std::string linkMarkup(const Entry& entry, bool opens);
+  std::string pullDownMarkup(const Entry& top) const;
+  std::string topMarkup(const Entry& top) const;
+
+  Variant addMenu0(std::span<Variant> arguments);
+  Variant addSubMenu(std::span<Variant> arguments);
+  Variant writeMenu(std::span<Variant> arguments);
+
+  Variant title_ = "";
+  Variant left_ = 0;
+  Variant top_ = 0;
+  std::vector<Entry> entries_;
+  std::vector<Entry> subEntries_;
+};
+
 template <Variant Menu::*kValue>
 constexpr frame::Property<Menu> value(std::string_view name) {
   return {name, [](const Menu& menu) { return menu.*kValue; },
           [](Menu& menu, const Variant& value) { menu.*kValue = value; }};
 }
-
-}  // namespace
 
 std::span<const frame::Property<Menu>> Menu::Members::properties() {
   static constexpr frame::Property<Menu> kRows[] = {
@@ -98,6 +128,8 @@ Variant Menu::writeMenu(std::span<Variant>) {
       "<ul role=\"menubar\" class=\"tarlo-menu-bar\">{}</ul></div>\r\n",
       pixelsOf(left_), variant::spliced(title_), items);
 }
+
+}  // namespace
 
 std::shared_ptr<Object> makeMenu() {
   return std::make_shared<Menu>();

@@ -1,12 +1,7 @@
 #include "siblings/siblings.h"
 
-#include "siblings/cascade_operations.h"
-#include "siblings/grid_operations.h"
-#include "siblings/menu.h"
-#include "siblings/scheme_state.h"
-#include "siblings/single_dialog.h"
-#include "siblings/table.h"
-#include "siblings/web_dialog.h"
+#include "siblings/components.h"
+#include "siblings/page_operations.h"
 
 namespace tarlo::siblings {
 namespace {

@@ -1,13 +1,21 @@
-#include "siblings/table.h"
+#include <fmt/format.h>
 
 #include <algorithm>
 
+#include "frame/data.h"
 #include "frame/member_table.h"
-#include "siblings/grid_drawing.h"
+#include "frame/statement_scope.h"
+#include "siblings/components.h"
+#include "siblings/grid_rows.h"
+#include "text/pieces.h"
+#include "text/sql_text.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
 
 namespace tarlo::siblings {
 namespace {
 
+using text::sqlText;
 using variant::spliced;
 using variant::toInt32;
 
@@ -41,7 +49,89 @@ std::string widthOf(std::string_view text) {
   return std::string(text) + (unit.empty() ? "px" : "");
 }
 
-}  // namespace
+std::shared_ptr<const PreparedGrid> prepare(Page& page, const SessionGrids& grids,
+                                            const GridDefinition& grid) {
+  if (auto prepared = grids.preparedFor(grid)) return prepared;
+  database::Lease connection = frame::borrowConnection(page);
+  return std::make_shared<PreparedGrid>(grid, connection->catalogue());
+}
+
+// One row for each list that a session draws; one that is drawn again at once keeps its row. Beyond
+// the bound the session's newest row is written again and no older one, since readers take the row
+// with the highest number.
+void noteDrawn(Page& page, const std::string& sql, const std::string& ordered) {
+  const frame::StatementScope scope(page,
+                                    {.reads = {}, .writes = {database::TableGroup::DrawnGrids}});
+  const frame::DispensableScope dispensable(page);
+  constexpr int kMostRowsOfSession = 20;
+  const std::string session = sqlText(page.session.id());
+  const frame::Rows kept =
+      frame::rows(page,
+                  "select count(*),max(TarloTable_ID) from Zembra_Temp_TarloTable "
+                  "where TarloTable_SessionID = " +
+                      session);
+  const bool isFull = toInt32(kept.front().value(0)) >= kMostRowsOfSession;
+  frame::execSQL(
+      page, isFull ? fmt::format("update Zembra_Temp_TarloTable set TarloTable_SQLString = {},"
+                                 "TarloTable_SQLString2 = {} where TarloTable_ID = {}",
+                                 sqlText(sql), sqlText(ordered), kept.front().text(1))
+                   : fmt::format("insert into Zembra_Temp_TarloTable (TarloTable_SessionID,"
+                                 "TarloTable_SQLString,TarloTable_SQLString2) values ({},{},{})",
+                                 session, sqlText(sql), sqlText(ordered)));
+}
+
+// The grid's markup: its statement is prepared and kept in the session, its first page is read, and
+// the statement is noted where task panels look for what a session has listed last. Captions that
+// the page did not give are the titles of the statement.
+std::string drawGrid(Page& page, GridDefinition grid) {
+  // A page without a statement has nothing to list: its grid is empty, and not broken.
+  if (text::trim(grid.sql).empty()) return gridMarkup(grid, {});
+  ErrorState err;
+  DrawnGrid drawn;
+  std::shared_ptr<GridState> state;
+  const std::shared_ptr<SessionGrids> grids = SessionGrids::of(page);
+  err.run([&] {
+    auto prepared = prepare(page, *grids, grid);
+    if (grid.captions.empty()) {
+      const auto& titles = prepared->statement.titles();
+      grid.captions.assign(titles.begin() + 1, titles.end());
+    }
+    state = std::make_shared<GridState>(page, grid, std::move(prepared));
+    drawn.rows = readRows(page, *state, {});
+  });
+  if (state != nullptr) drawn.key = grids->add(state);
+  if (err.failed()) {
+    drawn.error = messageOf(err.number());
+  } else if (grids->noteDrawn(state->prepared)) {
+    err.run([&] { noteDrawn(page, grid.sql, state->prepared->ordered); });
+  }
+  return gridMarkup(grid, drawn);
+}
+
+class Table : public frame::MemberObject<Table> {
+ public:
+  struct Members {
+    template <bool GridDefinition::*kFlag>
+    static constexpr frame::Property<Table> flag(std::string_view name);
+    template <std::string GridDefinition::*kText>
+    static constexpr frame::Property<Table> text(std::string_view name);
+    static std::span<const frame::Property<Table>> properties();
+    static std::span<const frame::Method<Table>> methods();
+  };
+
+ private:
+  Variant connect(std::span<Variant> arguments);
+  Variant addSubMenuTitle(std::span<Variant> arguments);
+  Variant addSubMenu(std::span<Variant> arguments);
+  Variant addActions(std::span<Variant> arguments);
+  Variant writeTable(std::span<Variant> arguments);
+  Variant getTableHtml(std::span<Variant> arguments);
+
+  Page& page() const;
+
+  Page* page_ = nullptr;
+  GridDefinition grid_;
+};
 
 template <bool GridDefinition::*kFlag>
 constexpr frame::Property<Table> Table::Members::flag(std::string_view name) {
@@ -133,6 +223,8 @@ Page& Table::page() const {
   if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
   return *page_;
 }
+
+}  // namespace
 
 std::shared_ptr<Object> makeTable() {
   return std::make_shared<Table>();

@@ -1,13 +1,10 @@
-#include "workflow/panel_statements.h"
+// The statements of the panels.
 
-#include <string_view>
-
-#include "variant/convert.h"
+#include "text/pieces.h"
+#include "workflow/operations.h"
 
 namespace tarlo::workflow {
 namespace {
-
-using variant::spliced;
 
 constexpr std::string_view kTask =
     "select top 5 /* Zembra_ID ,*/ '<span onclick=\"top.TarloY.showWebDialog("
@@ -70,16 +67,13 @@ constexpr std::string_view kStepClosing =
 
 }  // namespace
 
-std::string openTasksStatement(const Variant& user) {
-  return std::string(kTask).append(spliced(user)).append(kTaskClosing);
+std::string openTasksStatement(std::string_view user) {
+  return text::joined({kTask, user, kTaskClosing});
 }
 
-std::string waitingStepsStatement(const Variant& user) {
-  const std::string id = spliced(user);
-  std::string sql = " SELECT  top 5  ";
-  sql.append(kOpenStep).append(kStepName).append(kOpenStep).append(kStepState);
-  sql.append(kStepTables).append(id).append(kOrDirectly).append(id).append(kStepClosing);
-  return sql;
+std::string waitingStepsStatement(std::string_view user) {
+  return text::joined({" SELECT  top 5  ", kOpenStep, kStepName, kOpenStep, kStepState, kStepTables,
+                       user, kOrDirectly, user, kStepClosing});
 }
 
 }  // namespace tarlo::workflow

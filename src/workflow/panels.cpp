@@ -1,5 +1,3 @@
-#include "workflow/panels.h"
-
 #include <string>
 #include <string_view>
 
@@ -7,12 +5,11 @@
 #include "frame/data.h"
 #include "frame/helpers.h"
 #include "frame/template.h"
-#include "org/current_user.h"
+#include "org/groups.h"
 #include "text/pieces.h"
-#include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
-#include "workflow/panel_statements.h"
+#include "workflow/operations.h"
 
 namespace tarlo::workflow {
 namespace {
@@ -73,90 +70,91 @@ bool isBlank(Page& page, const Variant& value) {
 
 // `title` and `text` give the markup of a row's cells.
 template <class Title, class Text>
-void writePanel(Page& page, const Panel& panel, const Variant& rows, Title&& title, Text&& text) {
+void writePanel(Page& page, const Panel& panel, const frame::Rows& rows, Title&& title,
+                Text&& text) {
   static const Template top(embedded::workflow_pages::find("panel_top.html"));
   static const Template line(embedded::workflow_pages::find("panel_row.html"));
   static const Template more(embedded::workflow_pages::find("panel_more.html"));
   static const Template none(embedded::workflow_pages::find("panel_none.html"));
   static const Template end(embedded::workflow_pages::find("panel_end.html"));
   top.write(page.response, {{"caption", panel.caption}});
-  if (rows.isArray()) {
-    const Array& cells = rows.array();
-    for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-      line.write(page.response, {{"firstCell", panel.firstCell},
-                                 {"title", title(cells, row)},
-                                 {"secondCell", panel.secondCell},
-                                 {"text", text(cells, row)}});
-    }
-    more.write(page.response, {{"address", panel.allAddress}});
-  } else {
+  for (const frame::Row row : rows) {
+    line.write(page.response, {{"firstCell", panel.firstCell},
+                               {"title", title(row)},
+                               {"secondCell", panel.secondCell},
+                               {"text", text(row)}});
+  }
+  if (rows.empty()) {
     none.write(page.response);
+  } else {
+    more.write(page.response, {{"address", panel.allAddress}});
   }
   end.write(page.response);
 }
 
+Variant instanceMenu(Page& page, std::string_view instance) {
+  return frame::firstCell(page,
+                          text::joined({"DECLARE  @strReturn varchar(50);EXEC "
+                                        "Zembra_WorkFlowInstance_IsExistsTempMenu ",
+                                        instance, ",@strReturn out;SELECT @strReturn "}),
+                          Variant(""));
+}
+
+Variant handedOverBy(Page& page, std::string_view module) {
+  return frame::firstCell(
+      page,
+      text::joined({"SELECT Exper_SID      FROM Zembra_ExchangePermission      WHERE   "
+                    "ExPer_RID = ",
+                    org::currentUserId(), "             AND ExPer_Para = ", module}),
+      Variant(0));
+}
+
 // Whose permission the step's link carries: 0 unless the instance has a menu of its own.
-Variant permissionOf(Page& page, const Variant& menu) {
-  const Variant own = doGetWFIName(page, menu, "IsExistsTempMenu", {}, {});
-  const Variant permission = doFindPermissionWFI(page, menu, "", "");
+std::string permissionOf(Page& page, std::string_view menu) {
+  const Variant own = instanceMenu(page, menu);
+  const Variant permission = handedOverBy(page, menu);
   const bool hasOwnMenu = !isBlank(page, own) && !variant::equals(own, 0);
-  return hasOwnMenu && !isBlank(page, permission) ? permission : Variant(0);
+  return hasOwnMenu && !isBlank(page, permission) ? spliced(permission) : "0";
 }
 
 }  // namespace
 
 void MergeGetMyTaskInFirst(Page& page) {
-  const Variant rows = frame::execSQLRows(page, Variant(openTasksStatement(org::currentUserId())));
-  const auto title = [](const Array& cells, std::ptrdiff_t row) {
-    return cellMarkup(kTaskCell, spliced(cells.at(0, row)));
-  };
-  const auto period = [](const Array& cells, std::ptrdiff_t row) {
-    return inPlace(Place::Text, spliced(cells.at(1, row)));
-  };
+  const frame::Rows rows = frame::rows(page, openTasksStatement(org::currentUserId()));
+  const auto title = [](frame::Row row) { return cellMarkup(kTaskCell, row.text(0)); };
+  const auto period = [](frame::Row row) { return inPlace(Place::Text, row.text(1)); };
   writePanel(page, kTasks, rows, title, period);
 }
 
 void WorkFlowWaitingForDealList(Page& page) {
-  const Variant rows =
-      frame::execSQLRows(page, Variant(waitingStepsStatement(org::currentUserId())));
-  const auto title = [&](const Array& cells, std::ptrdiff_t row) {
-    const std::string permission =
-        inPlace(Place::Address, spliced(permissionOf(page, cells.at(2, row))));
-    return text::replace(cellMarkup(kStepCell, spliced(cells.at(0, row))), "&intPermission=0&",
+  const frame::Rows rows = frame::rows(page, waitingStepsStatement(org::currentUserId()));
+  const auto title = [&](frame::Row row) {
+    const std::string permission = inPlace(Place::Address, permissionOf(page, row.text(2)));
+    return text::replace(cellMarkup(kStepCell, row.text(0)), "&intPermission=0&",
                          "&intPermission=" + permission + "&");
   };
-  const auto state = [](const Array& cells, std::ptrdiff_t row) {
-    return cellMarkup(kStepCell, spliced(cells.at(1, row)));
-  };
+  const auto state = [](frame::Row row) { return cellMarkup(kStepCell, row.text(1)); };
   writePanel(page, kSteps, rows, title, state);
 }
 
 Variant doGetWFIName(Page& page, const Variant& iUID, const Variant&, const Variant&,
                      const Variant&) {
-  return frame::firstCell(page,
-                          ("DECLARE  @strReturn varchar(50);EXEC "
-                           "Zembra_WorkFlowInstance_IsExistsTempMenu " +
-                           spliced(iUID) + ",@strReturn out;SELECT @strReturn "),
-                          Variant(""));
+  return instanceMenu(page, spliced(iUID));
 }
 
 Variant doFindPermissionWFI(Page& page, const Variant& intMenuID, const Variant&, const Variant&) {
-  return frame::firstCell(
-      page,
-      ("SELECT Exper_SID      FROM Zembra_ExchangePermission      WHERE   "
-       "ExPer_RID = " +
-       spliced(org::currentUserId()) + "             AND ExPer_Para = " + spliced(intMenuID)),
-      Variant(0));
+  return handedOverBy(page, spliced(intMenuID));
 }
 
 Variant getCurrentResultSet(Page& page) {
-  const Variant rows = frame::execSQLRows(
-      page, Variant("Select top 1 TarloTable_SQLString,TarloTable_SQLString2 From "
-                    "Zembra_Temp_TarloTable Where TarloTable_SessionID = '" +
-                    page.session.id() + "' order by TarloTable_ID desc "));
-  if (!rows.isArray()) return {};
-  const Array& cells = rows.array();
-  return isBlank(page, cells.at(1, 0)) ? cells.at(0, 0) : cells.at(1, 0);
+  const frame::Rows rows =
+      frame::rows(page,
+                  "Select top 1 TarloTable_SQLString,TarloTable_SQLString2 From "
+                  "Zembra_Temp_TarloTable Where TarloTable_SessionID = '" +
+                      page.session.id() + "' order by TarloTable_ID desc ");
+  if (rows.empty()) return {};
+  const frame::Row newest = rows.front();
+  return newest.value(isBlank(page, newest.value(1)) ? 0 : 1);
 }
 
 }  // namespace tarlo::workflow

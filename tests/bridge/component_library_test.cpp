@@ -37,7 +37,50 @@ struct Echo : Object {
   std::string written;
 };
 
+// A host whose request answers with objects, as the page server's does, and whose response has
+// properties: what it is told comes in order.
+struct TextItem : Object {
+  explicit TextItem(Variant given) : value(std::move(given)) {}
+  Variant get(std::string_view name, std::span<Variant>) override {
+    return name.empty() ? value : Object::get(name);
+  }
+  Variant value;
+};
+
+struct ObjectHost : frame::ContextObject {
+  struct Request : ContextObject {
+    explicit Request(Page& page) : ContextObject(page, frame::ContextPart::Request) {}
+    Variant get(std::string_view name, std::span<Variant> arguments) override {
+      const Variant value = ContextObject::get(name, arguments);
+      return Variant(std::shared_ptr<Object>(std::make_shared<TextItem>(value)));
+    }
+  };
+  struct Response : ContextObject {
+    explicit Response(Page& page) : ContextObject(page, frame::ContextPart::Response) {}
+    void put(std::string_view name, const Variant& value) override {
+      told += std::string(name) + "=" + textOf(value) + ";";
+    }
+    Variant call(std::string_view name, std::span<Variant> arguments) override {
+      const bool isHeader = name == "AddHeader";
+      if (isHeader) told += textOf(arguments[0]) + ": " + textOf(arguments[1]) + ";";
+      return isHeader ? Variant() : ContextObject::call(name, arguments);
+    }
+    std::string told;
+  };
+  explicit ObjectHost(Page& page)
+      : ContextObject(page), response(std::make_shared<Response>(page)) {}
+  Variant get(std::string_view name, std::span<Variant> arguments) override {
+    if (name == "Request") {
+      return Variant(std::shared_ptr<Object>(std::make_shared<Request>(page())));
+    }
+    if (name == "Response") return Variant(std::shared_ptr<Object>(response));
+    return ContextObject::get(name, arguments);
+  }
+  std::shared_ptr<Response> response;
+};
+
 struct Database : PlatformDatabase {
+  using PlatformDatabase::local;
   void registerObject(const std::string& name, std::shared_ptr<Object> object) {
     local().registerObject(name, [object] { return object; });
   }
@@ -101,6 +144,31 @@ TEST_F(LibraryTest, TheSessionIsWrittenAndSiblingsAreTheHosts) {
   EXPECT_EQ(grid->connected, 1);
   EXPECT_NE(grid->written.find("sql=select 1 as a|"), std::string::npos) << grid->written;
   EXPECT_NE(data_.written().find("markup"), std::string::npos);
+}
+
+TEST_F(LibraryTest, AForeignRequestMayAnswerWithObjects) {
+  const auto host = std::make_shared<ObjectHost>(data_.page());
+  call("OnStartPage", {Variant(std::shared_ptr<Object>(host))});
+  data_.setApplication("virtualWebKeyWord", "http://site");
+  data_.ask("action", "ctrlSearch");
+  EXPECT_EQ(textOf(call("isValidConnect")), "False");
+  data_.ask("HTTP_REFERER", "");
+  data_.local().serverVariables()["HTTP_REFERER"] = "http://site/x";
+  EXPECT_EQ(textOf(call("isValidConnect")), "True");
+  data_.ask("id", "77");
+  EXPECT_EQ(data_.writtenBy([&] { call("delSearch_UsrField"); }).substr(0, 8), "<script>");
+}
+
+TEST_F(LibraryTest, AForeignResponseIsToldByPropertiesThenByHeaders) {
+  const auto host = std::make_shared<ObjectHost>(data_.page());
+  call("OnStartPage", {Variant(std::shared_ptr<Object>(host))});
+  const auto ignored = std::make_shared<Echo>();
+  for (const char* name : {"TarloTable.table", "Tarlo.menu"}) data_.registerObject(name, ignored);
+  data_.page().session.put("usrICID", 1);
+  data_.page().session.put("usrID", 1);
+  call("ctrlSearch");
+  EXPECT_EQ(host->response->told,
+            "Buffer=True;Expires=0;CacheControl=no-cache;Pragma: No-Cache;robots: noindex,follow;");
 }
 
 TEST_F(LibraryTest, ItEntersItselfAndGoesAgain) {

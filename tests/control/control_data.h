@@ -6,7 +6,6 @@
 #include <string>
 
 #include "frame/dialog_frame.h"
-#include "frame/step_page.h"
 #include "scheme/page_frame.h"
 #include "support/wizard_support.h"
 

@@ -28,8 +28,7 @@ class Data : public ::testing::Test {
   }
 
   std::string one(std::string_view sql) {
-    const Variant rows = execSQLRows(page_, sql);
-    return rows.isArray() ? variant::spliced(rows.array().at(0, 0)) : "(no rows)";
+    return variant::spliced(firstCell(page_, sql, "(no rows)"));
   }
   std::string lastLogged() {
     return one("select top 1 OperateLog_SQL from Zembra_OperateLog order by OperateLog_ID desc");
@@ -48,14 +47,24 @@ class Data : public ::testing::Test {
 };
 
 TEST_F(Data, RowsAreColumnThenRowAndEmptyWhenThereAreNone) {
-  EXPECT_TRUE(execSQLRows(page_, "select Note_ID from Note").isEmpty());
+  const Rows none = rows(page_, "select Note_ID from Note");
+  EXPECT_TRUE(none.empty());
+  EXPECT_TRUE(none.table().isEmpty());
+  EXPECT_TRUE(none.tableOrNull().isNull());
+  EXPECT_EQ(errorOf([&] { none.front(); }), 13);
   execSQL(page_, "insert into Note(Note_Text) values('a')");
   execSQL(page_, "insert into Note(Note_Text) values(null)");
-  const Variant rows = execSQLRows(page_, "select Note_ID,Note_Text from Note order by Note_ID");
-  EXPECT_EQ(rows.array().upperBound(1), 1);
-  EXPECT_EQ(rows.array().upperBound(2), 1);
-  EXPECT_EQ(rows.array().at(1, 0).text(), "a");
-  EXPECT_TRUE(rows.array().at(1, 1).isNull());
+  const Rows notes = rows(page_, "select Note_ID,Note_Text from Note order by Note_ID");
+  const Variant table = notes.table();
+  EXPECT_EQ(table.array().upperBound(1), 1);
+  EXPECT_EQ(table.array().upperBound(2), 1);
+  EXPECT_EQ(table.array().at(1, 0).text(), "a");
+  EXPECT_TRUE(table.array().at(1, 1).isNull());
+  std::string texts;
+  for (const Row row : notes) texts += row.text(0) + row.text(1) + ";";
+  EXPECT_EQ(texts, "1a;2;");
+  EXPECT_EQ(errorOf([&] { notes.front().value(2); }), 9);
+  EXPECT_EQ(errorOf([&] { notes[2]; }), 9);
 }
 
 TEST_F(Data, RowsAreWalkedInOrderAndReadByColumn) {
@@ -125,7 +134,7 @@ TEST_F(Data, TheServersOwnTablesAreUnknownToPages) {
                     "from dbo.[TARLO_secret])"),
         std::string("update Tarlo_Secret set Hash='x'"),
         std::string("insert into Note (Note_Text) select Hash from Tarlo_Secret")}) {
-    EXPECT_NE(errorOf([&] { execSQLRows(page_, sql); }), 0) << sql;
+    EXPECT_NE(errorOf([&] { rows(page_, sql); }), 0) << sql;
     EXPECT_NE(errorOf([&] { execSQL(page_, sql); }), 0) << sql;
   }
   EXPECT_EQ(variant::spliced(databases_.find(name_).borrow()->open(read)->value(0)), "h");
@@ -133,11 +142,11 @@ TEST_F(Data, TheServersOwnTablesAreUnknownToPages) {
 
 TEST_F(Data, TheConnectionStringIsReadAtEachCall) {
   local_.application()["strConn"] = "sqlite:" + (folder_.path() / "other.db").string();
-  EXPECT_THROW(execSQLRows(page_, "select Note_ID from Note"), database::DatabaseError);
+  EXPECT_THROW(rows(page_, "select Note_ID from Note"), database::DatabaseError);
   local_.application()["strConn"] = name_;
   EXPECT_EQ(one("select count(*) from Note"), "0");
   local_.application().erase("strConn");
-  EXPECT_THROW(execSQLRows(page_, "select 1"), database::DatabaseError);
+  EXPECT_THROW(rows(page_, "select 1"), database::DatabaseError);
 }
 
 TEST_F(Data, LoggedStatementsAreRewritten) {

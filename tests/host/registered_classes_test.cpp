@@ -18,6 +18,7 @@ namespace {
 
 const std::string kOwnGrid = TARLO_BUILD_FOLDER "/examples/own_grid.so";
 constexpr const char* kOwnClass = "{6B1B7A52-41C3-4C0D-9A35-0F3E5D8C7A11}";
+constexpr const char* kOwnDialog = "{6B1B7A52-41C3-4C0D-9A35-0F3E5D8C7A12}";
 
 class RegisteredClassesTest : public ::testing::Test {
  protected:
@@ -27,8 +28,9 @@ class RegisteredClassesTest : public ::testing::Test {
       factories_[std::string(progId.name)] = progId.make;
     }
   }
-  void add(const std::string& classId, const std::string& library) {
-    bridge::addToRegistry(file(), {"tarlotable.TABLE", classId, library});
+  void add(const std::string& classId, const std::string& library,
+           const std::string& progId = "tarlotable.TABLE") {
+    bridge::addToRegistry(file(), {progId, classId, library});
     addRegisteredClasses(file(), factories_, log_);
   }
   std::string file() const { return (folder_.path() / "registry").string(); }
@@ -41,7 +43,7 @@ class RegisteredClassesTest : public ::testing::Test {
 
 struct Database : testing::PlatformDatabase {
   explicit Database(HttpServer& server) {
-    for (const char* name : {"TarloTable.table", "Tarlo.menu"}) {
+    for (const char* name : {"TarloTable.table", "Tarlo.menu", "TarloDialog.WebDialog"}) {
       local().registerObject(name, [&server, name] { return server.createObject(name); });
     }
   }
@@ -55,6 +57,14 @@ TEST_F(RegisteredClassesTest, APageIsDrawnWithTheOtherGrid) {
   EXPECT_NE(page.find("<table id=\"own_grid\"><caption>关系名称|类型|查询方案</caption></table>"),
             std::string::npos);
   EXPECT_EQ(page.find("tarlo-grid"), std::string::npos);
+}
+
+TEST_F(RegisteredClassesTest, AClassConnectsWithTheTwoArgumentsThatItTakes) {
+  add(kOwnDialog, kOwnGrid, "tarlodialog.WEBDIALOG");
+  HttpServer server(factories_, Charset::Utf8);
+  Database data(server);
+  const std::string page = data.writtenBy([&] { control::addSearchDlg_UsrField(data.page()); });
+  EXPECT_TRUE(page.starts_with("<h1 id=\"own_dialog\">")) << page;
 }
 
 TEST_F(RegisteredClassesTest, ALibraryThatFailsIsLoggedAndTakesNoPlace) {

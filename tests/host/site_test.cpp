@@ -120,16 +120,21 @@ TEST_F(SiteTest, DesignersPagesNeedAManagerInTheMenu) {
   }
 }
 
+// Of the component and of those beside it: each page would answer with 200.
 TEST_F(SiteTest, TheOriginCheckStandsInFrontOfEveryOperation) {
   site_.changeConfig().virtualWebKeyWord = "http://site.example";
   site_.signInAs("admin");
-  const std::string target = "/TarloQuery.Zembra?action=getDateTime";
-  EXPECT_EQ(site_.get(target, {kReferer})->status, 200U);
-  const auto refused = site_.get(target, {{"Referer", "http://elsewhere/?http://site.example"}});
-  EXPECT_EQ(refused->status, 403U);
-  EXPECT_NE(refused->text().find("无法识别的访问来源"), std::string::npos);
-  EXPECT_EQ(site_.get(target)->status, 403U);
-  EXPECT_EQ(site_.get(target + "&k7wwworvane=1")->status, 200U);
+  for (const std::string target :
+       {"/TarloQuery.Zembra?action=getDateTime", "/TarloTable.Zembra?action=rows",
+        "/TarloTable.Zembra?action=csv", "/TarloDialog.Zembra?action=schemeState&prikeyid=1",
+        "/TarloRelation.Zembra?action=options&table=Zembra_DataDict_Table.x&link=a.b"}) {
+    EXPECT_EQ(site_.get(target, {kReferer})->status, 200U) << target;
+    const auto refused = site_.get(target, {{"Referer", "http://elsewhere/?http://site.example"}});
+    EXPECT_EQ(refused->status, 403U) << target;
+    EXPECT_NE(refused->text().find("无法识别的访问来源"), std::string::npos) << target;
+    EXPECT_EQ(site_.get(target)->status, 403U) << target;
+    EXPECT_EQ(site_.get(target + "&k7wwworvane=1")->status, 200U) << target;
+  }
 }
 
 TEST(SameOrigin, IsReadFromWhatBrowsersSay) {
@@ -397,6 +402,58 @@ TEST_F(BoundaryTest, FailuresShowAPlainPage) {
   for (const char* part : {"run-7 \"/x\" failed: ", "secret text", "sqlite code 5, state HY000",
                            "secret native", "error 13", "secret detail", "unknown kind"})
     EXPECT_NE(log_.str().find(part), std::string::npos) << part;
+}
+
+TEST_F(BoundaryTest, WhatAPageHasWrittenStaysInFrontOfTheNotice) {
+  const std::function<void()> fails = [] {
+    throw database::DatabaseError(1, "secret text", {"sqlite", 5, "HY000", "secret native"});
+  };
+  struct Row {
+    std::function<void()> failure;
+    unsigned status;
+  };
+  for (const Row& row :
+       {Row{fails, 500},
+        Row{[] { throw RuntimeError(ErrorNumber::PermissionDenied, "x"); }, 403}}) {
+    answer_ = Answer();
+    const std::string body = run([&](Visit& visit) {
+      visit.response.write("<p>half a page</p>");
+      row.failure();
+    });
+    EXPECT_EQ(answer_.status, row.status);
+    EXPECT_TRUE(body.starts_with("<p>half a page</p><div class=\"notice\">\r\n<h3>")) << body;
+    EXPECT_NE(body.find("run-7"), std::string::npos);
+    EXPECT_EQ(body.find("secret"), std::string::npos);
+    EXPECT_EQ(answer_.header("Content-Type"), "text/html; charset=utf-8");
+    EXPECT_EQ(answer_.header("Cache-Control"), "no-store");
+    EXPECT_NE(answer_.header("Content-Security-Policy").find("'unsafe-inline'"), std::string::npos);
+  }
+  // Where both have no room the notice stands alone, and where nothing is written as well.
+  for (const std::size_t written : {std::size_t{0}, std::size_t{900}}) {
+    answer_ = Answer();
+    const std::string body = run([&](Visit& visit) {
+      visit.response.write(std::string(written, 'x'));
+      fails();
+    });
+    EXPECT_TRUE(body.starts_with("<html")) << body;
+    EXPECT_EQ(body.find("xxx"), std::string::npos);
+  }
+}
+
+// A page may say that it saved what the database did not take.
+TEST_F(BoundaryTest, WhatWasWrittenOverAnOutageDoesNotStay) {
+  const database::DatabaseError full(1, "full",
+                                     {"sqlite", 13, "", "full", "", database::Outage::Full});
+  for (const bool isSwallowed : {true, false}) {
+    answer_ = Answer();
+    const std::string body = run([&](Visit& visit) {
+      visit.refusals.failed(full);
+      visit.response.write("saved");
+      if (!isSwallowed) throw full;
+      throw RuntimeError(ErrorNumber::TypeMismatch, "later");
+    });
+    EXPECT_EQ(body.starts_with("saved"), !isSwallowed) << body;
+  }
 }
 
 TEST_F(BoundaryTest, WhatWasSentStaysAndAnEndIsNoFailure) {

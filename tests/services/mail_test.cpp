@@ -1,6 +1,6 @@
 // Mail over a real SMTP server.
 
-#include "services/mail.h"
+#include "services/operations.h"
 
 #include <gtest/gtest.h>
 #include <sodium.h>
@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "services/new_mail.h"
+#include "services/page_objects.h"
 #include "support/platform_database.h"
 
 namespace tarlo::services {
@@ -55,7 +55,10 @@ class MailDatabase : public testing::PlatformDatabase {
  public:
   explicit MailDatabase(MailServer server) {
     server.timeout = std::chrono::seconds(10);
-    local().registerObject("CDONTS.NewMail", [server] { return makeNewMail(server); });
+    replaceMail([server] { return makeNewMail(server); });
+  }
+  void replaceMail(std::function<std::shared_ptr<Object>()> make) {
+    local().registerObject("CDONTS.NewMail", std::move(make));
   }
 };
 
@@ -112,6 +115,50 @@ TEST(Mail, APasswordGoesFromThePolicysAddress) {
                     "x<br><br>&nbsp; &nbsp; &nbsp; &nbsp; 请您登录后立即修改密码<br>"
                     "&nbsp; &nbsp;  &nbsp; &nbsp; 如果仍然无法登录，请向系统管理员寻求帮助<br>"
                     " &nbsp; &nbsp; &nbsp; &nbsp; Zembra 系统密码取回时间 ： "));
+}
+
+// Keeps what is done with it, and what stood in the body when it was addressed.
+struct RecordingMail : Object {
+  explicit RecordingMail(const Variant& given) : body(given) {}
+  void put(std::string_view name, const Variant& value) override {
+    const bool isBody = name == "Body";
+    calls += std::string(name) + "=" + (isBody ? "" : textOf(value)) + ";";
+    if (name == "Subject") bodyWhenAddressed = textOf(body);
+    if (isBody) {
+      EXPECT_EQ(textOf(value), textOf(body));
+    }
+  }
+  Variant call(std::string_view name, std::span<Variant>) override {
+    calls += std::string(name) + ";";
+    return {};
+  }
+  const Variant& body;  // the caller's variable
+  std::string calls, bodyWhenAddressed;
+};
+
+TEST(Mail, IsMadeAndAddressedBeforeTheClosingIsAppended) {
+  struct Row {
+    Variant (*send)(Page&, const Variant&, const Variant&, Variant&);
+    const char* sender;
+  };
+  for (const Row& row : {Row{SendPayment, "pay@example.com"}, Row{SendPassWordEmail, "0"}}) {
+    MailDatabase data({});
+    data.setApplication("mailSender", "pay@example.com");
+    Variant body("x");
+    const auto mail = std::make_shared<RecordingMail>(body);
+    data.replaceMail([mail] { return mail; });
+    EXPECT_EQ(textOf(row.send(data.page(), "a@example.com", "s", body)), "1");
+    EXPECT_EQ(mail->calls, "From=" + std::string(row.sender) +
+                               ";To=a@example.com;Subject=s;Body=;BodyFormat=0;MailFormat=0;Send;");
+    EXPECT_EQ(mail->bodyWhenAddressed, "x");
+    // Without the component nothing is appended.
+    data.replaceMail([]() -> std::shared_ptr<Object> {
+      throw RuntimeError(ErrorNumber::CannotCreateObject, "CDONTS.NewMail");
+    });
+    Variant unsent("y");
+    EXPECT_EQ(errorOf([&] { row.send(data.page(), "a@example.com", "s", unsent); }), 429);
+    EXPECT_EQ(textOf(unsent), "y");
+  }
 }
 
 TEST(Mail, WhatCannotBeSentRaises) {

@@ -4,10 +4,9 @@
 
 #include <fstream>
 
-#include "frame/oem_pane.h"
-#include "services/file_system.h"
-#include "services/file_transfer.h"
-#include "services/table_introspection.h"
+#include "frame/policy.h"
+#include "services/operations.h"
+#include "services/page_objects.h"
 #include "support/platform_database.h"
 
 namespace tarlo::services {

@@ -5,10 +5,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "services/action_help.h"
 #include "services/data_sources.h"
-#include "services/div_dialog.h"
-#include "services/option_list.h"
+#include "services/operations.h"
 #include "support/dictionary.h"
 
 namespace tarlo::services {
@@ -57,6 +55,10 @@ TEST(DataSources, XmlOfComboBoxesAndOfButtons) {
   EXPECT_TRUE(GetComboBoxXMLs(page, "select 1,2 where 1=0").isEmpty());
   EXPECT_TRUE(GetRadioOrCheckBoxXML(page, "select 1,2 where 1=0").isEmpty());
   EXPECT_TRUE(GetComboBoxXMLs(page, "select nope").isEmpty());
+  // A row without a caption has no option, and raises nothing.
+  EXPECT_EQ(textOf(GetComboBoxXMLs(page, "select 1")),
+            "<?xml version = '1.0' encoding = 'gb2312'?><root></root>");
+  EXPECT_EQ(errorOf([&] { GetRadioOrCheckBoxXML(page, "select 1"); }), 9);
   EXPECT_NE(errorOf([&] { GetRadioOrCheckBoxXML(page, "select nope"); }), 0);
 }
 

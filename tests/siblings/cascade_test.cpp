@@ -1,4 +1,4 @@
-#include "siblings/cascade_operations.h"
+#include "siblings/page_operations.h"
 
 #include <gtest/gtest.h>
 

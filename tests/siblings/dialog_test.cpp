@@ -4,10 +4,10 @@
 
 #include "frame/local_page.h"
 #include "frame/sibling_calls.h"
-#include "siblings/single_dialog.h"
-#include "siblings/web_dialog.h"
+#include "siblings/components.h"
 #include "support/errors.h"
 #include "support/text.h"
+#include "variant/convert.h"
 
 namespace tarlo::siblings {
 namespace {

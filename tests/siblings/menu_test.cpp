@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/sibling_calls.h"
-#include "siblings/menu.h"
+#include "siblings/components.h"
 #include "variant/convert.h"
 #include "variant/runtime_error.h"
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "frame/operate_log.h"
+#include "frame/data.h"
 #include "support/dictionary.h"
 #include "support/schema_files.h"
 #include "support/text.h"
@@ -29,9 +29,7 @@ class PlatformDatabase : public DatabasePage {
   void setApplication(const std::string& key, const Variant& value) {
     local().application()[key] = value;
   }
-  std::string rows(std::string_view sql) {
-    return textOf(frame::execSQLRows(page(), Variant(sql)));
-  }
+  std::string rows(std::string_view sql) { return textOf(frame::rows(page(), sql).table()); }
   // A scheme over Orders (table 10) with these definition strings; gives its id.
   std::string addScheme(const std::string& name, const std::string& columns,
                         const std::string& values) {

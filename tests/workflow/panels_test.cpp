@@ -4,8 +4,7 @@
 
 #include "support/golden_page.h"
 #include "support/platform_database.h"
-#include "workflow/panel_statements.h"
-#include "workflow/panels.h"
+#include "workflow/operations.h"
 
 namespace tarlo::workflow {
 namespace {
@@ -26,13 +25,9 @@ class PanelsTest : public ::testing::Test {
         std::to_string(starts) + ",getdate()),DateAdd(d," + std::to_string(ends) + ",getdate()))");
   }
   // Markup of the rows that the statement gives, in order.
-  std::vector<std::string> cells(const std::string& sql, std::ptrdiff_t column) {
-    const Variant rows = frame::execSQLRows(page(), Variant(sql));
+  std::vector<std::string> cells(const std::string& sql, std::size_t column) {
     std::vector<std::string> found;
-    if (!rows.isArray()) return found;
-    for (std::ptrdiff_t row = 0; row <= rows.array().upperBound(2); ++row) {
-      found.push_back(variant::spliced(rows.array().at(column, row)));
-    }
+    for (const frame::Row row : frame::rows(page(), sql)) found.push_back(row.text(column));
     return found;
   }
 
@@ -44,7 +39,7 @@ TEST_F(PanelsTest, OpenTasksAreCutAndLateOnesRed) {
   addTask("5", "一二三四五六七八九", -3, -1);
   addTask("5", "还没有开始", 2, 9);
   addTask("6", "别人的", -3, 9);
-  const auto found = cells(openTasksStatement(5), 0);
+  const auto found = cells(openTasksStatement("5"), 0);
   ASSERT_EQ(found.size(), 2u);
   EXPECT_TRUE(found[0].ends_with("<font color=red>一二三四五六七八...</font></span>")) << found[0];
   EXPECT_TRUE(found[1].ends_with(",680,510);\">一二三四五六七八</span>")) << found[1];
@@ -91,7 +86,7 @@ class WaitingTest : public PanelsTest {
 };
 
 TEST_F(WaitingTest, StepsWaitDirectlyOrThroughADelegation) {
-  const std::string sql = waitingStepsStatement(5);
+  const std::string sql = waitingStepsStatement("5");
   const auto names = cells(sql, 0);
   ASSERT_EQ(names.size(), 3u);
   EXPECT_TRUE(names[0].ends_with(">报销:委托的")) << names[0];

@@ -25,9 +25,12 @@ function rescue(window, answer) {
   answer.eval(text);
 }
 
-/** A refusal or a failure would stand where nobody sees it: what it says is told. */
+/**
+ * A refusal or a failure would stand where nobody sees it, alone or behind what was written before it:
+ * what it says is told.
+ */
 function tellNotice(window, answer) {
-  const lines = answer.document.querySelectorAll('body.notice > h3, body.notice > p:not(:has(a))');
+  const lines = answer.document.querySelectorAll('.notice > h3, .notice > p:not(:has(a))');
   if (lines.length) window.sAlert([...lines].map((line) => line.textContent).join('\n\n'), false);
 }
 

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "frame/data.h"
-#include "host/api/api_error.h"
+#include "host/api/api.h"
 #include "metadata/stored_schemes.h"
 
 namespace tarlo::host {

@@ -4,7 +4,7 @@
 
 #include "frame/data.h"
 #include "frame/statement_scope.h"
-#include "host/api/api_error.h"
+#include "host/api/api.h"
 #include "host/api/json_value.h"
 #include "siblings/grid_statement.h"
 #include "text/pieces.h"

@@ -14,19 +14,19 @@ constexpr std::string_view kNoStore = "no-store";
 
 }  // namespace
 
-void HttpResponse::room(std::size_t more) const {
-  if (text_.size() + bytes_.size() + more > mostBytes_) {
+void HttpResponse::takeRoom(std::size_t more) const {
+  if (!hasRoom(more)) {
     throw RuntimeError(ErrorNumber::OutOfMemory, "the page is larger than the server sends");
   }
 }
 
 void HttpResponse::write(std::string_view text) {
-  room(text.size());
+  takeRoom(text.size());
   text_ += text;
 }
 
 void HttpResponse::binaryWrite(std::string_view bytes) {
-  room(bytes.size());
+  takeRoom(bytes.size());
   encodePending();
   bytes_ += bytes;
 }

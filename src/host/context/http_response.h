@@ -36,12 +36,16 @@ class HttpResponse : public frame::Response {
   // Whether somebody has said that the answer is no page.
   bool isTyped() const;
   bool isFlushed() const { return wire_.isStarted(); }
+  // Whether there is page text that has not gone out yet.
+  bool isBegunPage() const { return !isTyped() && !(text_.empty() && bytes_.empty()); }
+  // Whether so much more can be written.
+  bool hasRoom(std::size_t more) const { return text_.size() + bytes_.size() + more <= mostBytes_; }
 
  private:
   void encodePending();
   void announceHeaders();
   const std::string* header(std::string_view name) const;  // nothing when nobody has set it
-  void room(std::size_t more) const;
+  void takeRoom(std::size_t more) const;
 
   WireResponse& wire_;
   const Charset charset_;

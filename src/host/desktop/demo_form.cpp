@@ -11,7 +11,6 @@
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_data.h"
-#include "host/desktop/desktop_style.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
 #include "variant/convert.h"

@@ -1,15 +1,21 @@
 #include "host/desktop/desktop_data.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <set>
 
 #include "frame/data.h"
-#include "variant/array.h"
 #include "variant/convert.h"
 
 namespace tarlo::host {
 namespace {
+
+constexpr std::array<std::string_view, 4> kWords = {"sea", "olive", "orange", "sun"};
+
+bool isStyle(std::string_view text) {
+  return text.size() == 1 && text[0] >= '1' && text[0] <= '4';
+}
 
 constexpr std::string_view kEntryColumns =
     "Select Menu_ID, Menu_ParentID, Menu_Name, Menu_Href, Menu_Desc"
@@ -24,13 +30,13 @@ std::vector<MenuEntry> grantedEntries(Page& page, int user, const std::string& c
   std::set<int> seen;
   const std::string sql = std::string(kEntryColumns) + std::to_string(user) +
                           std::string(kEntryGranted) + condition + std::string(kEntryOrder);
-  for (TextRow& row : textRows(page, sql)) {
+  for (const frame::Row row : frame::rows(page, sql)) {
     MenuEntry entry;
-    entry.id = positiveNumber(row[0]).value_or(0);
-    entry.parent = positiveNumber(row[1]).value_or(0);
-    entry.name = std::move(row[2]);
-    entry.href = std::move(row[3]);
-    entry.description = std::move(row[4]);
+    entry.id = positiveNumber(row.text(0)).value_or(0);
+    entry.parent = positiveNumber(row.text(1)).value_or(0);
+    entry.name = row.text(2);
+    entry.href = row.text(3);
+    entry.description = row.text(4);
     if (seen.insert(entry.id).second) entries.push_back(std::move(entry));
   }
   return entries;
@@ -51,14 +57,14 @@ DesktopUser currentUser(Page& page) {
   DesktopUser user;
   user.id = positiveNumber(variant::spliced(page.session.get("usrID"))).value_or(0);
   const std::string id = std::to_string(user.id);
-  const auto names = textRows(page, "select User_Name From Zembra_User Where User_ID = " + id);
+  const frame::Rows names =
+      frame::rows(page, "select User_Name From Zembra_User Where User_ID = " + id);
   if (names.empty()) return user;
-  user.name = names[0][0];
-  const auto departments = textRows(page,
-                                    "select Group_name from Zembra_Group,Zembra_User"
-                                    " Where User_GroupID = Group_ID and User_ID = " +
-                                        id);
-  if (!departments.empty()) user.department = departments[0][0];
+  user.name = names.front().text(0);
+  user.department = frame::firstText(page,
+                                     "select Group_name from Zembra_Group,Zembra_User"
+                                     " Where User_GroupID = Group_ID and User_ID = " +
+                                         id);
   return user;
 }
 
@@ -84,27 +90,22 @@ std::optional<MenuEntry> menuEntry(Page& page, int user, int id) {
   return std::move(found[0]);
 }
 
-std::vector<TextRow> textRows(Page& page, const std::string& sql) {
-  std::vector<TextRow> rows;
-  const Variant result = frame::execSQLRows(page, sql);
-  if (!result.isArray()) return rows;
-  const Array& cells = result.array();
-  for (std::ptrdiff_t y = 0; y <= cells.upperBound(2); ++y) {
-    TextRow row;
-    for (std::ptrdiff_t x = 0; x <= cells.upperBound(1); ++x) {
-      row.push_back(variant::spliced(cells.at(x, y)));
-    }
-    rows.push_back(std::move(row));
-  }
-  return rows;
-}
-
 std::optional<int> positiveNumber(std::string_view text) {
   int number = 0;
   if (text.empty() || text.size() > 9) return std::nullopt;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size() || number < 0) return std::nullopt;
   return number;
+}
+
+std::string_view takeStyle(Page& page) {
+  std::string style = variant::spliced(page.request.value(kStyleCookie));
+  if (isStyle(style)) {
+    page.session.put("usrStyle", style);
+  } else {
+    style = variant::spliced(page.session.get("usrStyle"));
+  }
+  return isStyle(style) ? kWords[static_cast<std::size_t>(style[0] - '1')] : kWords[0];
 }
 
 }  // namespace tarlo::host

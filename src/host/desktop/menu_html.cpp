@@ -1,8 +1,9 @@
-#include "host/desktop/menu_html.h"
+// The menu as markup.
 
 #include <fmt/format.h>
 
 #include "frame/place.h"
+#include "host/desktop/desktop_data.h"
 
 namespace tarlo::host {
 namespace {

@@ -1,9 +1,11 @@
+#include <algorithm>
+#include <cctype>
+
 #include "embedded_host_pages.h"
 #include "frame/template.h"
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
-#include "host/desktop/desktop_style.h"
-#include "host/desktop/menu_html.h"
+#include "host/desktop/desktop_data.h"
 
 namespace tarlo::host {
 namespace {
@@ -14,6 +16,36 @@ using frame::Template;
 // Line ends as pages have them.
 std::string scriptOf(std::string_view name) {
   return Template(pages::find(name)).fill();
+}
+
+// An address on this server, or a full one of the web. Anything else that a browser would run or
+// open (javascript:, data:, file:) is none: the table is data, and its text must not become script.
+bool isPageAddress(std::string_view href) {
+  const std::size_t colon = href.find(':');
+  if (colon == std::string_view::npos || href.find_first_of("/?#") < colon) return true;
+  std::string scheme;
+  // Browsers drop control characters and blanks in front of and inside a scheme's name.
+  for (const char c : href.substr(0, colon)) {
+    if (static_cast<unsigned char>(c) <= ' ') continue;
+    scheme += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  return scheme == "http" || scheme == "https";
+}
+
+void refuse(Page& page, std::string_view reason) {
+  static const Template refusal(pages::find("desktop/refusal.html"));
+  beginOwnPage(page.response);
+  refusal.write(page.response, {{"scheme", takeStyle(page)}, {"reason", reason}});
+}
+
+void writeFolder(Page& page, const MenuEntry& entry) {
+  static const Template folder(pages::find("desktop/folder.html"));
+  folder.write(page.response, {{"scheme", takeStyle(page)},
+                               {"nonce", beginOwnPage(page.response)},
+                               {"id", std::to_string(entry.id)},
+                               {"name", entry.name},
+                               {"description", entry.description},
+                               {"cards", menuCardsHtml(entry.children)}});
 }
 
 }  // namespace
@@ -40,6 +72,25 @@ void writePane(Page& page) {
                              {"nonce", beginOwnPage(page.response, OwnPage::Pane)},
                              {"user", user.name},
                              {"department", user.department}});
+}
+
+void openMenu(Page& page, std::string_view menuId) {
+  takeStyle(page);
+  if (menuId.empty() || menuId == "0") {
+    page.session.put("usrICID", "0");
+    return writeStart(page);
+  }
+  const std::optional<int> id = positiveNumber(menuId);
+  const std::optional<MenuEntry> entry =
+      id ? menuEntry(page, currentUser(page).id, *id) : std::nullopt;
+  if (!entry) return refuse(page, "此功能不存在，或者您没有使用它的权限。");
+  if (!isPageAddress(entry->href)) return refuse(page, "此功能的地址无效，请与系统管理员联系。");
+  page.session.put("usrICID", std::to_string(entry->id));
+  if (entry->isFolder()) return writeFolder(page, *entry);
+  static const Template open(pages::find("desktop/open.html"));
+  open.write(page.response, {{"nonce", beginOwnPage(page.response)},
+                             {"id", std::to_string(entry->id)},
+                             {"address", entry->href}});
 }
 
 void writeSignInPage(Page& page, std::string_view message, std::string_view next) {

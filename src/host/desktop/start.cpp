@@ -1,11 +1,11 @@
 #include <fmt/format.h>
 
 #include "embedded_host_pages.h"
+#include "frame/data.h"
 #include "frame/template.h"
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
-#include "host/desktop/desktop_style.h"
-#include "host/desktop/menu_html.h"
+#include "host/desktop/desktop_data.h"
 #include "variant/convert.h"
 
 namespace tarlo::host {
@@ -51,26 +51,27 @@ std::string dueHtml(const std::string& daysLeft) {
 }
 
 std::string tasksHtml(Page& page, int user) {
-  const auto rows =
-      textRows(page, fmt::format("select top 8 MT_Topic, MT_StartDate, MT_PlanEndDate,"
-                                 " DateDiff(d, getdate(), MT_PlanEndDate) as DaysLeft"
-                                 " from Zembra_MyTask_Record"
-                                 " where Zembra_Flag = 1 and MT_UserID = '{}' and MT_Status = 1"
-                                 " and DateDiff(d, MT_StartDate, getdate()) >= 0"
-                                 " order by MT_PlanEndDate, Zembra_ID",
-                                 user));
+  const frame::Rows rows =
+      frame::rows(page, fmt::format("select top 8 MT_Topic, MT_StartDate, MT_PlanEndDate,"
+                                    " DateDiff(d, getdate(), MT_PlanEndDate) as DaysLeft"
+                                    " from Zembra_MyTask_Record"
+                                    " where Zembra_Flag = 1 and MT_UserID = '{}' and MT_Status = 1"
+                                    " and DateDiff(d, MT_StartDate, getdate()) >= 0"
+                                    " order by MT_PlanEndDate, Zembra_ID",
+                                    user));
   std::string html;
-  for (const TextRow& row : rows) {
+  for (const frame::Row row : rows) {
     html += fmt::format("<li><b>{}</b><span>{} 至 {}</span>{}</li>\n",
-                        inPlace(Place::Encoded, row[0]), inPlace(Place::Encoded, dayOf(row[1])),
-                        inPlace(Place::Encoded, dayOf(row[2])), dueHtml(row[3]));
+                        inPlace(Place::Encoded, row.text(0)),
+                        inPlace(Place::Encoded, dayOf(row.text(1))),
+                        inPlace(Place::Encoded, dayOf(row.text(2))), dueHtml(row.text(3)));
   }
   return rows.empty() ? emptyRow("没有待处理的任务") : html;
 }
 
 // Workflow steps that wait for the user, or for somebody who has handed them over for today.
 std::string stepsHtml(Page& page, int user) {
-  const auto rows = textRows(
+  const frame::Rows rows = frame::rows(
       page,
       fmt::format("select top 8 M.Zembra_ID, N.Menu_Name, A.WFIA_Name, P.WFPS_NoName"
                   " from Zembra_WorkFlowInstance_Main as M, Zembra_WorkFlowInstance_Attribute as A,"
@@ -85,30 +86,32 @@ std::string stepsHtml(Page& page, int user) {
                   " order by M.Zembra_ID desc",
                   user));
   std::string html;
-  for (const TextRow& row : rows) {
-    html += fmt::format("<li><b>{}</b><span>{}</span><em>{}</em></li>\n",
-                        inPlace(Place::Encoded, row[2]), inPlace(Place::Encoded, row[1]),
-                        row[3].empty() ? "等待处理" : "等待" + inPlace(Place::Encoded, row[3]));
+  for (const frame::Row row : rows) {
+    html += fmt::format(
+        "<li><b>{}</b><span>{}</span><em>{}</em></li>\n", inPlace(Place::Encoded, row.text(2)),
+        inPlace(Place::Encoded, row.text(1)),
+        row.text(3).empty() ? "等待处理" : "等待" + inPlace(Place::Encoded, row.text(3)));
   }
   return rows.empty() ? emptyRow("没有待处理的流程") : html;
 }
 
 std::string schemesHtml(Page& page) {
-  const auto rows = textRows(page,
-                             "select top 8 a.Query_ID, a.Query_Name, b.TD_Name, a.Query_System,"
-                             " ISNULL(a.Zembra_ModiDate, a.Zembra_WriteDate) as Changed"
-                             " from Zembra_Query_Main as a, Zembra_Dict_TableDir as b"
-                             " where a.Zembra_Flag <> 0 and a.Query_Dic = b.Zembra_ID"
-                             " and a.Query_IsDataAlert = 0"
-                             " order by Changed DESC, a.Query_ID DESC");
+  const frame::Rows rows =
+      frame::rows(page,
+                  "select top 8 a.Query_ID, a.Query_Name, b.TD_Name, a.Query_System,"
+                  " ISNULL(a.Zembra_ModiDate, a.Zembra_WriteDate) as Changed"
+                  " from Zembra_Query_Main as a, Zembra_Dict_TableDir as b"
+                  " where a.Zembra_Flag <> 0 and a.Query_Dic = b.Zembra_ID"
+                  " and a.Query_IsDataAlert = 0"
+                  " order by Changed DESC, a.Query_ID DESC");
   std::string html;
-  for (const TextRow& row : rows) {
+  for (const frame::Row row : rows) {
     html += fmt::format(
         "<li><a href=\"#\" data-scheme-id=\"{}\"><b>{}</b></a><span>{} · "
         "{}</span><em>{}</em></li>\n",
-        inPlace(Place::Encoded, row[0]), inPlace(Place::Encoded, row[1]),
-        inPlace(Place::Encoded, row[2]), row[3] == "1" ? "系统" : "用户",
-        inPlace(Place::Encoded, dayOf(row[4])));
+        inPlace(Place::Encoded, row.text(0)), inPlace(Place::Encoded, row.text(1)),
+        inPlace(Place::Encoded, row.text(2)), row.text(3) == "1" ? "系统" : "用户",
+        inPlace(Place::Encoded, dayOf(row.text(4))));
   }
   return rows.empty() ? emptyRow("还没有查询方案") : html;
 }

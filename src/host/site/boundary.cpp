@@ -62,10 +62,14 @@ std::string lineOf(const database::DatabaseError& error) {
                      native.code, native.sqlState, logText(native.text), logText(native.statement));
 }
 
+ApiError apiError(const Meaning& meaning) {
+  return {meaning.notice.status, meaning.code, std::string(meaning.message)};
+}
+
 void answerMeaning(Visit& visit, const Meaning& meaning) {
   if (!isApiPath(visit.path)) return writeNotice(visit, meaning.notice);
   visit.response.reset();
-  writeApiError(visit, ApiError(meaning.notice.status, meaning.code, std::string(meaning.message)));
+  writeApiError(visit, apiError(meaning));
 }
 
 const Meaning* meaningOf(const database::DatabaseError& error) {
@@ -127,15 +131,23 @@ const Meaning* report(const Visit& visit, spdlog::logger& log) {
   return nullptr;
 }
 
+// An operation that went on after the database did not take a statement may have written that all
+// was saved; what it wrote is worth nothing then, also when it raises another error in the end.
+bool isTrue(const Visit& visit, const Meaning* raised) {
+  const bool isOutage = raised == &kBusyNow || raised == &kUnavailable;
+  const bool isTold = isOutage || (raised != nullptr && raised->number == database::kTimeout);
+  return visit.refusals.mustBeToldCount() <= (isTold ? 1U : 0U);
+}
+
+// The page text that an operation has written before it raised stays.
 void answerFailure(Visit& visit, const Meaning* meaning) {
   if (!visit.response.isFlushed()) {
-    if (meaning != nullptr) {
-      answerMeaning(visit, *meaning);
-    } else if (isApiPath(visit.path)) {
+    if (isApiPath(visit.path)) {
       visit.response.reset();
-      writeApiError(visit, internalFailure());
+      writeApiError(visit, meaning == nullptr ? internalFailure() : apiError(*meaning));
     } else {
-      writeNotice(visit, kFailure);
+      const Notice& notice = meaning == nullptr ? kFailure : meaning->notice;
+      isTrue(visit, meaning) ? writeNoticeBehind(visit, notice) : writeNotice(visit, notice);
     }
   }
   visit.response.finish();

@@ -1,6 +1,6 @@
 #pragma once
-// The one place where what goes wrong in a request becomes a response. Users get a plain page with
-// the request's id; the log gets everything.
+// The one place where what goes wrong in a request becomes a response. Users get a plain notice
+// with the request's id, behind what the page has written; the log gets everything.
 
 #include <spdlog/logger.h>
 
@@ -10,8 +10,8 @@
 
 namespace tarlo::host {
 
-// Runs the work and sends the page that it wrote, or the page of a failure. What a flushed page has
-// sent already stays, and ends there.
+// Runs the work and sends the page that it wrote. When it raises, what is written of a page stays,
+// and the notice of the failure stands behind it; a flushed page ends where it is.
 void runWithin(Visit& visit, spdlog::logger& log, const std::function<void()>& work) noexcept;
 
 }  // namespace tarlo::host

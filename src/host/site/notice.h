@@ -52,5 +52,8 @@ void refuse(Visit& visit, spdlog::logger& log, const Notice& notice, std::string
 
 // Writes the notice as the whole page; the request's id stands below the text.
 void writeNotice(Visit& visit, const Notice& notice);
+// Behind what is written of a page, which stays as it is; as the whole page where nothing is, where
+// the answer is no page, and where there is no room for both.
+void writeNoticeBehind(Visit& visit, const Notice& notice);
 
 }  // namespace tarlo::host

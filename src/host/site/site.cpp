@@ -3,7 +3,6 @@
 #include <fmt/ranges.h>
 
 #include "host/api/api.h"
-#include "host/api/api_access.h"
 #include "host/context/registered_classes.h"
 #include "host/desktop/desktop.h"
 #include "host/site/boundary.h"
@@ -13,8 +12,7 @@
 #include "host/site/same_origin.h"
 #include "host/site/sign_in_pages.h"
 #include "org/may_call.h"
-#include "services/file_system.h"
-#include "services/new_mail.h"
+#include "services/page_objects.h"
 #include "siblings/siblings.h"
 #include "variant/convert.h"
 

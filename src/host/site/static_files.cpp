@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "embedded_web.h"
 #include "host/context/content_policy.h"
 #include "text/fold.h"
 
@@ -42,6 +43,14 @@ bool names(std::string_view list, std::string_view etag) {
   return list == "*" || list.find(etag) != std::string_view::npos;
 }
 
+constexpr std::string_view kStatic = "static";  // its files stand at their own paths
+
+std::string addressOf(std::string_view name) {
+  if (name == "scripts.js") return std::string(kScriptLibrary);
+  if (name.starts_with(kStatic)) return std::string(name.substr(kStatic.size()));
+  return "/assets/" + std::string(name);
+}
+
 }  // namespace
 
 void StaticFiles::add(std::string address, std::string_view bytes) {
@@ -56,6 +65,12 @@ void StaticFiles::add(std::string address, std::string_view bytes) {
 const StaticFile* StaticFiles::find(std::string_view address) const {
   const auto found = files_.find(address);
   return found == files_.end() ? nullptr : &found->second;
+}
+
+StaticFiles embeddedFiles() {
+  StaticFiles files;
+  for (const auto& file : embedded::web::files()) files.add(addressOf(file.name), file.text);
+  return files;
 }
 
 void sendFile(const StaticFile& file, const WireRequest& request, WireResponse& response) {

@@ -30,6 +30,9 @@ class StaticFiles {
   std::map<std::string, StaticFile, frame::NoCaseLess> files_;
 };
 
+// The browser side of the product as the binary carries it, by the addresses that pages use.
+StaticFiles embeddedFiles();
+
 // Answers with the file, or with 304 when the browser has it already.
 void sendFile(const StaticFile& file, const WireRequest& request, WireResponse& response);
 

@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include "frame/statement_scope.h"
+#include "host/site/log_text.h"
 #include "variant/convert.h"
+#include "variant/error_state.h"
 
 namespace tarlo::host {
 
@@ -75,6 +77,24 @@ void Visit::sendCookie(std::string_view id, std::string_view life) {
   out.addHeader("Set-Cookie",
                 fmt::format("{}={}; Path=/; HttpOnly; SameSite=Lax{}{}", kSessionCookie, id, life,
                             scheme() == SiteScheme::HttpsOnly ? "; Secure" : ""));
+}
+
+void RefusalLine::refused(std::string_view statement, std::string_view reason) noexcept {
+  ErrorState err;
+  err.run([&] {
+    log_.warn("{} {} statement refused: user {}, {}; statement {}", visit_.wire.id,
+              logText(visit_.what), logText(variant::spliced(visit_.session.get("usrID"))),
+              logText(reason), logText(statement));
+  });
+}
+
+void RefusalLine::failed(const database::DatabaseError& error) noexcept {
+  if (mustBeTold(error)) ++mustBeToldCount_;
+  if (!failure_ || (mustBeTold(error) && !mustBeTold(*failure_))) failure_ = error;
+}
+
+bool RefusalLine::mustBeTold(const database::DatabaseError& error) {
+  return error.native().outage != database::Outage::None || error.number() == database::kTimeout;
 }
 
 }  // namespace tarlo::host

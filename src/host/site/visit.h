@@ -1,14 +1,17 @@
 #pragma once
 // One request on its way through the site: what came, what goes out, and the page context on both.
 
+#include <spdlog/logger.h>
+
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "database/statement_context.h"
 #include "host/context/http_request.h"
 #include "host/context/http_response.h"
 #include "host/context/http_server.h"
 #include "host/context/sessions.h"
-#include "host/site/refusal_line.h"
 
 namespace tarlo::host {
 
@@ -31,6 +34,32 @@ struct VisitContext {
   std::size_t mostRowBytes;
   std::span<const std::string> readableTables;
   spdlog::logger& log;
+};
+
+class Visit;
+
+// A statement that was refused for what it touches, as a line of the log: with the request, the
+// user and the operation, since nobody else is told by what the operation makes of it. And the
+// statements that failed in another way, for the request's end.
+class RefusalLine : public database::RefusalLog {
+ public:
+  // Both outlive it.
+  RefusalLine(const Visit& visit, spdlog::logger& log) : visit_(visit), log_(log) {}
+  void refused(std::string_view statement, std::string_view reason) noexcept override;
+  void failed(const database::DatabaseError& error) noexcept override;
+
+  // The first failure of a statement that mattered; one that an answer must tell comes before those
+  // of which the operation knows better: an outage, or a statement that took too long.
+  const std::optional<database::DatabaseError>& failure() const { return failure_; }
+  static bool mustBeTold(const database::DatabaseError& error);
+  // How many failures an answer must tell.
+  std::size_t mustBeToldCount() const { return mustBeToldCount_; }
+
+ private:
+  const Visit& visit_;
+  spdlog::logger& log_;
+  std::optional<database::DatabaseError> failure_;
+  std::size_t mustBeToldCount_ = 0;
 };
 
 class Visit {

@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <mutex>
 
+#include "frame/data.h"
 #include "host/site/log_text.h"
 #include "text/sql_text.h"
 #include "variant/array.h"
@@ -126,21 +127,21 @@ void Housekeeping::removeWhere(const Kind& kind, const std::string& condition,
 std::size_t Housekeeping::removeStep(const Kind& kind, const std::string& condition) {
   database::Lease connection = databases_.find(config_.database).borrow();
   connection->setContext(&context_);
-  const Variant rows =
+  const frame::Rows rows(
       connection
           ->open(fmt::format("select top {} {} from {} where {}{}", kStep, kind.key, kind.table,
                              condition,
                              kind.isNumbered ? fmt::format(" order by {}", kind.key) : ""))
-          ->getRows();
-  if (!rows.isArray()) return 0;
+          ->getRows());
+  if (rows.empty()) return 0;
   std::string keys;
-  for (const Variant& key : rows.array().elements()) {
+  for (const frame::Row row : rows) {
     keys += keys.empty() ? "" : ",";
-    keys += kind.isNumbered ? variant::spliced(key) : sqlText(variant::spliced(key));
+    keys += kind.isNumbered ? row.text(0) : sqlText(row.text(0));
   }
   connection->execute(
       fmt::format("delete from {} where {} in ({}) and {}", kind.table, kind.key, keys, condition));
-  return rows.array().elements().size();
+  return rows.size();
 }
 
 Variant Housekeeping::valueOf(const std::string& sql) {

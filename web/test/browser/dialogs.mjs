@@ -113,7 +113,8 @@ export const tests = {
     await open('/shell');
     const plain = manager(page).evaluate(() => showWebDialog('/nothing', 300, 200));
     await Promise.all([plain, page.waitForResponse('**/nothing')]);
-    await page.waitForFunction(() => document.activeElement.closest('dialog[open]'));
+    // Once it has loaded the page has the focus, and the dialog hears its keys.
+    await page.waitForFunction(() => document.activeElement.matches('dialog[open] iframe'));
     await page.frameLocator('dialog[open] iframe').getByText('no such page').click();
     await page.keyboard.press('Escape');
     await gone(page);
@@ -183,6 +184,7 @@ export const tests = {
   async 'another frame opens one, by an address of its own'({ page, open }) {
     await open('/shell');
     const dialog = await openFrom(page, page.frame({ name: 'TarloY' }).getByText('task'));
+    await dialog.waitForURL('**/detail?*');
     assert.equal(new URL(dialog.url()).pathname, '/detail');
     assert.equal(await dialog.evaluate(() => dialogArguments === top.TarloY), true);
   },
@@ -190,6 +192,7 @@ export const tests = {
   async 'an address is written in the character set of the page that opens it'({ page, open }) {
     await open('/chinese');
     const dialog = await openFrom(page, page.getByText('open'));
+    await dialog.waitForURL('**/detail?*');
     assert.equal(new URL(dialog.url()).search, '?name=%D6%D0%87%D6');
   },
 
@@ -208,10 +211,13 @@ export const tests = {
         context.waitForEvent('page'),
         ours.getByText('add').click(),
       ]);
-      await Promise.all([
-        popup.waitForEvent('close'),
-        popup.getByText(end, { exact: true }).click(),
-      ]);
+      const closed = popup.waitForEvent('close');
+      // The window may be gone before the click has been reported.
+      popup
+        .getByText(end, { exact: true })
+        .click()
+        .catch(() => {});
+      await closed;
       assert.equal(await ours.evaluate(() => reloads), expected, end);
     }
   },

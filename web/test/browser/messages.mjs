@@ -15,6 +15,8 @@ export const pages = {
   '/broken': "<script>parent.runs = (parent.runs || 0) + 1; sAlert('x');</script>",
   '/notice':
     '<body class="notice"><h3>请求没有执行</h3><p>请重新操作。</p><p><small>编号 1</small></p><p><a href=/>首页</a></p></body>',
+  '/begun':
+    '<script>parent.begun = true;</script><div class="notice"><h3>页面出错</h3><p>已记入日志。</p><p><a href=/>首页</a></p></div>',
   '/desktop': `${kHead}<script>var g_sReady = '就绪'; var added = [];
       window.TarloDesktop = { addTool: function(id){ var isNew = added.indexOf(id) < 0; added.push(id); return isNew; } };</script>
     </head><body><div id="TarloTipInfo" style="display:none"><span></span></div>
@@ -69,7 +71,12 @@ export const tests = {
   async 'a notice of the server in a hidden frame is told'({ page, open, seen }) {
     await open('/page');
     await answerWith(page, 'hidden', '/notice');
-    assert.deepEqual(seen.messages, ['alert: 请求没有执行\n\n请重新操作。\n\n编号 1']);
+    await answerWith(page, 'hidden', '/begun');
+    assert.deepEqual(seen.messages, [
+      'alert: 请求没有执行\n\n请重新操作。\n\n编号 1',
+      'alert: 页面出错\n\n已记入日志。',
+    ]);
+    assert.equal(await page.evaluate(() => begun), true);
   },
 
   async 'a script that has done something before it fails is not run again'({ page, open, seen }) {

@@ -1,7 +1,10 @@
 #pragma once
 // The desktop's panels of open tasks and of workflow steps that wait, and what stands behind them.
-// The pages they link to belong to other components. All are operations and raise DatabaseError.
-// They ask for the current user, who is never known (org/current_user.h).
+// The pages they link to belong to other components. The operations raise DatabaseError.
+// They ask for the current user, who is never known (org/groups.h).
+
+#include <string>
+#include <string_view>
 
 #include "frame/page.h"
 
@@ -22,5 +25,14 @@ Variant doFindPermissionWFI(Page& page, const Variant& intMenuID, const Variant&
 // The statement of the grid that was drawn last in this session, the second one where it has one.
 // Empty without a grid.
 Variant getCurrentResultSet(Page& page);
+
+// The statements behind the panels. They form the panels' markup themselves: a title that is cut, a
+// link that opens the task, red for what is late.
+
+// The five newest open tasks of the user that have started: markup and period.
+std::string openTasksStatement(std::string_view user);
+// The five newest steps that wait for the user, directly or through a delegation valid today:
+// markup, state, Menu_ID. Without a user the text is one that the database refuses.
+std::string waitingStepsStatement(std::string_view user);
 
 }  // namespace tarlo::workflow

@@ -1,4 +1,4 @@
-#include "siblings/grid_conditions.h"
+#include "siblings/grid_definition.h"
 
 #include "text/fold.h"
 #include "text/pieces.h"

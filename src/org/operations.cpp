@@ -1,20 +1,21 @@
-#include "org/directory.h"
+#include "org/operations.h"
 
 #include <cmath>
 #include <string>
 #include <string_view>
 
 #include "frame/data.h"
-#include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
 namespace tarlo::org {
 namespace {
 
+using variant::spliced;
+
 struct LookUp {
   std::string_view statement;  // the key goes behind it
-  std::ptrdiff_t column;
+  std::size_t column;
   std::string_view closing = "";
 };
 
@@ -39,29 +40,32 @@ constexpr LookUp kDepartmentName = {" select Group_Name from Zembra_Group where 
                                     "'"};
 constexpr LookUp kModuleName = {"select Menu_Name  from Zembra_Menu Where Menu_ID = ", 0};
 
-Variant rowsOf(Page& page, const LookUp& lookUp, const Variant& key) {
-  std::string sql(lookUp.statement);
-  sql.append(variant::spliced(key)).append(lookUp.closing);
-  return frame::execSQLRows(page, Variant(std::move(sql)));
+frame::Rows rowsOf(Page& page, const LookUp& lookUp, const Variant& key) {
+  return frame::rows(page,
+                     std::string(lookUp.statement) + spliced(key) + std::string(lookUp.closing));
 }
 
-// Without rows there is no array to index: error 13.
-Variant cellOf(const Variant& rows, const LookUp& lookUp) {
-  return rows.array().at(lookUp.column, 0);
+Variant cellOr(const frame::Rows& rows, const LookUp& lookUp, const Variant& fallback) {
+  return rows.empty() ? fallback : rows.front().value(lookUp.column);
 }
 
-Variant cellOr(const Variant& rows, const LookUp& lookUp, const Variant& fallback) {
-  return rows.isArray() ? cellOf(rows, lookUp) : fallback;
-}
-
+// Error 13 without a row.
 Variant find(Page& page, const LookUp& lookUp, const Variant& key) {
-  return cellOf(rowsOf(page, lookUp, key), lookUp);
+  return rowsOf(page, lookUp, key).front().value(lookUp.column);
 }
 
 // A refused statement gives what no row gives.
 Variant findOr(Page& page, const LookUp& lookUp, const Variant& key, const Variant& fallback) {
   ErrorState err;
   return cellOr(err.value([&] { return rowsOf(page, lookUp, key); }), lookUp, fallback);
+}
+
+bool isAllowed(Page& page, const Variant& name) {
+  const std::string sql = " select * from Zembra_Permission where Permission_MenuID=" +
+                          spliced(page.session.get("usrICID")) +
+                          " And Permission_UserID = " + spliced(page.session.get("usrID")) +
+                          " And CharIndex('" + spliced(name) + "'+',',Permission_SubAction) > 0 ";
+  return !frame::rows(page, sql).empty();
 }
 
 }  // namespace
@@ -97,6 +101,24 @@ Variant getDeptName(Page& page, const Variant& gID) {
 
 Variant getHeaderTitle(Page& page) {
   return cellOr(rowsOf(page, kModuleName, page.session.get("usrICID")), kModuleName, "Zembra");
+}
+
+Variant allowSubActionTest(Page& page, const Variant& subActionName, const Variant& outPutHtml) {
+  if (isAllowed(page, subActionName)) page.response.write(spliced(outPutHtml));
+  return {};
+}
+
+Variant allowSubAction(Page& page, const Variant& subActionName, const Variant& outPutHtml) {
+  page.response.write(isAllowed(page, subActionName) ? spliced(outPutHtml) : " ");
+  return {};
+}
+
+Variant allowSubActionHTML(Page& page, const Variant& subActionName, const Variant& outPutHtml) {
+  return isAllowed(page, subActionName) ? outPutHtml : Variant(" ");
+}
+
+Variant allowSubActionTableList(Page& page, const Variant& subActionName) {
+  return isAllowed(page, subActionName);
 }
 
 }  // namespace tarlo::org

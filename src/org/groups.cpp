@@ -1,9 +1,8 @@
-#include "org/group_limit.h"
+#include "org/groups.h"
 
 #include "frame/data.h"
-#include "org/current_user.h"
+#include "org/operations.h"
 #include "text/pieces.h"
-#include "variant/array.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
 
@@ -19,12 +18,28 @@ constexpr std::string_view kJoinedGroups =
     " Select User_joinGroupID From Zembra_User where User_ID = ";
 
 Variant cellOfCurrentUser(Page& page, std::string_view statement) {
-  const Variant rows =
-      frame::execSQLRows(page, Variant(std::string(statement) + spliced(currentUserId())));
-  return rows.array().at(0, 0);
+  return frame::rows(page, text::joined({statement, currentUserId()})).front().value(0);
+}
+
+std::string currentJoinedGroups(Page& page) {
+  return joinedGroups(spliced(cellOfCurrentUser(page, kJoinedGroups)));
+}
+
+std::optional<std::string> currentLimit(Page& page) {
+  const Variant rank = currentRank(page);
+  const std::string group = spliced(cellOfCurrentUser(page, kGroup));
+  return groupLimit(rank, group, currentJoinedGroups(page));
 }
 
 }  // namespace
+
+Variant currentRank(Page& page) {
+  return cellOfCurrentUser(page, kRank);
+}
+
+std::string currentGroupLimit(Page& page) {
+  return currentLimit(page).value_or("");
+}
 
 std::string joinedGroups(std::string_view stored) {
   std::string groups(text::trim(stored));
@@ -33,18 +48,19 @@ std::string joinedGroups(std::string_view stored) {
   return groups;
 }
 
-Variant groupLimit(const Variant& rank, const Variant& group, const Variant& joined) {
+std::optional<std::string> groupLimit(const Variant& rank, std::string_view group,
+                                      std::string_view joined) {
   if (variant::equals(rank, 1)) return " And 1<>1 ";
-  if (variant::equals(rank, 2)) return Variant(" And Group_ID = " + spliced(group) + " ");
+  if (variant::equals(rank, 2)) return text::joined({" And Group_ID = ", group, " "});
   if (variant::equals(rank, 3)) {
-    return Variant(" And Group_ID in ( " + spliced(group) + "," + spliced(joined) + ") ");
+    return text::joined({" And Group_ID in ( ", group, ",", joined, ") "});
   }
   if (variant::equals(rank, 4)) return "";
   return {};
 }
 
 Variant RankLimit(Page& page) {
-  return cellOfCurrentUser(page, kRank);
+  return currentRank(page);
 }
 
 Variant getGroupID(Page& page) {
@@ -53,19 +69,17 @@ Variant getGroupID(Page& page) {
 
 Variant getGroupName(Page& page) {
   cellOfCurrentUser(page, kGroup);
-  getGroupID(page);
+  cellOfCurrentUser(page, kGroup);
   return {};
 }
 
 Variant getJoinGroupID(Page& page) {
-  return Variant(joinedGroups(spliced(cellOfCurrentUser(page, kJoinedGroups))));
+  return Variant(currentJoinedGroups(page));
 }
 
 Variant getGroupLimitSQL(Page& page) {
-  const Variant rank = RankLimit(page);
-  const Variant group = getGroupID(page);
-  const Variant joined = getJoinGroupID(page);
-  return groupLimit(rank, group, joined);
+  const std::optional<std::string> limit = currentLimit(page);
+  return limit ? Variant(*limit) : Variant();
 }
 
 }  // namespace tarlo::org
