@@ -8,25 +8,23 @@
 #include <optional>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
+#include "app/options.h"
 #include "app/platform_schema.h"
-#include "app/progress.h"
 #include "app/scheme_report.h"
+#include "app/terminal.h"
 #include "compile/operations.h"
 #include "frame/data.h"
 #include "frame/local_page.h"
-#include "metadata/operations.h"
+#include "metadata/stored_schemes.h"
 #include "text/display_width.h"
+#include "text/pieces.h"
 #include "text/sql_text.h"
-#include "variant/array.h"
 #include "variant/convert.h"
 #include "variant/error_state.h"
 
 namespace tarlo::app {
 namespace {
-
-using variant::spliced;
 
 struct PropagateOptions {
   Words standIns;
@@ -76,18 +74,16 @@ class Propagation {
                       word.find_first_not_of("0123456789") == std::string::npos;
     const std::string condition =
         isId ? "Zembra_ID=" + word : "DDT_Name='" + text::doubledQuotes(word) + "'";
-    const Variant rows = frame::execSQLRows(
-        page(), "select Zembra_ID from Zembra_DataDict_Table where " + condition);
-    if (rows.isArray()) return variant::toInt32(rows.array().at(0, 0));
+    const frame::Rows rows =
+        frame::rows(page(), "select Zembra_ID from Zembra_DataDict_Table where " + condition);
+    if (!rows.empty()) return variant::toInt32(rows.front().value(0));
     throw CommandError(kFailed, fmt::format("The dictionary has no table '{}'.", word));
   }
 
   std::vector<int> schemesOf(int table) {
     std::vector<int> ids;
-    const Variant rows = metadata::getAllQueryid(page(), table);
-    if (!rows.isArray()) return ids;
-    for (std::ptrdiff_t row = 0; row <= rows.array().upperBound(2); ++row) {
-      ids.push_back(variant::toInt32(rows.array().at(0, row)));
+    for (const std::string& id : metadata::schemesOver(page(), std::to_string(table))) {
+      ids.push_back(variant::toInt32(id));
     }
     return ids;
   }
@@ -120,22 +116,19 @@ class Propagation {
   // Stored statements of control schemes are not touched by the propagation; the forms that use
   // them will find out.
   void checkControls(int scheme) {
-    const Variant rows = frame::execSQLRows(
-        page(), fmt::format("select QF_ID,QF_Name,QF_Relation from Zembra_Query_Field where "
-                            "QF_NameID={} and Zembra_Flag<>0 order by QF_ID",
-                            scheme));
-    if (!rows.isArray()) return;
-    const Array& cells = rows.array();
-    for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
-      const std::string definition = spliced(cells.at(2, row));
-      const std::string statement = definition.substr(0, definition.find("|||"));
+    const std::string sql = fmt::format(
+        "select QF_ID,QF_Name,QF_Relation from Zembra_Query_Field where "
+        "QF_NameID={} and Zembra_Flag<>0 order by QF_ID",
+        scheme);
+    for (const frame::Row row : frame::rows(page(), sql)) {
+      const std::string definition = row.text(2);
+      const std::string statement = definition.substr(0, definition.find(text::kPartMark));
       database::Lease connection = database_.borrow();
       const std::string failure = trialRun(*connection, statement);
       if (failure.empty()) continue;
       ++brokenControls_;
-      console_.out << fmt::format("control {} {} on scheme {}: no longer runs: {}\n",
-                                  spliced(cells.at(0, row)),
-                                  text::visible(spliced(cells.at(1, row))), scheme, failure);
+      console_.out << fmt::format("control {} {} on scheme {}: no longer runs: {}\n", row.text(0),
+                                  text::visible(row.text(1)), scheme, failure);
     }
   }
 
