@@ -8,6 +8,8 @@
 namespace tarlo::app {
 
 inline constexpr std::string_view kProgram = "tarloquery";
+// "major.minor.patch", which the build alone knows.
+std::string_view version();
 
 // `arguments` as main gets them, the program's name first. Results go to `out`, messages to `err`.
 // Gives the exit code (exit_code.h) and throws nothing.

@@ -3,9 +3,8 @@
 #include <memory>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
-#include "app/sign_in_users.h"
+#include "app/options.h"
 
 namespace tarlo::app {
 namespace {

@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
 #include "app/json_value.h"
 #include "app/nearest.h"
+#include "app/options.h"
 #include "app/platform_schema.h"
 #include "component/operations.h"
 #include "component/tarlo_query.h"

@@ -7,10 +7,8 @@
 #include <optional>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
-#include "app/id_argument.h"
-#include "app/progress.h"
+#include "app/options.h"
 #include "app/refusal.h"
 #include "app/rows_output.h"
 #include "app/scheme_report.h"

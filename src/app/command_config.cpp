@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "app/command.h"
-#include "app/config_option.h"
 #include "app/exit_code.h"
+#include "app/options.h"
 
 namespace tarlo::app {
 

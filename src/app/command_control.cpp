@@ -5,9 +5,8 @@
 #include <memory>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
-#include "app/id_argument.h"
+#include "app/options.h"
 #include "app/refusal.h"
 #include "app/rows_output.h"
 #include "app/terminal.h"

@@ -5,13 +5,11 @@
 #include <memory>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
-#include "app/id_argument.h"
+#include "app/options.h"
 #include "app/platform_schema.h"
 #include "frame/local_page.h"
-#include "metadata/operations.h"
-#include "variant/convert.h"
+#include "metadata/stored_schemes.h"
 
 namespace tarlo::app {
 namespace {
@@ -26,9 +24,9 @@ int freeze(Console console, const FreezeOptions& options, const Words& words) {
   openPlatform(databases, options.connection);
   frame::LocalPage local(databases, options.connection);
   const int id = idFrom(words.front());
-  const std::string version = variant::spliced(metadata::CopyQuery(local.page(), id));
-  if (version == "-1") throw CommandError(kFailed, fmt::format("There is no scheme {}.", id));
-  console.out << version << '\n';
+  const auto version = metadata::freeze(local.page(), std::to_string(id));
+  if (!version) throw CommandError(kFailed, fmt::format("There is no scheme {}.", id));
+  console.out << *version << '\n';
   return kDone;
 }
 

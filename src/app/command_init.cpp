@@ -7,14 +7,19 @@
 #include <memory>
 
 #include "app/command.h"
-#include "app/database_option.h"
-#include "app/demo_statements.h"
 #include "app/exit_code.h"
 #include "app/new_file.h"
+#include "app/options.h"
 #include "app/platform_schema.h"
 #include "app/platform_scripts.h"
+#include "app/terminal.h"
 #include "database/schema_version.h"
+#include "frame/data.h"
+#include "frame/local_page.h"
+#include "scheme/scheme_store.h"
 #include "text/sql_text.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
 
 namespace tarlo::app {
 namespace {
@@ -33,6 +38,62 @@ constexpr const char* kFooter =
     "is.\n"
     "All is done in one transaction, and a new file takes its name when it is complete, so that\n"
     "nothing half made is ever found under that name.\n";
+
+// The statements of the demo schemes, compiled as they would be when a designer saves them.
+struct DemoStatement {
+  int schemeId = 0;
+  std::string statement;
+};
+
+constexpr std::string_view kInMemory = "sqlite::memory:";
+
+// Deleted schemes too: they were saved like the others once.
+std::vector<int> schemeIds(Page& page) {
+  std::vector<int> ids;
+  for (const frame::Row row :
+       frame::rows(page, "select Query_ID from Zembra_Query_Main order by Query_ID")) {
+    ids.push_back(variant::toInt32(row.value(0)));
+  }
+  return ids;
+}
+
+DemoStatement compileOne(Page& page, int id) {
+  ErrorState error;
+  DemoStatement compiled{id, {}};
+  error.run([&] {
+    const auto scheme = scheme::loadScheme(page, id);
+    if (scheme) compiled.statement = compile::compileDefinition(page, scheme->definition);
+  });
+  if (error.failed()) {
+    throw CommandError(
+        kFailed, fmt::format("The demo scheme {} cannot be compiled: {}", id, error.description()));
+  }
+  return compiled;
+}
+
+// Builds the demo business in memory and compiles every scheme of it. Compiling reads through
+// connections of its own, which could not see the rows of a transaction that is still open. Throws
+// CommandError (kFailed) for a script or a scheme that fails.
+std::vector<DemoStatement> compileDemo(std::ostream& err) {
+  database::Registry databases({.create = true});
+  {
+    database::Lease connection = databases.find(kInMemory).borrow();
+    connection->allowDdl(true);
+    database::Connection::Transaction transaction(*connection);
+    runScripts(*connection, tableScripts());
+    runScripts(*connection, demoScripts());
+    transaction.commit();
+  }
+  frame::LocalPage local(databases, kInMemory);
+  const std::vector<int> ids = schemeIds(local.page());
+  Progress progress(err, "compiling", ids.size());
+  std::vector<DemoStatement> statements;
+  for (const int id : ids) {
+    statements.push_back(compileOne(local.page(), id));
+    progress.advance();
+  }
+  return statements;
+}
 
 void storeStatement(database::Connection& connection, const DemoStatement& scheme) {
   connection.execute(fmt::format("update Zembra_Query_Main set Query_Fields='{}' where Query_ID={}",

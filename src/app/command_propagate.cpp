@@ -8,17 +8,18 @@
 #include <optional>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
+#include "app/options.h"
 #include "app/platform_schema.h"
-#include "app/progress.h"
 #include "app/scheme_report.h"
+#include "app/terminal.h"
 #include "compile/operations.h"
 #include "control/control.h"
 #include "frame/data.h"
 #include "frame/local_page.h"
 #include "metadata/stored_schemes.h"
 #include "text/display_width.h"
+#include "text/pieces.h"
 #include "text/sql_text.h"
 #include "variant/convert.h"
 

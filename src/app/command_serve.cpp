@@ -12,11 +12,10 @@
 #include <memory>
 
 #include "app/command.h"
-#include "app/config_option.h"
 #include "app/exit_code.h"
+#include "app/options.h"
 #include "app/platform_schema.h"
 #include "app/server_logs.h"
-#include "app/sign_in_users.h"
 #include "database/private_files.h"
 #include "host/site/site.h"
 #include "host/site/static_files.h"

@@ -11,8 +11,8 @@
 #include <system_error>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
+#include "app/options.h"
 #include "app/refusal.h"
 #include "app/rows_output.h"
 #include "database/script.h"

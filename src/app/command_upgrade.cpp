@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "app/command.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
 #include "app/interruption.h"
+#include "app/options.h"
 #include "app/platform_schema.h"
 #include "database/schema_version.h"
 

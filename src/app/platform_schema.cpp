@@ -7,10 +7,9 @@
 #include <set>
 
 #include "app/cli.h"
-#include "app/database_option.h"
 #include "app/exit_code.h"
+#include "app/options.h"
 #include "app/platform_scripts.h"
-#include "app/version.h"
 #include "database/schema_version.h"
 #include "database/script.h"
 #include "text/fold.h"

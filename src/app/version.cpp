@@ -1,4 +1,4 @@
-#include "app/version.h"
+#include "app/cli.h"
 
 namespace tarlo::app {
 
