@@ -6,56 +6,21 @@
 namespace tarlo::database::test {
 namespace {
 
-TEST_F(Business, WhatIsWrongComesBack) {
-  const char* const cases[] = {
-      "select ID from Contract where CustID = ",
-      "insert Contract(Qty,Title) values(,127)",
-      "select ID from Contract where ID in ()",
-      "select CustID from Contract group by ",
-      "select ID from [] ",
-      "select ID from Contract where Title='x",
-      "select ID from Contract where (Title='x' and)",
-      "select Title, count(*) from Contract group by CustID",
-      "select Title, count(*) from Contract",
-      "select count(*) from Contract group by 1",
-      "select ID from Contract where count(*) > 1",
-      "select sum(Title) from Contract",
-      "select avg(SignDate) from Contract",
-      "select [Amount]>5 as x from Contract",
-      "select ID from Contract where [Qty]",
-      "select LENGTH(Title) from Contract",
-      "select IFNULL(Qty,0) from Contract",
-      "select NOW()",
-      "select SUBSTR(Title,1,1) from Contract",
-      "select Title || 'x' from Contract",
-      "select ID from Contract limit 1",
-      "select ID::text from Contract",
-      "select ID from Contract where Qty = 'x'",
-      "select ID from Contract where Qty = '5.5'",
-      "select ID from Contract where SignDate = '2024-13-01'",
-      "select \"nosuch\" from Contract",
-      "select Memo * 2 from Contract",
-      "select 1 from Contract, Contract",
-      "select ID from Contract, Customer",
-      "select (select ID from Contract) as x",
-      "select ID from Customer where ID = (select CustID from Contract)",
-      "select distinct Title from Contract order by Qty",
-      "select 1, 2 union select 1",
-      "select 1/0",
-      "select 1 / (ID - 3) from Contract",
-      "select 1.5 % (ID - 4) from Contract",
-      "select LEFT('a')",
-      "select ID from Nowhere",
-      "select Nothing from Contract",
-      "select ABS()",
-      "select CAST(Memo AS datetime) from Contract where ID = 4",
-      "select SQRT(-1)",
-      "select SUBSTRING('abc', 1, -1)",
-      "select CONVERT(varchar(10), SignDate, 77) from Contract",
-      "select 2147483647 + CAST('x' AS int)",
-      "declare @r varchar(50);exec NoSuch 31,@r out;select @r",
-  };
-  for (const char* sql : cases) EXPECT_EQ(rows(sql), "refused") << sql;
+// What the front end cannot see; what it refuses is in the parser's golden files.
+TEST_F(Business, WhatIsWrongOnlyWhenItRunsComesBack) {
+  for (const char* sql : {
+           "select Memo * 2 from Contract",
+           "select (select ID from Contract) as x",
+           "select ID from Customer where ID = (select CustID from Contract)",
+           "select 1 / (ID - 3) from Contract",
+           "select 1.5 % (ID - 4) from Contract",
+           "select CAST(Memo AS datetime) from Contract where ID = 4",
+           "select SQRT(-1)",
+           "select SUBSTRING('abc', 1, -1)",
+           "select 2147483647 + CAST('x' AS int)",
+       }) {
+    EXPECT_EQ(rows(sql), "refused") << sql;
+  }
 }
 
 // A trial run executes and reads no rows: the first row must be enough.
