@@ -36,16 +36,14 @@ class Assembly : public ::testing::Test {
   testing::DictionaryDatabase data;
 };
 
-struct Example {
-  std::string_view operation;
-  Definition definition;
-  std::string statement;
-  std::string rows;  // of the first column
-};
-
 TEST_F(Assembly, EachCombinationHasItsOperationAndItsStatement) {
   const std::string net = "Net:[101]*2";
-  const Example examples[] = {
+  const struct {
+    std::string_view operation;
+    Definition definition;
+    std::string statement;
+    std::string rows;  // of the first column
+  } examples[] = {
       {"getQuery_None", definition("", "", ""), "select " + kList + kFromWhere, "1,1,2"},
       {"getQuery_Vir", definition(net, "", ""),
        "select " + kList + ",[Orders].[Amount]*2 as [Net]" + kFromWhere, "1,1,2"},
@@ -64,7 +62,7 @@ TEST_F(Assembly, EachCombinationHasItsOperationAndItsStatement) {
       {"getQuery_Vir_Fil_Sta", definition(net, "-1,1,100,-1", "-1,4|||111,6"),
        kNetSum + " and ( [Orders].[Amount]*2 > '100')" + kGroup, "1800,2000"},
   };
-  for (const Example& example : examples) {
+  for (const auto& example : examples) {
     EXPECT_EQ(operationFor(example.definition), example.operation);
     const std::string statement = compileDefinition(data.page(), example.definition);
     EXPECT_EQ(statement, example.statement);
@@ -91,15 +89,14 @@ TEST_F(Assembly, WithoutARelationThereIsTheMainTableAlone) {
 
 TEST_F(Assembly, AFilterOnAnAliasedTableGetsTheAlias) {
   data.execute("update Zembra_DataDict_Field set Zembra_Flag=1 where Zembra_ID=103");
-  const std::string statement =
-      getQuery_Fil(data.page(), 10, "101,1,500,and|||111|103,7,Paris,-1", "5,6").text();
+  const std::string filter = "101,1,500,and|||111|103,7,Paris,-1";
+  const std::string statement = getQuery_Fil(data.page(), 10, filter, "5,6").text();
   const std::string end = " and ( [Orders].[Amount] > '500' and [Customer1].[City] = 'Paris' )";
   EXPECT_TRUE(statement.ends_with(end)) << statement;
   EXPECT_EQ(frame::execSQLRows(data.page(), Variant(statement)).array().upperBound(2), 0);
   // With relation 5 alone the via field leads nowhere: the earlier condition is lost and the
   // database refuses the rest.
-  const std::string broken =
-      getQuery_Fil(data.page(), 10, "101,1,500,and|||111|103,7,Paris,-1", "5").text();
+  const std::string broken = getQuery_Fil(data.page(), 10, filter, "5").text();
   EXPECT_TRUE(broken.ends_with("[Orders].[Zembra_Flag]=1 and ([ShipTo][City] = 'Paris' )"))
       << broken;
   EXPECT_NE(errorOf([&] { frame::execSQLRows(data.page(), Variant(broken)); }), 0);

@@ -10,11 +10,7 @@ namespace {
 TEST(ComputedFields, BecomeSelectItems) {
   testing::DictionaryDatabase data;
   data.remove("Field", 111);
-  struct Row {
-    Variant computed;
-    std::string items;
-  };
-  const Row rows[] = {
+  const std::pair<Variant, const char*> rows[] = {
       {"Net:[101]*2", "[Orders].[Amount]*2 as [Net]"},
       {"One:1 + 1", "1 + 1 as [One]"},
       {"A:([101]-[102]);B:'x:y'", "([Orders].[Amount]-[Orders].[CustID]) as [A],'x:y' as [B]"},
@@ -36,9 +32,8 @@ TEST(ComputedFields, BecomeSelectItems) {
       {"A:[x]+1", "+1 as [A]"},
       {"A:[101]-[x]+1", "[Orders].[Amount]-[Orders].[Amount]+1 as [A]"},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(Query_getVirtual(data.page(), row.computed).text(), row.items)
-        << testing::textOf(row.computed);
+  for (const auto& [computed, items] : rows) {
+    EXPECT_EQ(Query_getVirtual(data.page(), computed).text(), items) << testing::textOf(computed);
   }
 }
 

@@ -13,6 +13,12 @@ class FieldListTest : public ::testing::Test {
   ClauseSet clauses(int table, const std::string& relations) {
     return fieldListClauses(data.page(), std::to_string(table), relations);
   }
+  // A third way from Orders, with Orders at the relation end.
+  void addInvoice() {
+    data.addTable(13, "Invoice", "Bill");
+    data.addField(130, 13, "OrderID", "Order");
+    data.addRelation(8, 13, 130, 10, 100);
+  }
   testing::DictionaryDatabase data;
 };
 
@@ -48,6 +54,12 @@ TEST_F(FieldListTest, TwoHopsBringTheIntermediateTableIn) {
       << set.select;
 }
 
+TEST_F(FieldListTest, EveryTwoHopRowBeginsAtTheMainTable) {
+  const std::string where = clauses(10, "5,6,7").where;
+  EXPECT_NE(where.find("[Orders].[CustID]=[Customer2].[ID] and "), std::string::npos) << where;
+  EXPECT_NE(where.find("[Orders].[ShipTo]=[Customer3].[ID] and "), std::string::npos) << where;
+}
+
 TEST_F(FieldListTest, TheJoinsOfTwoHopsAreCrossed) {
   // Region is reached by Customer's City, Customer by its ID: each hop uses the other's field.
   data.addRelation(9, 11, 111, 12, 120);
@@ -58,10 +70,7 @@ TEST_F(FieldListTest, TheJoinsOfTwoHopsAreCrossed) {
 }
 
 TEST_F(FieldListTest, ADirectRowBehindATwoHopRowStartsFromTheIntermediateTable) {
-  // Table 13 sorts behind the two-hop row of table 12.
-  data.addTable(13, "Invoice", "Bill");
-  data.addField(130, 13, "OrderID", "Order");
-  data.addRelation(8, 13, 130, 10, 100);
+  addInvoice();  // table 13 sorts behind the two-hop row of table 12
   EXPECT_NE(clauses(10, "5,7,8").where.find("[Customer].[ID]=[Invoice].[OrderID] and "),
             std::string::npos);
   EXPECT_NE(clauses(10, "5,8").where.find("[Orders].[ID]=[Invoice].[OrderID] and "),
@@ -75,13 +84,17 @@ TEST_F(FieldListTest, AFieldThatIsGoneLeavesACrossProductOrAnEmptyName) {
   data.remove("Field", 110);
   EXPECT_EQ(clauses(10, "6").where.substr(0, 34), "[Orders].[ShipTo]=[Customer].[] an");
   data.remove("Field", 111);
+  // Nor is the name that of the row before.
+  data.execute("update Zembra_DataDict_Field set Zembra_Flag=1 where Zembra_ID in (102,110)");
+  data.addRelation(9, 10, 103, 11, 111);
+  EXPECT_NE(clauses(10, "5,9").where.find("[Orders].[ShipTo]=[Customer1].[] and "),
+            std::string::npos);
+  data.remove("Field", 110);
   EXPECT_TRUE(clauses(10, "6").select.starts_with("[Orders].[ID] as"));  // no live field
 }
 
 TEST_F(FieldListTest, ATableThatIsGoneTakesTheNameOfTheOneBefore) {
-  data.addTable(13, "Invoice", "Bill");
-  data.addField(130, 13, "OrderID", "Order");
-  data.addRelation(8, 13, 130, 10, 100);
+  addInvoice();
   data.remove("Table", 13);
   // Its fields are gone with it, so nothing of it is joined or selected.
   EXPECT_EQ(clauses(10, "5,8").from, "[Customer],[Orders]");

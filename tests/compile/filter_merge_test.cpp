@@ -11,11 +11,7 @@ TEST(FilterMerge, PutsTheAliasInPlaceOfTheViaColumn) {
   const std::string where =
       "[O].[CustID]=[C].[ID] and [C].[Zembra_Flag]=1 and  [O].[ShipTo]=[C1].[ID] and "
       "[O].[ShipTo]=[C2].[ID] and [O].[Zembra_Flag]=1";
-  struct Row {
-    std::string filter;
-    std::string merged;
-  };
-  const Row rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"", ""},
       {" ", " "},
       {" [O].[A] > '1' ", " [O].[A] > '1' "},
@@ -35,12 +31,14 @@ TEST(FilterMerge, PutsTheAliasInPlaceOfTheViaColumn) {
       // Deletion flags take part in the matching.
       {"|||[Zembra_Flag];[City] = 'P' ", " 1.[City] = 'P' "},
   };
-  for (const Row& row : rows) EXPECT_EQ(mergedFilter(row.filter, where), row.merged) << row.filter;
+  for (const auto& [filter, merged] : rows) EXPECT_EQ(mergedFilter(filter, where), merged);
 }
 
 TEST(FilterMerge, ConditionsThatAreNoJoins) {
   const std::string filter = "|||[ShipTo];[City] = 'P' ";
   EXPECT_EQ(mergedFilter(filter, ""), "[ShipTo][City] = 'P' ");
+  // Blanks round a column are none of its name.
+  EXPECT_EQ(mergedFilter(filter, "[O].[ShipTo] =[C].[ID]"), " [C].[City] = 'P' ");
   EXPECT_EQ(testing::errorOf([&] { mergedFilter(filter, "[O].[A]"); }), 9);
   EXPECT_EQ(testing::errorOf([&] { mergedFilter(filter, "A=[O].[B]"); }), 9);
 }

@@ -9,10 +9,7 @@ namespace {
 
 using testing::errorOf;
 
-struct Row {
-  std::string filter;
-  std::string text;
-};
+using Row = std::pair<const char*, const char*>;
 
 TEST(Filter, WithoutComputedFields) {
   testing::DictionaryDatabase data;
@@ -44,8 +41,8 @@ TEST(Filter, WithoutComputedFields) {
       // A comma in a value: the rest takes the place of the logic word.
       {"111,7,a,b,-1", " [Customer].[City] = 'a' b"},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(Query_getfilterNoVir(data.page(), row.filter).text(), row.text) << row.filter;
+  for (const auto& [filter, text] : rows) {
+    EXPECT_EQ(Query_getfilterNoVir(data.page(), filter).text(), text) << filter;
   }
 }
 
@@ -75,44 +72,36 @@ TEST(Filter, WithComputedFields) {
       {"999,1,5,and|||101,1,5,-1", " [Orders].[Amount]  > '5' "},
       {"01,1,5,and|||-1.4,1,5,-1", " [Orders].[Amount]*2 > '5'"},  // "01" is a dictionary field
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(Query_getfilter(data.page(), row.filter, computed).text(), row.text) << row.filter;
+  for (const auto& [filter, text] : rows) {
+    EXPECT_EQ(Query_getfilter(data.page(), filter, computed).text(), text) << filter;
   }
 }
 
 TEST(Filter, MalformedConditionsRaise) {
   testing::DictionaryDatabase data;
   data.remove("Field", 111);
-  struct Case {
-    std::string filter;
-    int withoutComputed;
-    int withComputed;
-  };
-  const Case cases[] = {
-      {"101", 9, 9},
-      {"101,1", 9, 9},
-      {"101,1,5", 9, 9},
-      {"101,1,5,-1|||", 9, 9},
-      {"101,x,5,-1", 13, 13},
-      {"101,,5,-1", 13, 13},
-      {"", 0, 5},
-      {"999,1,5,-1", 0, 5},
-      {"0,1,5,-1", 0, 9},
-      {"-3,1,5,-1", 0, 9},
-      {"-x,1,5,-1", -1, 13},
-      {"-9999999999,1,5,-1", 0, 6},
-      {"-1,1,5,-1", 0, 13},
-      {"-2,1,5,-1", 0, 0},
-      {",1,5,-1", -1, 13},
-  };
-  for (const Case& test : cases) {
-    // A negative number stands for any error of the database.
-    const int plain = errorOf([&] { Query_getfilterNoVir(data.page(), test.filter); });
-    EXPECT_EQ(plain < 0 ? -1 : plain, test.withoutComputed) << test.filter;
+  // The errors without and with computed fields; a negative number stands for any of the database.
+  const std::tuple<const char*, int, int> rows[] = {{"101", 9, 9},
+                                                    {"101,1", 9, 9},
+                                                    {"101,1,5", 9, 9},
+                                                    {"101,1,5,-1|||", 9, 9},
+                                                    {"101,x,5,-1", 13, 13},
+                                                    {"101,,5,-1", 13, 13},
+                                                    {"", 0, 5},
+                                                    {"999,1,5,-1", 0, 5},
+                                                    {"0,1,5,-1", 0, 9},
+                                                    {"-3,1,5,-1", 0, 9},
+                                                    {"-x,1,5,-1", -1, 13},
+                                                    {"-9999999999,1,5,-1", 0, 6},
+                                                    {"-1,1,5,-1", 0, 13},
+                                                    {"-2,1,5,-1", 0, 0},
+                                                    {",1,5,-1", -1, 13}};
+  for (const auto& [filter, without, with] : rows) {
+    const int plain = errorOf([&] { Query_getfilterNoVir(data.page(), filter); });
+    EXPECT_EQ(plain < 0 ? -1 : plain, without) << filter;
     // Item 1 has a reference that expressions do not find.
-    EXPECT_EQ(errorOf([&] { Query_getfilter(data.page(), test.filter, "Gone:1+[111];One:1"); }),
-              test.withComputed)
-        << test.filter;
+    EXPECT_EQ(errorOf([&] { Query_getfilter(data.page(), filter, "Gone:1+[111];One:1"); }), with)
+        << filter;
   }
   EXPECT_EQ(errorOf([&] { Query_getfilterNoVir(data.page(), variant::Null{}); }), 94);
 }

@@ -60,11 +60,7 @@ TEST(DictionaryLookups, KeysAndRelationsOfTables) {
 
 TEST(DictionaryLookups, DisplayNameOfAField) {
   testing::DictionaryDatabase data;
-  struct Row {
-    Variant name;
-    std::string display;
-  };
-  const Row rows[] = {
+  const std::pair<Variant, const char*> rows[] = {
       {"[Customer].[City]", "Town"},
       {"  Customer.City ", "Town"},
       {"Customer.[City]", "Town"},
@@ -75,17 +71,14 @@ TEST(DictionaryLookups, DisplayNameOfAField) {
       {"[.City", "-1"},
       {"O'Neil.City", "-1"},
   };
-  for (const Row& row : rows) EXPECT_EQ(textOf(getFieldDesc(data.page(), row.name)), row.display);
+  for (const auto& [name, display] : rows) {
+    EXPECT_EQ(textOf(getFieldDesc(data.page(), name)), display);
+  }
 }
 
 TEST(DictionaryLookups, DisplayNameOfATableRewritesTheArgument) {
   testing::DictionaryDatabase data;
-  struct Row {
-    Variant name;
-    std::string display;
-    std::string after;
-  };
-  const Row rows[] = {
+  const std::tuple<Variant, const char*, const char*> rows[] = {
       {" [Customer] ", "Client", "Customer"},
       {" Customer ", "Client", "Customer"},
       {"Nope", "-1", "Nope"},
@@ -93,10 +86,9 @@ TEST(DictionaryLookups, DisplayNameOfATableRewritesTheArgument) {
       {"[]", "-1", ""},
       {variant::Null{}, "-1", "Null"},
   };
-  for (const Row& row : rows) {
-    Variant name = row.name;
-    EXPECT_EQ(textOf(getTableDesc(data.page(), name)), row.display);
-    EXPECT_EQ(textOf(name), row.after);
+  for (auto [name, display, after] : rows) {
+    EXPECT_EQ(textOf(getTableDesc(data.page(), name)), display);
+    EXPECT_EQ(textOf(name), after);
   }
 }
 

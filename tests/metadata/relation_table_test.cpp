@@ -17,12 +17,7 @@ TEST(RelationTable, WaysOfReachingTables) {
   data.addField(130, 13, "OrderID", "Order");
   data.addRelation(8, 13, 130, 10, 100);
   data.addRelation(9, 11, 111, 12, 120);
-  struct Row {
-    int mainTable;
-    std::string relations;
-    std::string table;
-  };
-  const Row rows[] = {
+  const std::tuple<int, const char*, const char*> rows[] = {
       {10, "5", "11,110,102,11,110,0"},
       {10, "5,8", "11,110,102,11,110,0 | 13,130,100,13,130,0"},
       {10, "5,6", "11,110,102,11,110,0 | 11,110,103,11,110,0"},
@@ -41,9 +36,9 @@ TEST(RelationTable, WaysOfReachingTables) {
       {10, "", "Null"},
       {10, "5)", "Null"},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(textOf(getRelationTable_Query(data.page(), row.mainTable, row.relations)), row.table)
-        << row.mainTable << " by " << row.relations;
+  for (const auto& [mainTable, relations, table] : rows) {
+    EXPECT_EQ(textOf(getRelationTable_Query(data.page(), mainTable, relations)), table)
+        << mainTable << " by " << relations;
   }
   EXPECT_EQ(textOf(getRelationTable_Query(data.page(), Variant(), "5")), "Null");
 }

@@ -65,15 +65,14 @@ TEST(Shape, NumbersLiteralsAsTheLexerDoes) {
     Shape shape;
     ASSERT_TRUE(shapeOf(sql, shape)) << sql;
     Lexer lexer(sql);
-    std::size_t count = 0;
+    auto literal = shape.literals.begin();
     for (Token token = lexer.next(); token.kind != TokenKind::End; token = lexer.next()) {
       if (!token.isLiteral()) continue;
-      ASSERT_LT(count, shape.literals.size()) << sql;
-      EXPECT_EQ(shape.literals[count].text, token.value());
-      EXPECT_EQ(shape.literals[count].literalClass, token.literalClass);
-      ++count;
+      ASSERT_NE(literal, shape.literals.end()) << sql;
+      EXPECT_EQ(literal->text, token.value());
+      EXPECT_EQ((literal++)->literalClass, token.literalClass);
     }
-    EXPECT_EQ(count, shape.literals.size()) << sql;
+    EXPECT_EQ(literal, shape.literals.end()) << sql;
   }
 }
 

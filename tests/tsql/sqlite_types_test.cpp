@@ -31,19 +31,13 @@ TEST(SqliteTypes, ForeignDeclarations) {
   for (const auto& [declared, type] : cases) EXPECT_EQ(typeOfDeclared(declared), type) << declared;
 }
 
-struct LiteralCase {
-  ast::LiteralClass literalClass;
-  std::string text;
-  Type target;
-  std::string expected;  // "refused" for a literal that does not convert
-};
-
-std::string bound(const LiteralCase& row) {
+// "i", "r" or "t" and the value; "refused" for a literal that does not convert.
+std::string bound(ast::LiteralClass literalClass, std::string_view text, Type target) {
   try {
-    const BoundValue value = convertLiteral(row.literalClass, row.text, {0, row.target, "C"});
+    const BoundValue value = convertLiteral(literalClass, text, {0, target, "C"});
     if (value.storage == BoundValue::Storage::Integer) return "i" + std::to_string(value.integer);
     if (value.storage == BoundValue::Storage::Real) return "r" + std::to_string(value.real);
-    return value.owned.empty() ? std::string(value.text) : value.owned;
+    return "t" + (value.owned.empty() ? std::string(value.text) : value.owned);
   } catch (const StatementError& error) {
     EXPECT_EQ(error.refusal(), Refusal::Kind);
     return "refused";
@@ -54,8 +48,9 @@ TEST(SqliteLiterals, ConvertAsTheirTargetSays) {
   using enum ast::LiteralClass;
   Type three = kTextType;
   three.length = 3;
-  const LiteralCase cases[] = {
+  const std::tuple<ast::LiteralClass, const char*, Type, const char*> cases[] = {
       {Text, "", kIntType, "i0"},
+      {Text, " 7 ", kIntType, "i7"},
       {Text, "5.5", kIntType, "refused"},
       {Decimal, "5.9", kIntType, "i5"},
       {Float, "1e30", kIntType, "refused"},
@@ -66,18 +61,22 @@ TEST(SqliteLiterals, ConvertAsTheirTargetSays) {
       {Text, "-0.5", decimalType(18, 0), "r-1.000000"},
       {Text, "1e2", decimalType(18, 2), "refused"},
       {Text, "1e2", kFloatType, "r100.000000"},
-      {Text, "2024/1/5", kDateType, "2024-01-05 00:00:00.000"},
+      {Text, "2024/1/5", kDateType, "t2024-01-05 00:00:00.000"},
       {Text, "2024-13-1", kDateType, "refused"},
-      {Integer, "1", kDateType, "1900-01-02 00:00:00.000"},
+      {Integer, "1", kDateType, "t1900-01-02 00:00:00.000"},
       {Integer, "99999999", kDateType, "refused"},
-      {Text, "ab   ", three, "ab "},
+      {Text, "ab   ", three, "tab "},
+      {Text, "   ", three, "t   "},
       {Text, "abcd", three, "refused"},
-      {Integer, "007", kTextType, "7"},
-      {Decimal, ".50", kTextType, "0.50"},
-      {Decimal, "00.5", kTextType, "0.5"},
-      {Decimal, "10.", kTextType, "10"},
+      {Integer, "007", three, "t7"},
+      {Integer, "007", kTextType, "t7"},
+      {Decimal, ".50", kTextType, "t0.50"},
+      {Decimal, "00.5", kTextType, "t0.5"},
+      {Decimal, "10.", kTextType, "t10"},
   };
-  for (const LiteralCase& row : cases) EXPECT_EQ(bound(row), row.expected) << row.text;
+  for (const auto& [literalClass, text, target, expected] : cases) {
+    EXPECT_EQ(bound(literalClass, text, target), expected) << text;
+  }
 }
 
 }  // namespace
