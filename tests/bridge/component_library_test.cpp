@@ -37,12 +37,6 @@ struct Echo : Object {
   std::string written;
 };
 
-struct Database : PlatformDatabase {
-  void registerObject(const std::string& name, std::shared_ptr<Object> object) {
-    local().registerObject(name, [object] { return object; });
-  }
-};
-
 class LibraryTest : public ::testing::Test {
  protected:
   LibraryTest() : library_(kLibrary), query_(library_.create(kClassId)) {}
@@ -57,7 +51,7 @@ class LibraryTest : public ::testing::Test {
          {Variant(std::shared_ptr<Object>(std::make_shared<frame::ContextObject>(data_.page())))});
   }
 
-  Database data_;
+  PlatformDatabase data_;
   ComponentLibrary library_;
   std::shared_ptr<Object> query_;
   std::vector<Variant> arguments_;  // as the last call left them
@@ -94,7 +88,7 @@ TEST_F(LibraryTest, ErrorsCrossWithTheirNumbers) {
 TEST_F(LibraryTest, TheSessionIsWrittenAndSiblingsAreTheHosts) {
   start();
   const auto grid = std::make_shared<Echo>();
-  data_.registerObject("TarloTable.table", grid);
+  data_.local().registerObject("TarloTable.table", [grid] { return grid; });
   data_.page().session.put("query_sql", "select 1 as a");
   call("showSearchpreview_UsrField");
   EXPECT_EQ(textOf(data_.page().session.get("query_sql")), "");

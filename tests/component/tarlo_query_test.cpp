@@ -56,8 +56,7 @@ TEST_F(Component, LifecycleByName) {
   EXPECT_EQ(errorOf("onstartpage", {context}), 0);
   EXPECT_EQ(errorOf("ASPDisconnect"), 0);
   EXPECT_EQ(errorOf("isNothing", {1}), 0);
-  EXPECT_EQ(errorOf("OnEndPage"), 0);
-  EXPECT_EQ(errorOf("OnEndPage"), 0);
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(errorOf("OnEndPage"), 0);
   EXPECT_EQ(errorOf("isNothing", {1}), 91);
 }
 
