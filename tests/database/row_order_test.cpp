@@ -13,6 +13,7 @@ TEST_F(Business, OrderOfUnionsAndGroups) {
       {"SELECT 5 UNION ALL SELECT 1 UNION ALL SELECT 3", "5;1;3"},
       {"SELECT 5 AS x UNION SELECT 7 ORDER BY x DESC", "7;5"},
       {"SELECT DISTINCT CustID, Flag FROM Contract WHERE ID > 1", "2,1;9,1"},
+      {"SELECT DISTINCT City FROM Customer", "Paris;Rome"},
       {"SELECT CustID, SUM(Qty) FROM Contract GROUP BY CustID", "1,7;2,2;9,0"},
       {"SELECT SUM(Qty) FROM Contract GROUP BY CustID", "7;2;0"},
       {"SELECT CustID, COUNT(*) AS n FROM Contract GROUP BY CustID ORDER BY n DESC", "2,2;1,1;9,1"},

@@ -30,6 +30,7 @@ TEST_F(Business, ComparisonsFollowTheHigherKind) {
           {"EXISTS (SELECT * FROM Customer WHERE ID = Contract.CustID AND Name = 'ANN')", "1"},
           {"NOT Qty IN (7)", "2;4"},
           {"1 = 1 AND 1 <> 1", ""},
+          {"(Qty = 7 OR Qty = 2) AND ID = 2", "2"},
           {"Qty = '5.5'", "refused"},
           {"SignDate > 'soon'", "refused"},
       },
