@@ -7,18 +7,14 @@
 namespace tarlo::database::test {
 namespace {
 
-constexpr const char* kTables = R"(
-create table Kinds (ID int identity primary key, Name nvarchar(50), Amount decimal(18,2),
-  Ratio float, Made datetime, Flag int default 1)
-GO
-create table Plain (Code int, Name nvarchar(50))
-)";
-
 class Contract : public ::testing::Test {
  protected:
   Contract() {
     connection->allowDdl(true);
-    runScript(*connection, kTables);
+    executeAll(*connection,
+               {"create table Kinds (ID int identity primary key, Name nvarchar(50), Amount "
+                "decimal(18,2), Ratio float, Made datetime, Flag int default 1)",
+                "create table Plain (Code int, Name nvarchar(50))"});
     connection->allowDdl(false);
   }
   std::unique_ptr<Database> database = openDatabase("sqlite::memory:");
@@ -30,11 +26,7 @@ TEST_F(Contract, KindsAndTitlesFollowTheStatement) {
       "insert into Kinds(Name,Amount,Ratio,Made,Flag) values('a''b','12.50',0.5,'2024-1-5',"
       "2147483647)");
   connection->execute("insert into Kinds(Name,Flag) values('',null)");
-  struct {
-    const char* sql;
-    const char* titles;
-    const char* rows;
-  } const cases[] = {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {"select id, NAME, [Amount], Ratio, Made, Flag from Kinds", "id,NAME,Amount,Ratio,Made,Flag",
        "i1,ta'b,n12.5,f0.5,d2024-01-05 00:00:00,i2147483647|i2,t,null,null,null,null"},
       {"select Amount*2 as [Twice.x], count(*) from Kinds where ID=1 group by Amount*2", "Twice.x,",
@@ -93,10 +85,7 @@ TEST_F(Contract, InsertGivesItsIdentityOnTheRowPathOnly) {
 
 TEST_F(Contract, RefusedStatementsChangeNothingAndSayWhere) {
   connection->execute("insert into Plain(Code,Name) values(1,'a')");
-  struct {
-    const char* sql;
-    const char* part;
-  } const cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"select Code from Plain where", "line 1"},
       {"update Plain set Code='5.5'", "line 1, column"},
       {"update Plain set\nCode='x'", "line 2, column 6"},

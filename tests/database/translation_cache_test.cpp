@@ -11,9 +11,8 @@ namespace {
 tsql::Shape shape(std::string key, std::vector<std::string_view> literals = {}) {
   tsql::Shape made;
   made.key = std::move(key);
-  for (const auto& text : literals) {
+  for (const auto& text : literals)
     made.literals.push_back({tsql::ast::LiteralClass::Integer, text});
-  }
   return made;
 }
 
