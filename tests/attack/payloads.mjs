@@ -37,68 +37,26 @@ export const kPayloads = [
   '('.repeat(300),
 ];
 
-export const kKeys = [
-  'id',
-  'queryid',
-  'modelid',
-  'prikeyid',
-  'type',
-  'sTable',
-  'multi',
-  'mul',
-  'virtual',
-  'gostep',
-  'field',
-  'field1',
-  'contrltype',
-  'fieldtype',
-  'filter',
-  'realField',
-  'viewField',
-  'viewfields',
-  'Fields',
-  'rel',
-  'relfield',
-  'relField1',
-  'relField2',
-  'relField3',
-  'CField',
-  'TitleField',
-  'QF_Name',
-  'QF_Desc',
-  'TableName',
-  'step0Multi',
-  'step1Virtual',
-  'step2Rel',
-  'step3Stats',
-  'step3Groupby',
-  'step4Name',
-  'step4Memo',
-  'step4Sys',
-  'step4Dic',
-  'Mulrelation',
-  'sql',
-  'grid',
-  'view',
-  'right',
-  'search',
-  'sort',
-  'page',
-  'table',
-  'link',
-  'value',
-  'text',
-  'condition',
-  'parent',
-];
+export const kKeys = `
+  id queryid modelid prikeyid type sTable multi mul virtual gostep field field1 contrltype
+  fieldtype filter realField viewField viewfields Fields rel relfield relField1 relField2
+  relField3 CField TitleField QF_Name QF_Desc TableName step0Multi step1Virtual step2Rel
+  step3Stats step3Groupby step4Name step4Memo step4Sys step4Dic Mulrelation sql grid view right
+  search sort page table link value text condition parent`
+  .trim()
+  .split(/\s+/);
 
 // Requests that would work, of which one value at a time is replaced.
+const kUserField = {
+  realField: '[UserTb_Customer].[Zembra_ID]',
+  viewField: '[UserTb_Customer].[Name]',
+};
+const kSystemField = { realField: '[UserTb_Task].[Zembra_ID]', viewField: '[UserTb_Task].[Name]' };
+const kNoSteps = { step0Multi: '', step1Virtual: '', step2Rel: '' };
 export const kHonest = {
   addSearch: {
     TableName: '11',
-    step0Multi: '',
-    step1Virtual: '',
-    step2Rel: '',
+    ...kNoSteps,
     step3Stats: '',
     step3Groupby: '',
     step4Name: 'attacked',
@@ -107,13 +65,12 @@ export const kHonest = {
     step4Dic: '1',
     Mulrelation: '0',
   },
-  previewSearchdlg: { TableName: '11', step0Multi: '', step1Virtual: '', step2Rel: '' },
+  previewSearchdlg: { TableName: '11', ...kNoSteps },
   savesearch_UsrField: {
     fieldtype: '1',
     id: '1',
     QF_Name: 'attacked',
-    realField: '[UserTb_Customer].[Zembra_ID]',
-    viewField: '[UserTb_Customer].[Name]',
+    ...kUserField,
     relfield: '-1',
     filter: '',
   },
@@ -121,8 +78,7 @@ export const kHonest = {
     id: '34',
     queryid: '34',
     QF_Name: 'attacked',
-    realField: '[UserTb_Task].[Zembra_ID]',
-    viewField: '[UserTb_Task].[Name]',
+    ...kSystemField,
     filter: '',
   },
   savesearch_sysField2: {
@@ -132,17 +88,9 @@ export const kHonest = {
     viewfields: '1|||2',
     rel: '3',
   },
-  previewSearchdlg_UsrField1: {
-    realField: '[UserTb_Customer].[Zembra_ID]',
-    viewField: '[UserTb_Customer].[Name]',
-    filter: '',
-  },
+  previewSearchdlg_UsrField1: { ...kUserField, filter: '' },
   previewSearchdlg_UsrField3: { id: '1', viewfield: '1,2', TitleField: 'a,b' },
-  previewSearchdlg_sysField1: {
-    id: '34',
-    realField: '[UserTb_Task].[Zembra_ID]',
-    viewField: '[UserTb_Task].[Name]',
-  },
+  previewSearchdlg_sysField1: { id: '34', ...kSystemField },
   showSearchpreview_SysField: { sql: 'select 1,2', rel: 'UserTb_Employee,Status,Name,Salary' },
   showSearchDlg: { id: '1' },
   showSearchDlg_UsrField: { id: '1' },

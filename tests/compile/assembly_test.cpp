@@ -4,6 +4,7 @@
 
 #include "compile/definition.h"
 #include "support/dictionary.h"
+#include "support/platform_database.h"
 
 namespace tarlo::compile {
 namespace {
@@ -36,16 +37,14 @@ class Assembly : public ::testing::Test {
   testing::DictionaryDatabase data;
 };
 
-struct Example {
-  std::string_view operation;
-  Definition definition;
-  std::string statement;
-  std::string rows;  // of the first column
-};
-
 TEST_F(Assembly, EachCombinationHasItsOperationAndItsStatement) {
   const std::string net = "Net:[101]*2";
-  const Example examples[] = {
+  const struct {
+    std::string_view operation;
+    Definition definition;
+    std::string statement;
+    std::string rows;  // of the first column
+  } examples[] = {
       {"getQuery_None", definition("", "", ""), "select " + kList + kFromWhere, "1,1,2"},
       {"getQuery_Vir", definition(net, "", ""),
        "select " + kList + ",[Orders].[Amount]*2 as [Net]" + kFromWhere, "1,1,2"},
@@ -64,7 +63,7 @@ TEST_F(Assembly, EachCombinationHasItsOperationAndItsStatement) {
       {"getQuery_Vir_Fil_Sta", definition(net, "-1,1,100,-1", "-1,4|||111,6"),
        kNetSum + " and ( [Orders].[Amount]*2 > '100')" + kGroup, "1800,2000"},
   };
-  for (const Example& example : examples) {
+  for (const auto& example : examples) {
     EXPECT_EQ(operationFor(example.definition), example.operation);
     const std::string statement = compileDefinition(data.page(), example.definition);
     EXPECT_EQ(statement, example.statement);
@@ -91,15 +90,14 @@ TEST_F(Assembly, WithoutARelationThereIsTheMainTableAlone) {
 
 TEST_F(Assembly, AFilterOnAnAliasedTableGetsTheAlias) {
   data.execute("update Zembra_DataDict_Field set Zembra_Flag=1 where Zembra_ID=103");
-  const std::string statement =
-      getQuery_Fil(data.page(), 10, "101,1,500,and|||111|103,7,Paris,-1", "5,6").text();
+  const std::string filter = "101,1,500,and|||111|103,7,Paris,-1";
+  const std::string statement = getQuery_Fil(data.page(), 10, filter, "5,6").text();
   const std::string end = " and ( [Orders].[Amount] > '500' and [Customer1].[City] = 'Paris' )";
   EXPECT_TRUE(statement.ends_with(end)) << statement;
   EXPECT_EQ(frame::execSQLRows(data.page(), Variant(statement)).array().upperBound(2), 0);
   // With relation 5 alone the via field leads nowhere: the earlier condition is lost and the
   // database refuses the rest.
-  const std::string broken =
-      getQuery_Fil(data.page(), 10, "101,1,500,and|||111|103,7,Paris,-1", "5").text();
+  const std::string broken = getQuery_Fil(data.page(), 10, filter, "5").text();
   EXPECT_TRUE(broken.ends_with("[Orders].[Zembra_Flag]=1 and ([ShipTo][City] = 'Paris' )"))
       << broken;
   EXPECT_NE(errorOf([&] { frame::execSQLRows(data.page(), Variant(broken)); }), 0);
@@ -117,6 +115,33 @@ TEST_F(Assembly, AMissingMainTableIsLeftToTheDatabase) {
   EXPECT_EQ(getQuery_Sta(data.page(), 10, "101,5", "", "5").text(),
             "select COUNT([Orders].[Amount]) as [Order.Sum] from [Orders]"
             " where [Orders].[Zembra_Flag]=1");
+}
+
+TEST(Propagation, UpdatesWhatRunsAndAnswersForTheLast) {
+  testing::PlatformDatabase data;
+  EXPECT_EQ(textOf(UpdateQuery(data.page(), 10)), "False");
+  data.addScheme("fine", "Query_Vir,Query_Fields", "'N:''x''','old'");
+  data.addScheme("broken", "Query_Vir,Query_Fields,Zembra_Flag", "'N:NOSUCH()','old',0");
+  EXPECT_EQ(textOf(UpdateQuery(data.page(), 10)), "False");
+  data.execute("update Zembra_Query_Main set Query_Fields='old'");
+  data.addScheme("last", "Query_Fields", "'old'");
+  EXPECT_EQ(textOf(UpdateQuery(data.page(), 10)), "True");
+  EXPECT_EQ(data.rows("select Query_Name,CASE WHEN Query_Fields='old' THEN 'old' ELSE 'new' END,"
+                      "CASE WHEN Zembra_ModiDate IS NULL THEN 'no' ELSE 'yes' END from "
+                      "Zembra_Query_Main order by Query_ID"),
+            "fine,new,yes | broken,old,no | last,new,yes");
+  EXPECT_TRUE(testing::holds(
+      data.rows("select Query_Fields from Zembra_Query_Main where Query_ID=1"), "'x' as [N]"));
+  EXPECT_EQ(textOf(UpdateQuery(data.page(), "x")), "False");
+}
+
+TEST(Propagation, FollowsTheDictionary) {
+  testing::PlatformDatabase data;
+  data.addScheme("s", "Query_Fields", "'old'");
+  data.execute("update Zembra_DataDict_Field set DDF_CName='Total' where Zembra_ID=101");
+  UpdateQuery(data.page(), 10);
+  EXPECT_TRUE(
+      testing::holds(data.rows("select Query_Fields from Zembra_Query_Main"), "[Order.Total]"));
 }
 
 }  // namespace

@@ -13,6 +13,12 @@ class FieldListTest : public ::testing::Test {
   ClauseSet clauses(int table, const std::string& relations) {
     return fieldListClauses(data.page(), std::to_string(table), relations);
   }
+  // A third way from Orders, with Orders at the relation end.
+  void addInvoice() {
+    data.addTable(13, "Invoice", "Bill");
+    data.addField(130, 13, "OrderID", "Order");
+    data.addRelation(8, 13, 130, 10, 100);
+  }
   testing::DictionaryDatabase data;
 };
 
@@ -48,6 +54,12 @@ TEST_F(FieldListTest, TwoHopsBringTheIntermediateTableIn) {
       << set.select;
 }
 
+TEST_F(FieldListTest, EveryTwoHopRowBeginsAtTheMainTable) {
+  const std::string where = clauses(10, "5,6,7").where;
+  EXPECT_NE(where.find("[Orders].[CustID]=[Customer2].[ID] and "), std::string::npos) << where;
+  EXPECT_NE(where.find("[Orders].[ShipTo]=[Customer3].[ID] and "), std::string::npos) << where;
+}
+
 TEST_F(FieldListTest, TheJoinsOfTwoHopsAreCrossed) {
   // Region is reached by Customer's City, Customer by its ID: each hop uses the other's field.
   data.addRelation(9, 11, 111, 12, 120);
@@ -58,10 +70,7 @@ TEST_F(FieldListTest, TheJoinsOfTwoHopsAreCrossed) {
 }
 
 TEST_F(FieldListTest, ADirectRowBehindATwoHopRowStartsFromTheIntermediateTable) {
-  // Table 13 sorts behind the two-hop row of table 12.
-  data.addTable(13, "Invoice", "Bill");
-  data.addField(130, 13, "OrderID", "Order");
-  data.addRelation(8, 13, 130, 10, 100);
+  addInvoice();  // table 13 sorts behind the two-hop row of table 12
   EXPECT_NE(clauses(10, "5,7,8").where.find("[Customer].[ID]=[Invoice].[OrderID] and "),
             std::string::npos);
   EXPECT_NE(clauses(10, "5,8").where.find("[Orders].[ID]=[Invoice].[OrderID] and "),
@@ -75,13 +84,17 @@ TEST_F(FieldListTest, AFieldThatIsGoneLeavesACrossProductOrAnEmptyName) {
   data.remove("Field", 110);
   EXPECT_EQ(clauses(10, "6").where.substr(0, 34), "[Orders].[ShipTo]=[Customer].[] an");
   data.remove("Field", 111);
+  // Nor is the name that of the row before.
+  data.execute("update Zembra_DataDict_Field set Zembra_Flag=1 where Zembra_ID in (102,110)");
+  data.addRelation(9, 10, 103, 11, 111);
+  EXPECT_NE(clauses(10, "5,9").where.find("[Orders].[ShipTo]=[Customer1].[] and "),
+            std::string::npos);
+  data.remove("Field", 110);
   EXPECT_TRUE(clauses(10, "6").select.starts_with("[Orders].[ID] as"));  // no live field
 }
 
 TEST_F(FieldListTest, ATableThatIsGoneTakesTheNameOfTheOneBefore) {
-  data.addTable(13, "Invoice", "Bill");
-  data.addField(130, 13, "OrderID", "Order");
-  data.addRelation(8, 13, 130, 10, 100);
+  addInvoice();
   data.remove("Table", 13);
   // Its fields are gone with it, so nothing of it is joined or selected.
   EXPECT_EQ(clauses(10, "5,8").from, "[Customer],[Orders]");
@@ -102,6 +115,36 @@ TEST_F(FieldListTest, TheAliasBearsTheRowIndexAndNotACount) {
   const ClauseSet set = clauses(10, "5,6,200,201,202,203,204,205,206,207,208,209");
   EXPECT_NE(set.from.find("[Customer] as [Customer1],"), std::string::npos);
   EXPECT_NE(set.from.find("[Customer] as [Customer11],[Orders]"), std::string::npos);
+}
+
+TEST(ComputedFields, BecomeSelectItems) {
+  testing::DictionaryDatabase data;
+  data.remove("Field", 111);
+  const std::pair<Variant, const char*> rows[] = {
+      {"Net:[101]*2", "[Orders].[Amount]*2 as [Net]"},
+      {"One:1 + 1", "1 + 1 as [One]"},
+      {"A:([101]-[102]);B:'x:y'", "([Orders].[Amount]-[Orders].[CustID]) as [A],'x:y' as [B]"},
+      {"A: [101] [102] ", " [Orders].[Amount] [Orders].[CustID]  as [A]"},  // blanks stay
+      {"", ""},
+      {variant::Null{}, ""},
+      {"A:", " as [A]"},
+      {":1", "1 as []"},
+      // A reference that is not found, or deleted, goes with the literal in front of it.
+      {"A:1+[999]*2", "*2 as [A]"},
+      {"A:1+[111]*2", "*2 as [A]"},
+      // Text behind a second "[" of one token is lost.
+      {"A:[101[x]+1", "[Orders].[Amount]+1 as [A]"},
+      // Without a ":" the item bears the last name, and is an expression as a whole.
+      {"A:1;[101]", "1 as [A],[Orders].[Amount] as [A]"},
+      {"[101]", "[Orders].[Amount] as []"},
+      {"A:1;;B:2", "1 as [A], as [A],2 as [B]"},
+      // A look-up that fails leaves the names that the one before has found.
+      {"A:[x]+1", "+1 as [A]"},
+      {"A:[101]-[x]+1", "[Orders].[Amount]-[Orders].[Amount]+1 as [A]"},
+  };
+  for (const auto& [computed, items] : rows) {
+    EXPECT_EQ(Query_getVirtual(data.page(), computed).text(), items) << testing::textOf(computed);
+  }
 }
 
 }  // namespace

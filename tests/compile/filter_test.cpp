@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "compile/clauses.h"
 #include "support/dictionary.h"
 
 namespace tarlo::compile {
@@ -9,10 +10,7 @@ namespace {
 
 using testing::errorOf;
 
-struct Row {
-  std::string filter;
-  std::string text;
-};
+using Row = std::pair<const char*, const char*>;
 
 TEST(Filter, WithoutComputedFields) {
   testing::DictionaryDatabase data;
@@ -44,8 +42,8 @@ TEST(Filter, WithoutComputedFields) {
       // A comma in a value: the rest takes the place of the logic word.
       {"111,7,a,b,-1", " [Customer].[City] = 'a' b"},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(Query_getfilterNoVir(data.page(), row.filter).text(), row.text) << row.filter;
+  for (const auto& [filter, text] : rows) {
+    EXPECT_EQ(Query_getfilterNoVir(data.page(), filter).text(), text) << filter;
   }
 }
 
@@ -75,46 +73,74 @@ TEST(Filter, WithComputedFields) {
       {"999,1,5,and|||101,1,5,-1", " [Orders].[Amount]  > '5' "},
       {"01,1,5,and|||-1.4,1,5,-1", " [Orders].[Amount]*2 > '5'"},  // "01" is a dictionary field
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(Query_getfilter(data.page(), row.filter, computed).text(), row.text) << row.filter;
+  for (const auto& [filter, text] : rows) {
+    EXPECT_EQ(Query_getfilter(data.page(), filter, computed).text(), text) << filter;
   }
 }
 
 TEST(Filter, MalformedConditionsRaise) {
   testing::DictionaryDatabase data;
   data.remove("Field", 111);
-  struct Case {
-    std::string filter;
-    int withoutComputed;
-    int withComputed;
-  };
-  const Case cases[] = {
-      {"101", 9, 9},
-      {"101,1", 9, 9},
-      {"101,1,5", 9, 9},
-      {"101,1,5,-1|||", 9, 9},
-      {"101,x,5,-1", 13, 13},
-      {"101,,5,-1", 13, 13},
-      {"", 0, 5},
-      {"999,1,5,-1", 0, 5},
-      {"0,1,5,-1", 0, 9},
-      {"-3,1,5,-1", 0, 9},
-      {"-x,1,5,-1", -1, 13},
-      {"-9999999999,1,5,-1", 0, 6},
-      {"-1,1,5,-1", 0, 13},
-      {"-2,1,5,-1", 0, 0},
-      {",1,5,-1", -1, 13},
-  };
-  for (const Case& test : cases) {
-    // A negative number stands for any error of the database.
-    const int plain = errorOf([&] { Query_getfilterNoVir(data.page(), test.filter); });
-    EXPECT_EQ(plain < 0 ? -1 : plain, test.withoutComputed) << test.filter;
+  // The errors without and with computed fields; a negative number stands for any of the database.
+  const std::tuple<const char*, int, int> rows[] = {{"101", 9, 9},
+                                                    {"101,1", 9, 9},
+                                                    {"101,1,5", 9, 9},
+                                                    {"101,1,5,-1|||", 9, 9},
+                                                    {"101,x,5,-1", 13, 13},
+                                                    {"101,,5,-1", 13, 13},
+                                                    {"", 0, 5},
+                                                    {"999,1,5,-1", 0, 5},
+                                                    {"0,1,5,-1", 0, 9},
+                                                    {"-3,1,5,-1", 0, 9},
+                                                    {"-x,1,5,-1", -1, 13},
+                                                    {"-9999999999,1,5,-1", 0, 6},
+                                                    {"-1,1,5,-1", 0, 13},
+                                                    {"-2,1,5,-1", 0, 0},
+                                                    {",1,5,-1", -1, 13}};
+  for (const auto& [filter, without, with] : rows) {
+    const int plain = errorOf([&] { Query_getfilterNoVir(data.page(), filter); });
+    EXPECT_EQ(plain < 0 ? -1 : plain, without) << filter;
     // Item 1 has a reference that expressions do not find.
-    EXPECT_EQ(errorOf([&] { Query_getfilter(data.page(), test.filter, "Gone:1+[111];One:1"); }),
-              test.withComputed)
-        << test.filter;
+    EXPECT_EQ(errorOf([&] { Query_getfilter(data.page(), filter, "Gone:1+[111];One:1"); }), with)
+        << filter;
   }
   EXPECT_EQ(errorOf([&] { Query_getfilterNoVir(data.page(), variant::Null{}); }), 94);
+}
+
+TEST(FilterMerge, PutsTheAliasInPlaceOfTheViaColumn) {
+  const std::string where =
+      "[O].[CustID]=[C].[ID] and [C].[Zembra_Flag]=1 and  [O].[ShipTo]=[C1].[ID] and "
+      "[O].[ShipTo]=[C2].[ID] and [O].[Zembra_Flag]=1";
+  const std::pair<const char*, const char*> rows[] = {
+      {"", ""},
+      {" ", " "},
+      {" [O].[A] > '1' ", " [O].[A] > '1' "},
+      {"|||[ShipTo];[City] = 'P' ", " [C1].[City] = 'P' "},  // the first match wins
+      {"|||[CustID];[City] = 'P' and|||[ShipTo];[City] = 'Q' ",
+       " [C].[City] = 'P' and [C1].[City] = 'Q' "},
+      {" [O].[A] > '1' and|||[ShipTo];[City] = 'P' ", " [O].[A] > '1' and [C1].[City] = 'P' "},
+      // A plain condition behind a marked one belongs to the same item.
+      {"|||[ShipTo];[City] = 'P' and [O].[A] > '1' ", " [C1].[City] = 'P' and [O].[A] > '1' "},
+      // Separators without a marker go.
+      {"[O].[A] > '1' and |||[O].[B] > '2' ", "[O].[A] > '1' and [O].[B] > '2' "},
+      // The case of the column counts, and no match loses what was merged before.
+      {" [O].[A] > '1' and|||[shipto];[City] = 'P' or|||[ShipTo];[City] = 'Q' ",
+       "[shipto][City] = 'P' or [C1].[City] = 'Q' "},
+      // A ";" in a value cuts it.
+      {"|||[ShipTo];[City] = 'P;Q' ", " [C1].[City] = 'P"},
+      // Deletion flags take part in the matching.
+      {"|||[Zembra_Flag];[City] = 'P' ", " 1.[City] = 'P' "},
+  };
+  for (const auto& [filter, merged] : rows) EXPECT_EQ(mergedFilter(filter, where), merged);
+}
+
+TEST(FilterMerge, ConditionsThatAreNoJoins) {
+  const std::string filter = "|||[ShipTo];[City] = 'P' ";
+  EXPECT_EQ(mergedFilter(filter, ""), "[ShipTo][City] = 'P' ");
+  // Blanks round a column are none of its name.
+  EXPECT_EQ(mergedFilter(filter, "[O].[ShipTo] =[C].[ID]"), " [C].[City] = 'P' ");
+  EXPECT_EQ(testing::errorOf([&] { mergedFilter(filter, "[O].[A]"); }), 9);
+  EXPECT_EQ(testing::errorOf([&] { mergedFilter(filter, "A=[O].[B]"); }), 9);
 }
 
 }  // namespace

@@ -16,22 +16,14 @@ class StatisticsTest : public ::testing::Test {
  protected:
   ClauseSet clauses(const std::string& stats, const std::string& group = "",
                     const std::string& relations = "5") {
-    Definition definition;
-    definition.mainTable = "10";
-    definition.statistics = stats;
-    definition.grouping = group;
-    definition.relations = relations;
+    const Definition definition{"10", "", "", stats, group, relations};
     return statisticsClauses(data.page(), definition, ComputedFields(kComputed));
   }
   testing::DictionaryDatabase data;
 };
 
 TEST_F(StatisticsTest, SelectItems) {
-  struct Row {
-    std::string stats;
-    std::string select;
-  };
-  const Row rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"101,1|||101,2|||101,3",
        "MAX([Orders].[Amount]) as [Order.Sum],MIN([Orders].[Amount]) as [Order.Sum],"
        "AVG([Orders].[Amount]) as [Order.Sum]"},
@@ -42,32 +34,31 @@ TEST_F(StatisticsTest, SelectItems) {
       {"101,4|||100, 1", "SUM([Orders].[Amount]) as [Order.Sum],SUM([Orders].[ID]) as [Order.Key]"},
       {"", ""},
   };
-  for (const Row& row : rows) EXPECT_EQ(clauses(row.stats).select, row.select) << row.stats;
+  for (const auto& [stats, select] : rows) EXPECT_EQ(clauses(stats).select, select);
 }
 
 TEST_F(StatisticsTest, TablesAreJoinedOnceAndOnlyWhenNeeded) {
-  const std::string main = "[Orders].[Zembra_Flag]=1";
   const std::string join = "[Orders].[CustID]=[Customer].[ID]";
-  struct Row {
-    std::string stats, group, relations, from, where;
-  };
-  const Row rows[] = {
-      {"101,4", "", "5", "[Orders]", main},
-      {"110,5|||111,6", "111", "5", "[Orders],Customer", main + " and  " + join},
+  const struct {
+    const char *stats, *group, *relations, *from;
+    std::string join;
+  } rows[] = {
+      {"101,4", "", "5", "[Orders]", ""},
+      {"110,5|||111,6", "111", "5", "[Orders],Customer", " and  " + join},
       // Behind a reference in an expression there is one blank.
-      {"-2,6", "", "5", "[Orders],Customer", main + " and " + join},
-      {"101,4", "111", "5", "[Orders],Customer", main + " and  " + join},
-      {"101,4", "-2", "5", "[Orders],Customer", main + " and " + join},
-      {"101,4", " 111 ", "5", "[Orders],Customer", main + " and  " + join},
+      {"-2,6", "", "5", "[Orders],Customer", " and " + join},
+      {"101,4", "111", "5", "[Orders],Customer", " and  " + join},
+      {"101,4", "-2", "5", "[Orders],Customer", " and " + join},
+      {"101,4", " 111 ", "5", "[Orders],Customer", " and  " + join},
       // The first row of the relation table wins.
-      {"111,6", "", "6,5", "[Orders],Customer", main + " and  " + join},
+      {"111,6", "", "6,5", "[Orders],Customer", " and  " + join},
       // A two-hop row joins the far table straight to the main table.
-      {"121,6", "", "5,7", "[Orders],Region", main + " and  [Orders].[CustID]=[Region].[ID]"},
+      {"121,6", "", "5,7", "[Orders],Region", " and  [Orders].[CustID]=[Region].[ID]"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     const ClauseSet set = clauses(row.stats, row.group, row.relations);
     EXPECT_EQ(set.from, row.from) << row.stats;
-    EXPECT_EQ(set.where, row.where) << row.stats;
+    EXPECT_EQ(set.where, "[Orders].[Zembra_Flag]=1" + row.join) << row.stats;
   }
 }
 
@@ -95,18 +86,14 @@ TEST_F(StatisticsTest, AMissingMainFieldLeavesTheJoinOutForAStatisticsFieldAlone
 }
 
 TEST_F(StatisticsTest, MalformedItemsRaise) {
-  struct Row {
-    std::string stats, group;
-    int error;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, const char*, int> rows[] = {
       {"101", "", 9},     {"101,4|||", "", 9}, {"x,4", "", 13},       {"999,4", "", 13},
       {"-9,4", "", 9},    {"0,4", "", 9},      {"101,4", "x", 13},    {"101,4", "999", 13},
       {"101,4", "-9", 9}, {"101,4", "0", 9},   {"101,4", "101,", 13},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(errorOf([&] { clauses(row.stats, row.group); }), row.error)
-        << row.stats << " by " << row.group;
+  for (const auto& row : rows) {
+    const auto& [stats, group, error] = row;
+    EXPECT_EQ(errorOf([&, s = stats, g = group] { clauses(s, g); }), error) << stats << group;
   }
   EXPECT_EQ(errorOf([&] { Query_getStats(data.page(), 10, "-1,4", "no name", "", "5"); }), 5);
 }
@@ -114,28 +101,25 @@ TEST_F(StatisticsTest, MalformedItemsRaise) {
 TEST(Grouping, BothOperations) {
   testing::DictionaryDatabase data;
   data.remove("Field", 111);
-  struct Row {
-    Variant group;
-    std::string withoutComputed, withComputed;
-  };
-  const Row rows[] = {
-      {"", "", ""},
-      {"  ", "", ""},
-      {variant::Null{}, "", ""},
-      {101, " group by [Orders].[Amount]", " group by [Orders].[Amount]"},
-      {" 101,102 ", " group by [Orders].[Amount],[Orders].[CustID]",
-       " group by [Orders].[Amount],[Orders].[CustID]"},
-      {"111", " group by [Customer].[City]", " group by [Customer].[City]"},
-      {"101,-1", " group by [Orders].[Amount]", " group by [Orders].[Amount],[Orders].[Amount]*2"},
+  for (const Variant& none : {Variant(""), Variant("  "), Variant(variant::Null{})}) {
+    EXPECT_EQ(Query_getGroupbyNoVir(data.page(), none).text(), "");
+    EXPECT_EQ(Query_getGroupby(data.page(), none, kComputed).text(), "");
+  }
+  // Without and with computed fields.
+  const std::tuple<Variant, std::string, std::string> rows[] = {
+      {101, "[Orders].[Amount]", "[Orders].[Amount]"},
+      {" 101,102 ", "[Orders].[Amount],[Orders].[CustID]", "[Orders].[Amount],[Orders].[CustID]"},
+      {"111", "[Customer].[City]", "[Customer].[City]"},
+      {"101,-1", "[Orders].[Amount]", "[Orders].[Amount],[Orders].[Amount]*2"},
       // The list as a whole is trimmed.
-      {"-4,-3", " group by ", " group by [Orders].[Amount],*2"},
-      {"-2", " group by ", " group by + 'x'"},  // its reference is deleted
-      {"999", " group by ", " group by "},
-      {"0", " group by ", " group by "},
+      {"-4,-3", "", "[Orders].[Amount],*2"},
+      {"-2", "", "+ 'x'"},  // its reference is deleted
+      {"999", "", ""},
+      {"0", "", ""},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(Query_getGroupbyNoVir(data.page(), row.group).text(), row.withoutComputed);
-    EXPECT_EQ(Query_getGroupby(data.page(), row.group, kComputed).text(), row.withComputed);
+  for (const auto& [group, without, with] : rows) {
+    EXPECT_EQ(Query_getGroupbyNoVir(data.page(), group).text(), " group by " + without);
+    EXPECT_EQ(Query_getGroupby(data.page(), group, kComputed).text(), " group by " + with);
   }
 }
 
@@ -143,12 +127,9 @@ TEST(Grouping, TokensThatAreNoFields) {
   testing::DictionaryDatabase data;
   data.addField(40000, 10, "Late", "Late");
   EXPECT_EQ(Query_getGroupbyNoVir(data.page(), "40000").text(), " group by [Orders].[Late]");
-  struct Row {
-    std::string group;
-    int error;
-  };
-  for (const Row& row : {Row{"40000", 6}, Row{"x", 13}, Row{"101,", 13}, Row{"-9", 9}}) {
-    EXPECT_EQ(errorOf([&] { Query_getGroupby(data.page(), row.group, kComputed); }), row.error);
+  for (const auto& row :
+       {std::pair{"40000", 6}, std::pair{"x", 13}, std::pair{"101,", 13}, std::pair{"-9", 9}}) {
+    EXPECT_EQ(errorOf([&] { Query_getGroupby(data.page(), row.first, kComputed); }), row.second);
   }
   EXPECT_NE(errorOf([&] { Query_getGroupbyNoVir(data.page(), "x"); }), 0);
 }

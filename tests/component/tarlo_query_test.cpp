@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "component/operations.h"
 #include "frame/local_page.h"
 #include "variant/error_state.h"
 
@@ -56,8 +57,7 @@ TEST_F(Component, LifecycleByName) {
   EXPECT_EQ(errorOf("onstartpage", {context}), 0);
   EXPECT_EQ(errorOf("ASPDisconnect"), 0);
   EXPECT_EQ(errorOf("isNothing", {1}), 0);
-  EXPECT_EQ(errorOf("OnEndPage"), 0);
-  EXPECT_EQ(errorOf("OnEndPage"), 0);
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(errorOf("OnEndPage"), 0);
   EXPECT_EQ(errorOf("isNothing", {1}), 91);
 }
 
@@ -65,6 +65,32 @@ TEST_F(Component, ResumingOperationsKeepTheirErrorsAndRaisingOnesDoNot) {
   tarlo_.onStartPage(local_.page());  // its connection string names no database
   EXPECT_EQ(errorOf("getTableName_Query", {1}), 0);
   EXPECT_NE(errorOf("getRelTableID", {"Zembra_User"}), 0);
+}
+
+// A component beside, which sees the page while an operation runs.
+struct Onlooker : Object {
+  explicit Onlooker(Page& page) : page_(page) {}
+  Variant call(std::string_view, std::span<Variant>) override {
+    seen = page_.access;
+    return "";
+  }
+  void put(std::string_view, const Variant&) override {}
+  frame::Access seen;
+
+ private:
+  Page& page_;
+};
+
+TEST_F(Component, ThePageTellsWhoMayCallWhatRuns) {
+  const auto onlooker = std::make_shared<Onlooker>(local_.page());
+  local_.registerObject("TarloTable.table", [&] { return onlooker; });
+  local_.page().session.put("query_sql", "select 1 as a");
+  tarlo_.onStartPage(local_.page());
+  const frame::Access before = local_.page().access;
+  errorOf("showSearchpreview_UsrField");
+  EXPECT_EQ(onlooker->seen, findOperation("showSearchpreview_UsrField")->access);
+  EXPECT_NE(onlooker->seen, before);
+  EXPECT_EQ(local_.page().access, before);
 }
 
 // An application whose values cannot be read.

@@ -1,5 +1,5 @@
 #pragma once
-// A small business in memory, for tests that send T-SQL in and look at what comes out.
+// A small business, for tests that send T-SQL in and look at what comes out.
 
 #include "support.h"
 
@@ -13,19 +13,24 @@ struct Answer {
 class Business : public ::testing::Test {
  protected:
   Business() {
-    for (const char* sql : {
-             "CREATE TABLE Contract (ID int IDENTITY PRIMARY KEY, Title nvarchar(20),"
-             " Amount decimal(18,2), Qty int, CustID int, SignDate datetime, Memo nvarchar(max))",
-             "CREATE TABLE Customer (ID int IDENTITY PRIMARY KEY, Name nvarchar(50))",
-             "CREATE TABLE Line (B int, A int, N int, PRIMARY KEY (A, B))",
-             "INSERT INTO Customer (Name) VALUES ('Ann'), ('Bob'), ('Cid')",
-             "INSERT INTO Contract (Title, Amount, Qty, CustID, SignDate, Memo) VALUES"
-             " ('Alpha', 1000, 7, 1, '2024-1-5', ''), ('beta', '0.1', 2, 2, NULL, NULL),"
-             " ('Gamma', 2.675, NULL, 2, NULL, '5'), ('delta', 20, '', 9, '2024/3/1', 'x')",
-             "INSERT INTO Line (B, A, N) VALUES (2, 2, 1), (1, 2, 2), (9, 1, 3)",
-         }) {
-      lease_->execute(sql);
-    }
+    database_->addProcedure("P", [](std::span<const Variant> arguments) {
+      return Variant("p" + variant::toText(arguments[0]));
+    });
+    lease_->allowDdl(true);
+    executeAll(
+        *lease_,
+        {"CREATE TABLE Contract (ID int IDENTITY PRIMARY KEY, Title nvarchar(20),"
+         " Amount decimal(18,2), Qty int, CustID int, SignDate datetime, Memo nvarchar(max),"
+         " Flag int DEFAULT 1)",
+         "CREATE TABLE Customer (ID int IDENTITY PRIMARY KEY, Name nvarchar(50), City "
+         "nvarchar(50))",
+         "CREATE TABLE Line (B int, A int, N int, PRIMARY KEY (A, B))",
+         "INSERT INTO Customer (Name, City) VALUES ('Ann', 'Paris'), ('Bob', 'PARIS '),"
+         " ('Cid', 'Rome')",
+         "INSERT INTO Contract (Title, Amount, Qty, CustID, SignDate, Memo) VALUES"
+         " ('Alpha ', 1000, 7, 1, '2024-1-5', ''), ('beta', '0.1', 2, 2, '20240105 10:11:12', "
+         "NULL), ('Gamma', 2.675, NULL, 2, NULL, '5'), ('delta', 20, '', 9, '2024/3/1', 'x')",
+         "INSERT INTO Line (B, A, N) VALUES (2, 2, 1), (1, 2, 2), (9, 1, 3)"});
   }
 
   // Rows joined by ";", values by ","; "refused" for a statement that fails, wherever it does.
@@ -46,26 +51,13 @@ class Business : public ::testing::Test {
     }
   }
   void expectRows(const std::vector<Answer>& answers, const std::string& before = {}) {
-    for (const Answer& answer : answers) {
-      EXPECT_EQ(rows(before + answer.sql), answer.expected) << answer.sql;
-    }
+    for (const auto& [sql, expected] : answers) EXPECT_EQ(rows(before + sql), expected) << sql;
   }
 
-  static std::unique_ptr<Database> openWithProcedures() {
-    auto database = openDatabase("sqlite::memory:");
-    database->addProcedure("P", [](std::span<const Variant> arguments) {
-      return Variant("p" + variant::toText(arguments[0]));
-    });
-    return database;
-  }
-  static Lease borrowWithDdl(Database& database) {
-    Lease lease = database.borrow();
-    lease->allowDdl(true);
-    return lease;
-  }
-
-  std::unique_ptr<Database> database_ = openWithProcedures();
-  Lease lease_ = borrowWithDdl(*database_);
+  const TempFolder folder_;
+  const std::unique_ptr<Database> database_ =
+      openDatabase("sqlite:" + folder_.file(), {.create = true});
+  Lease lease_ = database_->borrow();
 };
 
 }  // namespace tarlo::database::test

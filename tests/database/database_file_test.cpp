@@ -17,16 +17,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
+void makeTable(Database& database) {
+  Lease lease = database.borrow();
+  lease->allowDdl(true);
+  executeAll(*lease, {"create table T (ID int identity primary key, Name nvarchar(max))",
+                      "insert into T (Name) values ('first')"});
+}
+
 class OpenFile : public ::testing::Test {
  protected:
-  OpenFile() { ready(); }
-
-  void ready() {
-    Lease lease = database_->borrow();
-    lease->allowDdl(true);
-    lease->execute("create table T (ID int identity primary key, Name nvarchar(max))");
-    lease->execute("insert into T (Name) values ('first')");
-  }
+  OpenFile() { makeTable(*database_); }
 
   // Every way to write, on a connection that was open before and on a new one.
   void expectRefused(const std::string& part) {
@@ -114,18 +114,12 @@ TEST(DatabaseHealth, SeesAFullDiskAndWhatMayNotBeWritten) {
 
 TEST(DatabaseHealth, RemembersAWriteThatFoundNoRoom) {
   const TempFolder folder;
-  {
-    const auto database = openDatabase("sqlite:" + folder.file(), {.create = true});
-    Lease lease = database->borrow();
-    lease->allowDdl(true);
-    lease->execute("create table T (ID int, Name nvarchar(max))");
-    lease->execute("insert into T values (1,'first')");
-  }
+  makeTable(*openDatabase("sqlite:" + folder.file(), {.create = true}));
   const testing::NoRoom noRoom;
   const auto database = openDatabase("sqlite:" + folder.file());
   Lease lease = database->borrow();
   const DatabaseError error =
-      errorOf([&] { lease->execute("insert into T select 2,replicate('x',8000) from T"); });
+      errorOf([&] { lease->execute("insert into T (Name) select replicate('x',8000) from T"); });
   EXPECT_EQ(error.native().outage, Outage::Full);
   EXPECT_EQ(database->health(0).trouble, Trouble::Full);
   EXPECT_EQ(ask(*lease, "select ID from T"), "i1");
@@ -146,9 +140,7 @@ TEST(PrivateFiles, AreTheirOwnersWhateverTheUmask) {
     const mode_t before = umask(mask);
     {
       const auto database = openDatabase("sqlite:" + name, {.create = true});
-      Lease lease = database->borrow();
-      lease->allowDdl(true);
-      lease->execute("create table T (ID int)");
+      makeTable(*database);
       for (const char* suffix : {"", "-wal", "-shm"}) EXPECT_EQ(modeOf(name + suffix), 0600u);
     }
     EXPECT_FALSE(makePrivateFolders(folder.path() / std::to_string(mask) / "inner"));

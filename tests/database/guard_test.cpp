@@ -19,18 +19,16 @@ class Guarded : public ::testing::Test {
   Guarded() {
     Lease lease = database_->borrow();
     lease->allowDdl(true);
-    for (const char* statement :
-         {"create table Zembra_DataDict_Table (DDT_Name nvarchar(128), Zembra_Flag int)",
-          "create table Zembra_User (User_ID int identity primary key, User_Name nvarchar(50))",
-          "create table Zembra_Unheard (ID int)",
-          "create table Tarlo_Credential (Hash nvarchar(9))",
-          "create table Orders (ID int identity primary key, Amount int, Note nvarchar(max))",
-          "create table Payroll (ID int, Salary int)",
-          "insert into Zembra_DataDict_Table values ('Orders',1),('Payroll',0)",
-          "insert into Orders (Amount,Note) values (1,'a'),(2,'b')",
-          "insert into Payroll values (1,100)", "insert into Zembra_User values ('Ann')"}) {
-      lease->execute(statement);
-    }
+    executeAll(
+        *lease,
+        {"create table Zembra_DataDict_Table (DDT_Name nvarchar(128), Zembra_Flag int)",
+         "create table Zembra_User (User_ID int identity primary key, User_Name nvarchar(50))",
+         "create table Zembra_Unheard (ID int)", "create table Tarlo_Credential (Hash nvarchar(9))",
+         "create table Orders (ID int identity primary key, Amount int, Note nvarchar(max))",
+         "create table Payroll (ID int, Salary int)",
+         "insert into Zembra_DataDict_Table values ('Orders',1),('Totals',1),('Payroll',0)",
+         "insert into Orders (Amount,Note) values (1,'a'),(2,'b')",
+         "insert into Payroll values (1,100)", "insert into Zembra_User values ('Ann')"});
     context_.listedTables = "select DDT_Name from Zembra_DataDict_Table where Zembra_Flag <> 0";
   }
 
@@ -57,43 +55,44 @@ class Guarded : public ::testing::Test {
 constexpr StatementRights kListed = {.reads = {Business}, .writes = {}};
 constexpr StatementRights kUsers = {.reads = {Organisation}, .writes = {}};
 constexpr StatementRights kWritesUsers = {.reads = {}, .writes = {Organisation}};
+constexpr StatementRights kDeletesOrders = {.reads = {}, .writes = {}, .deletes = {Business}};
 
 TEST_F(Guarded, HoldsAStatementToItsTables) {
-  struct {
+  Foreigner(folder_.file()).run("CREATE VIEW Totals AS SELECT Salary FROM Payroll");
+  const struct {
     StatementRights rights;
     const char* sql;
-    const char* answer;
-  } const rows[] = {
+    const char* answer;  // the rows; where the refusal is, and why
+  } rows[] = {
       {kListed, "select Amount from Orders where ID=2", "i2"},
-      {kListed, "select Salary from Payroll",
-       "refused: line 1, column 20: table Payroll may not be read here"},
+      {kListed, "select Salary from Payroll", "20: table Payroll may not be read here"},
       {kListed, "select Amount from Orders where ID in (select User_ID from Zembra_User)",
-       "refused: line 1, column 60: table Zembra_User may not be read here"},
+       "60: table Zembra_User may not be read here"},
       {kListed, "select 1 from Orders union select 2 from Zembra_Unheard",
-       "refused: line 1, column 42: table Zembra_Unheard may not be read here"},
-      {kListed, "select Hash from TARLO_credential",
-       "refused: line 1, column 18: unknown table Tarlo_Credential"},
-      {kListed, "update Orders set Amount=9",
-       "refused: line 1, column 1: table Orders may not be written here"},
+       "42: table Zembra_Unheard may not be read here"},
+      {kListed, "select Hash from TARLO_credential", "18: unknown table Tarlo_Credential"},
+      {kListed, "update Orders set Amount=9", "1: table Orders may not be written here"},
       {kListed, "insert into Orders (Amount) select Salary from Payroll",
-       "refused: line 1, column 1: table Orders may not be written here"},
-      {kListed, "set identity_insert Orders on",
-       "refused: line 1, column 1: table Orders may not be written here"},
+       "1: table Orders may not be written here"},
+      {kListed, "set identity_insert Orders on", "1: table Orders may not be written here"},
+      // What stands inside a view is its maker's business.
+      {kListed, "select Salary from Totals", "i100"},
       {kUsers, "select User_Name from Zembra_User", "tAnn"},
-      {kUsers, "select Amount from Orders",
-       "refused: line 1, column 20: table Orders may not be read here"},
+      {kUsers, "select Amount from Orders", "20: table Orders may not be read here"},
       {kUsers, "update Zembra_User set User_Name='x'",
-       "refused: line 1, column 1: table Zembra_User may not be written here"},
+       "1: table Zembra_User may not be written here"},
       {kWritesUsers, "update Zembra_User set User_Name=(select max(Note) from Orders)",
-       "refused: line 1, column 57: table Orders may not be read here"},
+       "57: table Orders may not be read here"},
       {kWritesUsers, "insert into Zembra_User (User_Name) values ('Bob')", "i2"},
+      {kDeletesOrders, "delete from Payroll where ID=1",
+       "1: rows of table Payroll may not be deleted here"},
       {{}, "select 1", "i1"},
-      {{},
-       "select Amount from Orders",
-       "refused: line 1, column 20: table Orders may not be read here"},
+      {{}, "select Amount from Orders", "20: table Orders may not be read here"},
   };
   for (const auto& [rights, sql, answer] : rows) {
-    EXPECT_EQ(asked(rights, sql), answer) << sql;
+    const bool isRefused = std::string_view(answer).find(": ") != std::string_view::npos;
+    EXPECT_EQ(asked(rights, sql), std::string(isRefused ? "refused: line 1, column " : "") + answer)
+        << sql;
   }
   EXPECT_EQ(ask(*database_->borrow(), "select User_Name from Zembra_User order by User_ID"),
             "tAnn|tBob");
@@ -142,38 +141,60 @@ TEST_F(Guarded, TellsTheLogWhatWasRefused) {
             "here\n");
 }
 
-// A front end that saw nothing: what it noted is taken out of the translations that the connection
-// will find.
-TEST_F(Guarded, TheEngineRefusesByItself) {
-  TranslationCache translations;
-  ProcedureTable procedures;
-  DatabaseFile file(folder_.file());
-  SqliteConnection connection(openSqliteFile(folder_.file(), {}, procedures), file, translations,
-                              procedures, {});
+// A connection that finds translations with a fault in them.
+class Deceived : public Guarded {
+ protected:
+  template <class Spoil>
+  void spoil(std::string_view sql, Spoil spoil) {
+    connection_.explainTranslation(sql);
+    tsql::Shape shape;
+    ASSERT_TRUE(tsql::shapeOf(sql, shape));
+    auto wrong = std::make_shared<CachedTranslation>(*translations_.find(shape));
+    spoil(*wrong);
+    translations_.insert(shape, wrong);
+  }
+  int errorUnder(const StatementRights& rights, std::string_view sql) {
+    context_.rights = rights;
+    connection_.setContext(&context_);
+    const int number = errorOf([&] { connection_.open(sql); }).number();
+    connection_.setContext(nullptr);
+    return number;
+  }
+
+  TranslationCache translations_;
+  ProcedureTable procedures_;
+  DatabaseFile file_{folder_.file()};
+  SqliteConnection connection_{
+      openSqliteFile(folder_.file(), {}, procedures_), file_, translations_, procedures_, {}};
+};
+
+TEST_F(Deceived, TheEngineRefusesWhatTheFrontEndDidNotSee) {
   const char* const statements[] = {
       "select User_Name from Zembra_User", "update Zembra_User set User_Name='x'",
       "insert into Zembra_User (User_Name) values ('x')", "select Salary from Payroll"};
   for (const char* sql : statements) {
-    connection.explainTranslation(sql);
-    tsql::Shape shape;
-    ASSERT_TRUE(tsql::shapeOf(sql, shape));
-    auto blind = std::make_shared<CachedTranslation>(*translations.find(shape));
-    blind->translation.touched.clear();
-    blind->footprint = {};
-    translations.insert(shape, blind);
+    spoil(sql, [](CachedTranslation& made) {
+      made.translation.touched.clear();
+      made.footprint = {};
+    });
   }
-  context_.rights = kListed;
   for (int round = 0; round < 2; ++round) {
     for (const char* sql : statements) {
-      connection.setContext(&context_);
-      const DatabaseError error = errorOf([&] { connection.open(sql); });
-      EXPECT_EQ(error.number(), kForbidden) << sql << ": " << error.description();
+      EXPECT_EQ(errorUnder(kListed, sql), kForbidden) << sql;
       // Prepared for somebody who may, and kept: the next one may not all the same.
-      connection.setContext(nullptr);
-      if (round == 0 && std::string_view(sql).starts_with("select")) connection.open(sql);
+      if (round == 0 && std::string_view(sql).starts_with("select")) connection_.open(sql);
     }
   }
-  EXPECT_EQ(ask(connection, "select User_Name from Zembra_User"), "tAnn");
+  EXPECT_EQ(ask(connection_, "select User_Name from Zembra_User"), "tAnn");
+}
+
+TEST_F(Deceived, TheEngineRefusesADeleteThatWasTakenForASelect) {
+  const char* sql = "select User_Name from Zembra_User";
+  spoil(sql, [](CachedTranslation& made) {
+    made.translation.steps = {{tsql::StepRole::Write, "DELETE FROM \"Zembra_User\"", {}}};
+  });
+  EXPECT_EQ(errorUnder(kWritesUsers, sql), kForbidden);
+  EXPECT_EQ(ask(connection_, "select count(User_ID) from Zembra_User"), "i1");
 }
 
 TEST_F(Guarded, RowsAreDeletedOnlyByWhoeverMay) {
@@ -206,27 +227,6 @@ TEST_F(Guarded, RowsAreDeletedOnlyByWhoeverMay) {
   EXPECT_EQ(ask(*database_->borrow(), "select count(*) from Zembra_User"), "i0");
 }
 
-// A front end that took a DELETE for a SELECT.
-TEST_F(Guarded, TheEngineRefusesADeleteByItself) {
-  TranslationCache translations;
-  ProcedureTable procedures;
-  DatabaseFile file(folder_.file());
-  SqliteConnection connection(openSqliteFile(folder_.file(), {}, procedures), file, translations,
-                              procedures, {});
-  const char* sql = "select User_Name from Zembra_User";
-  connection.explainTranslation(sql);
-  tsql::Shape shape;
-  ASSERT_TRUE(tsql::shapeOf(sql, shape));
-  auto wrong = std::make_shared<CachedTranslation>(*translations.find(shape));
-  wrong->translation.steps = {{tsql::StepRole::Write, "DELETE FROM \"Zembra_User\"", {}}};
-  translations.insert(shape, wrong);
-  context_.rights = kWritesUsers;
-  connection.setContext(&context_);
-  EXPECT_EQ(errorOf([&] { connection.execute(sql); }).number(), kForbidden);
-  connection.setContext(nullptr);
-  EXPECT_EQ(ask(connection, "select count(User_ID) from Zembra_User"), "i1");
-}
-
 TEST_F(Guarded, RowsHaveABudget) {
   database_->borrow()->execute(
       "insert into Orders (Amount,Note) select a.Amount,replicate('x',900) "
@@ -250,12 +250,12 @@ TEST_F(Guarded, RowsHaveABudget) {
   other.take(60'000);
   EXPECT_EQ(read(90'000), kNoRoomForRows);
   EXPECT_EQ(total.held(), 60'000u);
+  EXPECT_NO_THROW(other.take(30'000));  // to the last byte
 }
 
 TEST_F(Guarded, TemporaryFilesHaveALimit) {
   const auto limited = openDatabase("sqlite:" + folder_.file(), {.temporaryBytes = 1 << 20});
-  limited->borrow()->execute("insert into Orders (Amount) select a.ID from Orders a,Orders b");
-  for (int i = 0; i < 2; ++i) {
+  for (int i = 0; i < 3; ++i) {
     limited->borrow()->execute(
         "insert into Orders (Amount) select a.ID+b.ID from Orders a,Orders b");
   }
@@ -290,24 +290,16 @@ TEST_F(Guarded, ALongFunctionEndsWithItsStatement) {
   EXPECT_EQ(asked(kListed, "select charindex(replicate('a',7999)+'b'," + text + ")"), "i0");
   EXPECT_EQ(asked(kListed, "select len(replace(" + text + ",replicate('a',3999)+'b','c'))"),
             "i800000");
-  EXPECT_EQ(asked(kListed, "select charindex('aab','aaaab')+charindex('abab','ababcabab',2)"),
-            "i9");
-  EXPECT_EQ(asked(kListed, "select replace('aaaab','aab','x')+replace('aaaa','aa','b')"), "taaxbb");
 }
 
 TEST_F(Guarded, AStatementEndsWhenNobodyWaitsForIt) {
-  bool isWanted = true;
   int questions = 0;
   context_.rights = kListed;
-  context_.isWanted = [&] { return ++questions < 3 && isWanted; };
+  context_.isWanted = [&] { return ++questions < 3; };
   Lease lease = database_->borrow();
   lease->setContext(&context_);
-  const char* endless =
-      "select count(*) from Orders a,Orders b,Orders c,Orders d,Orders e,Orders f,Orders g,Orders "
-      "h,"
-      "Orders i,Orders j,Orders k,Orders l,Orders m,Orders n,Orders o,Orders p,Orders q,Orders r,"
-      "Orders s,Orders t,Orders u,Orders v,Orders w,Orders x,Orders y,Orders z,Orders a1,Orders a2,"
-      "Orders a3,Orders a4,Orders a5,Orders a6,Orders a7,Orders a8";
+  std::string endless = "select count(*) from Orders";
+  for (int i = 0; i < 34; ++i) endless += ",Orders a" + std::to_string(i);
   EXPECT_EQ(errorOf([&] { lease->open(endless); }).number(), kCancelled);
   EXPECT_EQ(questions, 3);
   context_.isWanted = nullptr;

@@ -1,12 +1,10 @@
 // Every statement that the parser's golden files hold, over the platform's tables and a small
 // business: what the system sends must run, and what it relies on being refused must be.
 
-#include "support/golden_file.h"
-
-#include <algorithm>
-
 #include "database/script.h"
 #include "support.h"
+#include "support/golden_file.h"
+#include "support/schema_files.h"
 #include "tsql/limits.h"
 
 namespace tarlo::database::test {
@@ -48,11 +46,6 @@ GO
 INSERT INTO UserTb_Item (ContractID, Product, Qty, Price) VALUES (1, 'Pen', 3, 2.5), (1, 'Ink', 1, 9)
 )";
 
-std::string textOf(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
 class Statements : public ::testing::Test {
  protected:
   Statements() : database_(openDatabase("sqlite:" + folder_.file(), {.create = true})) {
@@ -60,24 +53,16 @@ class Statements : public ::testing::Test {
                             [](std::span<const Variant>) { return Variant("0"); });
     Lease lease = database_->borrow();
     lease->allowDdl(true);
-    std::vector<std::filesystem::path> scripts;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(TARLO_TEST_DATA "/../../schema/tables")) {
-      scripts.push_back(entry.path());
-    }
-    std::sort(scripts.begin(), scripts.end());
-    for (const auto& script : scripts) runScript(*lease, textOf(script));
+    for (const std::string& script : tarlo::testing::platformTables()) runScript(*lease, script);
+    runScript(*lease, tarlo::testing::schemaFile("tables/90_base_rows.sql"));
     runScript(*lease, kBusiness);
     lease->allowDdl(false);
   }
 
   // "" or the error.
   std::string run(const std::string& sql) {
-    Lease lease = database_->borrow();
     try {
-      const auto rows = lease->open(sql);
-      for (; !rows->atEnd(); rows->moveNext()) {
-      }
+      rowsOf(sql);
       return "";
     } catch (const DatabaseError& error) {
       return error.what();
@@ -91,15 +76,9 @@ class Statements : public ::testing::Test {
   std::unique_ptr<Database> database_;
 };
 
-TEST_F(Statements, OfThePlatformRun) {
-  for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + "platform.sql")) {
-    expectTaken(sql);
-  }
-}
-
-TEST_F(Statements, OfSchemesAndControlsRun) {
-  for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + "business.sql")) {
-    expectTaken(sql);
+TEST_F(Statements, OfThePlatformSchemesAndControlsRun) {
+  for (const char* file : {"platform.sql", "business.sql"}) {
+    for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + file)) expectTaken(sql);
   }
 }
 

@@ -5,29 +5,17 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <filesystem>
 #include <string>
 
 #include "database/database.h"
+#include "support/temporary_folder.h"
 #include "variant/convert.h"
 
 namespace tarlo::database::test {
 
-class TempFolder {
+class TempFolder : public testing::TemporaryFolder {
  public:
-  TempFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tarlo-db-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-  }
-  ~TempFolder() { std::filesystem::remove_all(folder_); }
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-
-  std::string file(const std::string& name = "test.db") const { return (folder_ / name).string(); }
-  const std::filesystem::path& path() const { return folder_; }
-
- private:
-  std::filesystem::path folder_;
+  std::string file(const std::string& name = "test.db") const { return (path() / name).string(); }
 };
 
 // Another program that has the file open.
@@ -45,6 +33,18 @@ class Foreigner {
     EXPECT_EQ(sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
         << sql << ": " << sqlite3_errmsg(handle_);
   }
+  // That column of all rows.
+  std::string column(const std::string& sql, int index) {
+    sqlite3_stmt* statement = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(handle_, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
+        << sql << ": " << sqlite3_errmsg(handle_);
+    std::string all;
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+      all += reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
+    }
+    sqlite3_finalize(statement);
+    return all;
+  }
 
  private:
   sqlite3* handle_ = nullptr;
@@ -52,24 +52,13 @@ class Foreigner {
 
 // "i1" for an integer, "I" for one of 64 bits, "f" double, "n" decimal, "t" text, "d" date.
 inline std::string cellText(const Variant& value) {
-  switch (value.state()) {
-    case variant::State::Null:
-      return "null";
-    case variant::State::Int32:
-      return "i" + variant::toText(value);
-    case variant::State::Int64:
-      return "I" + variant::toText(value);
-    case variant::State::Double:
-      return "f" + variant::toText(value);
-    case variant::State::Decimal:
-      return "n" + variant::toText(value);
-    case variant::State::Date:
-      return "d" + variant::toText(value);
-    case variant::State::Text:
-      return "t" + value.text();
-    default:
-      return "?";
+  using enum variant::State;
+  for (const auto& [state, letter] :
+       {std::pair{Int32, 'i'}, std::pair{Int64, 'I'}, std::pair{Double, 'f'},
+        std::pair{Decimal, 'n'}, std::pair{Text, 't'}, std::pair{Date, 'd'}}) {
+    if (value.state() == state) return letter + variant::toText(value);
   }
+  return value.isNull() ? "null" : "?";
 }
 
 // Cells parted by ",", rows by "|".
@@ -87,6 +76,10 @@ inline std::string rowsText(Recordset& rows) {
 
 inline std::string ask(Connection& connection, std::string_view sql) {
   return rowsText(*connection.open(sql));
+}
+
+inline void executeAll(Connection& connection, std::initializer_list<std::string> statements) {
+  for (const std::string& sql : statements) connection.execute(sql);
 }
 
 // The error of a call; fails the test when there is none.

@@ -11,9 +11,8 @@ namespace {
 tsql::Shape shape(std::string key, std::vector<std::string_view> literals = {}) {
   tsql::Shape made;
   made.key = std::move(key);
-  for (const auto& text : literals) {
+  for (const auto& text : literals)
     made.literals.push_back({tsql::ast::LiteralClass::Integer, text});
-  }
   return made;
 }
 
@@ -56,6 +55,11 @@ TEST(TranslationCache, VariantsShapesAndBytesAreBounded) {
   TranslationCache bytes(100'000, 1u << 20);
   for (int i = 0; i < 1000; ++i) bytes.insert(shape(std::to_string(i)), translation({}, 20'000));
   EXPECT_LE(bytes.shapeCount(), 64u);
+  // What is replaced weighs nothing any more.
+  TranslationCache same(100'000, 1u << 20);
+  for (int i = 0; i < 100; ++i) same.insert(shape(std::to_string(i)), translation());
+  for (int i = 0; i < 1000; ++i) same.insert(shape("7"), translation({}, 20'000));
+  EXPECT_EQ(same.shapeCount(), 100u);
 }
 
 TEST(TranslationCache, ValuesNeverLeakFromOneStatementIntoAnother) {
@@ -80,23 +84,17 @@ TEST(TranslationCache, ValuesNeverLeakFromOneStatementIntoAnother) {
 }
 
 TEST(Decimals, AreRoundedAsPeopleSeeThem) {
-  struct {
-    double number;
-    int scale;
-    const char* text;
-  } const cases[] = {
-      {12.5, 2, "12.5"},
-      {12, 2, "12"},
-      {0.1 + 0.2, 2, "0.3"},
-      {2.675, 2, "2.68"},
-      {-2.675, 2, "-2.68"},
-      {99.995, 2, "100"},
-      {-0.004, 2, "0"},
-      {0.5, 0, "1"},
-      {100, 0, "100"},
-      {9.5, 0, "10"},
-      {1e22, 2, "10000000000000000000000"},
-  };
+  const std::tuple<double, int, const char*> cases[] = {{12.5, 2, "12.5"},
+                                                        {12, 2, "12"},
+                                                        {0.1 + 0.2, 2, "0.3"},
+                                                        {2.675, 2, "2.68"},
+                                                        {-2.675, 2, "-2.68"},
+                                                        {99.995, 2, "100"},
+                                                        {-0.004, 2, "0"},
+                                                        {0.5, 0, "1"},
+                                                        {100, 0, "100"},
+                                                        {9.5, 0, "10"},
+                                                        {1e22, 2, "10000000000000000000000"}};
   for (const auto& [number, scale, text] : cases) {
     EXPECT_EQ(roundedDecimal(number, scale).digits, text) << number;
   }

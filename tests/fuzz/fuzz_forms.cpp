@@ -44,10 +44,8 @@ Values decoded(std::uint8_t form, const Charset* charset, std::string_view bytes
     case 0:
       return parseUrlEncoded(bytes, charset);
     case 1: {
-      const std::string type = std::string("multipart/form-data; boundary=\"b\"") +
-                               (charset == nullptr          ? ""
-                                : *charset == Charset::Utf8 ? "; charset=utf-8"
-                                                            : "; charset=gb2312");
+      std::string type = "multipart/form-data; boundary=\"b\"";
+      if (charset) type += *charset == Charset::Utf8 ? "; charset=utf-8" : "; charset=gb2312";
       return parseMultipart(bytes, type);
     }
     default:

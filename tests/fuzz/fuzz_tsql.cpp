@@ -10,10 +10,12 @@
 
 namespace {
 
+using namespace tarlo::tsql;
+
 std::size_t literalsOf(std::string_view sql) {
-  tarlo::tsql::Lexer lexer(sql);
+  Lexer lexer(sql);
   std::size_t count = 0;
-  for (auto token = lexer.next(); token.kind != tarlo::tsql::TokenKind::End; token = lexer.next()) {
+  for (auto token = lexer.next(); token.kind != TokenKind::End; token = lexer.next()) {
     if (token.isLiteral()) ++count;
   }
   return count;
@@ -23,14 +25,14 @@ std::size_t literalsOf(std::string_view sql) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view sql(reinterpret_cast<const char*>(data), size);
-  tarlo::tsql::ast::Batch batch;
+  ast::Batch batch;
   try {
-    batch = tarlo::tsql::parse(sql);
-  } catch (const tarlo::tsql::StatementError&) {
+    batch = parse(sql);
+  } catch (const StatementError&) {
     return 0;
   }
-  tarlo::tsql::Shape shape;
-  if (!tarlo::tsql::shapeOf(sql, shape) || shape.literals.size() != literalsOf(sql)) std::abort();
-  if (!(tarlo::tsql::parse(tarlo::tsql::printTsql(batch)) == batch)) std::abort();
+  Shape shape;
+  if (!shapeOf(sql, shape) || shape.literals.size() != literalsOf(sql)) std::abort();
+  if (!(parse(printTsql(batch)) == batch)) std::abort();
   return 0;
 }

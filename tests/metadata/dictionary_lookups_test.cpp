@@ -60,11 +60,7 @@ TEST(DictionaryLookups, KeysAndRelationsOfTables) {
 
 TEST(DictionaryLookups, DisplayNameOfAField) {
   testing::DictionaryDatabase data;
-  struct Row {
-    Variant name;
-    std::string display;
-  };
-  const Row rows[] = {
+  const std::pair<Variant, const char*> rows[] = {
       {"[Customer].[City]", "Town"},
       {"  Customer.City ", "Town"},
       {"Customer.[City]", "Town"},
@@ -75,17 +71,14 @@ TEST(DictionaryLookups, DisplayNameOfAField) {
       {"[.City", "-1"},
       {"O'Neil.City", "-1"},
   };
-  for (const Row& row : rows) EXPECT_EQ(textOf(getFieldDesc(data.page(), row.name)), row.display);
+  for (const auto& [name, display] : rows) {
+    EXPECT_EQ(textOf(getFieldDesc(data.page(), name)), display);
+  }
 }
 
 TEST(DictionaryLookups, DisplayNameOfATableRewritesTheArgument) {
   testing::DictionaryDatabase data;
-  struct Row {
-    Variant name;
-    std::string display;
-    std::string after;
-  };
-  const Row rows[] = {
+  const std::tuple<Variant, const char*, const char*> rows[] = {
       {" [Customer] ", "Client", "Customer"},
       {" Customer ", "Client", "Customer"},
       {"Nope", "-1", "Nope"},
@@ -93,10 +86,9 @@ TEST(DictionaryLookups, DisplayNameOfATableRewritesTheArgument) {
       {"[]", "-1", ""},
       {variant::Null{}, "-1", "Null"},
   };
-  for (const Row& row : rows) {
-    Variant name = row.name;
-    EXPECT_EQ(textOf(getTableDesc(data.page(), name)), row.display);
-    EXPECT_EQ(textOf(name), row.after);
+  for (auto [name, display, after] : rows) {
+    EXPECT_EQ(textOf(getTableDesc(data.page(), name)), display);
+    EXPECT_EQ(textOf(name), after);
   }
 }
 
@@ -105,6 +97,40 @@ TEST(DictionaryLookups, VersionOfAControlScheme) {
   data.execute("insert into Zembra_Query_Field_Ver2 (Zembra_ID,QF_ID,QF_NameID) values (8,3,4)");
   EXPECT_EQ(textOf(verID2ZembraID(data.page(), 3, 4)), "8");
   EXPECT_EQ(textOf(verID2ZembraID(data.page(), 4, 3)), "-1");
+}
+
+TEST(RelationTable, WaysOfReachingTables) {
+  testing::DictionaryDatabase data;
+  // A third way from Orders, with Orders at the relation end, and an intermediate table that uses
+  // two fields.
+  data.addTable(13, "Invoice", "Bill");
+  data.addField(130, 13, "OrderID", "Order");
+  data.addRelation(8, 13, 130, 10, 100);
+  data.addRelation(9, 11, 111, 12, 120);
+  const std::tuple<int, const char*, const char*> rows[] = {
+      {10, "5", "11,110,102,11,110,0"},
+      {10, "5,8", "11,110,102,11,110,0 | 13,130,100,13,130,0"},
+      {10, "5,6", "11,110,102,11,110,0 | 11,110,103,11,110,0"},
+      {10, "5,7", "11,110,102,11,110,0 | 12,120,102,11,110,110"},
+      // One two-hop row for each link of the intermediate table.
+      {10, "5,6,7",
+       "11,110,102,11,110,0 | 11,110,103,11,110,0 | 12,120,102,11,110,110 |"
+       " 12,120,103,11,110,110"},
+      // The far relation leaves the intermediate table by another field than the near one enters.
+      {10, "5,9", "11,110,102,11,110,0 | 12,120,102,11,111,110"},
+      {12, "5,7", "10,102,120,11,110,110 | 11,110,120,11,110,0"},
+      {11, "5,7", "10,102,110,10,102,0 | 12,120,110,12,120,0"},
+      {10, "7", "Null"},  // touches nothing that the main table reaches
+      {12, "5,7,8", "10,102,120,11,110,110 | 11,110,120,11,110,0"},  // three hops are too many
+      {10, "0", "Null"},
+      {10, "", "Null"},
+      {10, "5)", "Null"},
+  };
+  for (const auto& [mainTable, relations, table] : rows) {
+    EXPECT_EQ(textOf(getRelationTable_Query(data.page(), mainTable, relations)), table)
+        << mainTable << " by " << relations;
+  }
+  EXPECT_EQ(textOf(getRelationTable_Query(data.page(), Variant(), "5")), "Null");
 }
 
 }  // namespace

@@ -73,25 +73,15 @@ TEST(Introspection, UnknownAndRefusedStatements) {
 
 TEST(Introspection, FirstOperandsOfAListWithoutBlanks) {
   testing::DictionaryDatabase data;
-  struct Row {
-    std::string statement;
-    std::string pairs;  // "" for error 9
-  };
-  const Row rows[] = {
-      {"select a.b+1,c.d from t", "a.b | c.d"},
-      {"select [T].[F]*2,[T].[G] from t", "T.F | T.G"},
-      {"select SUM(ABS(a.b)/2),a.c-a.d from t", "a.b | a.c"},
-      {"select -a.b from t", ""},
-      {"select a,b.c from t", ""},
-      {"select", ""},
-      {"", ""},
-  };
-  for (const Row& row : rows) {
-    if (row.pairs.empty()) {
-      EXPECT_EQ(errorOf([&] { SQL2Fields(data.page(), row.statement); }), 9) << row.statement;
-    } else {
-      EXPECT_EQ(pairsOf(SQL2Fields(data.page(), row.statement)), row.pairs);
-    }
+  for (const auto& [statement, pairs] : {
+           std::pair{"select a.b+1,c.d from t", "a.b | c.d"},
+           std::pair{"select [T].[F]*2,[T].[G] from t", "T.F | T.G"},
+           std::pair{"select SUM(ABS(a.b)/2),a.c-a.d from t", "a.b | a.c"},
+       }) {
+    EXPECT_EQ(pairsOf(SQL2Fields(data.page(), statement)), pairs);
+  }
+  for (const char* statement : {"select -a.b from t", "select a,b.c from t", "select", ""}) {
+    EXPECT_EQ(errorOf([&] { SQL2Fields(data.page(), statement); }), 9) << statement;
   }
 }
 

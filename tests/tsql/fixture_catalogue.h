@@ -3,73 +3,58 @@
 // system's own tables.
 
 #include <map>
+#include <sstream>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "tsql/catalogue.h"
 #include "tsql/resolve/same_name.h"
 
 namespace tarlo::tsql::testing {
 
-inline Column intColumn(std::string name) {
-  return {std::move(name), kIntType};
-}
-inline Column moneyColumn(std::string name) {
-  return {std::move(name), decimalType(18, 2)};
-}
-inline Column dateColumn(std::string name) {
-  return {std::move(name), kDateType};
-}
-inline Column textColumn(std::string name, std::uint16_t length) {
-  Type type = kTextType;
-  type.length = length;
-  return {std::move(name), type};
-}
-inline Column identityColumn(std::string name) {
-  Column column = intColumn(std::move(name));
-  column.isIdentity = true;
-  column.isNullable = false;
-  return column;
-}
-inline Column generatedColumn(std::string name) {
-  Column column = intColumn(std::move(name));
-  column.isGenerated = true;
-  return column;
+// Columns "name:kind", parted by blanks: "key" and "as" are integers that the engine numbers and
+// computes; "textN" has N characters, "text" no bound; without a kind it is an integer.
+inline Table tableOf(const std::string& name, const std::string& columns) {
+  Table table{name, {}, {}};
+  std::istringstream all(columns);
+  for (std::string word; all >> word;) {
+    const std::size_t colon = std::min(word.find(':'), word.size());
+    const std::string kind = word.substr(std::min(colon + 1, word.size()));
+    Column column{word.substr(0, colon), kIntType};
+    column.isIdentity = kind == "key";
+    column.isNullable = kind != "key";
+    column.isGenerated = kind == "as";
+    if (kind == "key") table.key.push_back(table.columns.size());
+    if (kind == "money") column.type = decimalType(18, 2);
+    if (kind == "date") column.type = kDateType;
+    if (kind.starts_with("text")) {
+      column.type = kTextType;
+      column.type.length = static_cast<std::uint16_t>(std::atoi(kind.c_str() + 4));
+    }
+    table.columns.push_back(std::move(column));
+  }
+  return table;
 }
 
 class FixtureCatalogue : public Catalogue {
  public:
   FixtureCatalogue() {
-    add({"Orders",
-         {identityColumn("ID"), moneyColumn("Amount"), intColumn("CustID"), intColumn("ShipTo"),
-          intColumn("Zembra_Flag")},
-         {0}});
-    add({"Customer",
-         {identityColumn("ID"), textColumn("City", 50), intColumn("RegionID"),
-          intColumn("Zembra_Flag")},
-         {0}});
-    add({"Region", {identityColumn("ID"), textColumn("Name", 50), intColumn("Zembra_Flag")}, {0}});
-    add({"UserTb_Contract",
-         {identityColumn("Zembra_ID"), textColumn("Title", 50), moneyColumn("Amount"),
-          moneyColumn("Discount"), intColumn("Qty"), intColumn("CustID"), intColumn("AgentID"),
-          dateColumn("SignDate"), dateColumn("EndDate"), intColumn("Status"),
-          textColumn("Memo", 200), intColumn("Zembra_Flag")},
-         {0}});
-    add({"UserTb_Customer",
-         {identityColumn("Zembra_ID"), textColumn("Name", 50), textColumn("City", 50),
-          textColumn("Kind", 50), moneyColumn("Credit"), dateColumn("Founded"),
-          intColumn("RegionID"), textColumn("Phone", 50), intColumn("Zembra_Flag")},
-         {0}});
-    add({"UserTb_Region",
-         {identityColumn("Zembra_ID"), textColumn("Name", 50), textColumn("Code", 10),
-          intColumn("Zembra_Flag")},
-         {0}});
-    add({"UserTb_Item",
-         {identityColumn("Zembra_ID"), intColumn("ContractID"), textColumn("Product", 50),
-          intColumn("Qty"), moneyColumn("Price"), intColumn("Zembra_Flag")},
-         {0}});
-    addSystemTables();
+    add("Orders", "ID:key Amount:money CustID ShipTo Zembra_Flag");
+    add("Customer", "ID:key City:text50 RegionID Zembra_Flag");
+    add("Region", "ID:key Name:text50 Zembra_Flag");
+    add("UserTb_Contract",
+        "Zembra_ID:key Title:text50 Amount:money Discount:money Qty CustID AgentID SignDate:date "
+        "EndDate:date Status Memo:text200 Zembra_Flag");
+    add("UserTb_Customer",
+        "Zembra_ID:key Name:text50 City:text50 Kind:text50 Credit:money Founded:date RegionID "
+        "Phone:text50 Zembra_Flag");
+    add("UserTb_Region", "Zembra_ID:key Name:text50 Code:text10 Zembra_Flag");
+    add("UserTb_Item", "Zembra_ID:key ContractID Product:text50 Qty Price:money Zembra_Flag");
+    add("Zembra_DataDict_Table",
+        "Zembra_ID:key DDT_ID:as DDT_Name:text128 DDT_CName:text128 DDT_DirID DDT_Status "
+        "Zembra_Flag");
+    // No key: its rows have no order of their own.
+    add("Zembra_Policy", "Policy_Name:text100 Policy_ParaA:text");
   }
 
   const Table* findTable(std::string_view name) override {
@@ -80,29 +65,9 @@ class FixtureCatalogue : public Catalogue {
     return sameName(name, "Zembra_WorkFlowInstance_IsExistsTempMenu");
   }
 
-  void add(Table table) {
-    const std::string key = upperName(table.name);
-    tables_.insert_or_assign(key, std::move(table));
-  }
-
  private:
-  void addSystemTables() {
-    add({"Zembra_DataDict_Table",
-         {identityColumn("Zembra_ID"), generatedColumn("DDT_ID"), textColumn("DDT_Name", 128),
-          textColumn("DDT_CName", 128), intColumn("DDT_DirID"), intColumn("DDT_Status"),
-          intColumn("Zembra_Flag")},
-         {0}});
-    add({"Zembra_OperateLog",
-         {identityColumn("OperateLog_ID"), intColumn("OperateLog_UID"),
-          intColumn("OperateLog_ModulID"), textColumn("OperateLog_SQL", 0)},
-         {0}});
-    add({"Zembra_User",
-         {identityColumn("User_ID"), textColumn("User_Name", 50), textColumn("User_user", 50),
-          intColumn("User_GroupID"), textColumn("User_joinGroupID", 500), intColumn("User_RankID"),
-          intColumn("user_position"), intColumn("User_DeptID")},
-         {0}});
-    // No key: its rows have no order of their own.
-    add({"Zembra_Policy", {textColumn("Policy_Name", 100), textColumn("Policy_ParaA", 0)}, {}});
+  void add(const std::string& name, const std::string& columns) {
+    tables_.emplace(upperName(name), tableOf(name, columns));
   }
 
   std::map<std::string, Table> tables_;

@@ -8,10 +8,7 @@ namespace tarlo::tsql::testing {
 namespace {
 
 TEST(ResolveResults, titlesAndTypes) {
-  const struct {
-    const char* sql;
-    const char* columns;
-  } rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"select amount, AMOUNT as [Sum it], Amount*2 from Orders",
        "amount:dec(18,2) Sum it:dec(18,2) :dec(20,2)"},
       {"select * from REGION", "ID:int Name:text Zembra_Flag:int"},
@@ -55,26 +52,19 @@ TEST(ResolveResults, titlesAndTypes) {
        ":text"},
       {"update Region set Name='x'", ""},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.sql);
-    EXPECT_EQ(columnsOf(row.sql), row.columns);
-  }
+  for (const auto& [sql, columns] : rows) EXPECT_EQ(columnsOf(sql), columns) << sql;
 }
 
 TEST(ResolveResults, fixedLiterals) {
-  const struct {
-    const char* sql;
-    const char* fixed;
-  } rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"select Amount+5, 'x' from Orders where ID=7", ""},
       {"select top 3 ID from Orders where ID>7 order by 1", "3 1 "},
       {"select ID/(2+1), ID%4, round(Amount,1,0), str(ID,6,8) from Orders", "2 1 4 1 0 6 8 "},
       {"select 5+ID from Orders where ID=6 group by ID having count(*)>7 order by ID+8", "5 7 8 "},
       {"select distinct ID+1 from Orders where ID=2 order by ID+1", "1 1 "},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.sql);
-    EXPECT_EQ(fixedLiterals(queryOf(resolveText(row.sql))), row.fixed);
+  for (const auto& [sql, fixed] : rows) {
+    EXPECT_EQ(fixedLiterals(queryOf(resolveText(sql))), fixed) << sql;
   }
 }
 

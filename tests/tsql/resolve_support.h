@@ -35,19 +35,13 @@ inline std::string outcomeOf(std::string_view sql) {
 }
 
 inline std::string nameOf(Type type) {
-  switch (type.kind) {
-    case Kind::Null:
-      return "null";
-    case Kind::Text:
-      return "text";
-    case Kind::Int:
-      return "int";
-    case Kind::Decimal:
-      return "dec(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
-    case Kind::Float:
-      return "float";
-    case Kind::Date:
-      return "date";
+  if (type.kind == Kind::Decimal) {
+    return "dec(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
+  }
+  for (const auto& [kind, name] :
+       {std::pair{Kind::Null, "null"}, std::pair{Kind::Text, "text"}, std::pair{Kind::Int, "int"},
+        std::pair{Kind::Float, "float"}, std::pair{Kind::Date, "date"}}) {
+    if (type.kind == kind) return name;
   }
   return "?";
 }
