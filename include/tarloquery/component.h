@@ -61,7 +61,7 @@ typedef struct tarlo_array {
   tarlo_variant* elements; /* `count` of them */
 } tarlo_array;
 
-/* A run-time error: the number is VB's, or above 1000 the server's own. */
+/* A run-time error: the number is one of the pages' language, or above 1000 the server's own. */
 typedef struct tarlo_error {
   int32_t number;
   tarlo_text description;

@@ -18,6 +18,7 @@
 #include "frame/local_page.h"
 #include "metadata/operations.h"
 #include "text/display_width.h"
+#include "text/pieces.h"
 #include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -128,7 +129,7 @@ class Propagation {
     const Array& cells = rows.array();
     for (std::ptrdiff_t row = 0; row <= cells.upperBound(2); ++row) {
       const std::string definition = spliced(cells.at(2, row));
-      const std::string statement = definition.substr(0, definition.find("|||"));
+      const std::string statement = definition.substr(0, definition.find(text::kPartMark));
       database::Lease connection = database_.borrow();
       const std::string failure = trialRun(*connection, statement);
       if (failure.empty()) continue;

@@ -39,18 +39,11 @@
 #include "services/file_transfer.h"
 #include "services/mail.h"
 #include "services/table_introspection.h"
+#include "text/fold.h"
 #include "workflow/panels.h"
 
 namespace tarlo::component {
 namespace {
-
-constexpr char folded(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-constexpr bool precedes(std::string_view a, std::string_view b) {
-  return std::ranges::lexicographical_compare(a, b, {}, folded, folded);
-}
 
 using database::StatementRights;
 using database::TableGroup;
@@ -423,7 +416,7 @@ constexpr auto kByFolder = std::to_array<Operation>({
 const auto& sortedOperations() {
   static const auto sorted = [] {
     auto all = kByFolder;
-    std::ranges::sort(all, precedes, &Operation::name);
+    std::ranges::sort(all, text::precedesNoCase, &Operation::name);
     return all;
   }();
   return sorted;
@@ -445,8 +438,8 @@ std::span<const Operation> operations() {
 
 const Operation* findOperation(std::string_view name) {
   const auto& all = sortedOperations();
-  const auto found = std::ranges::lower_bound(all, name, precedes, &Operation::name);
-  if (found == all.end() || precedes(name, found->name)) return nullptr;
+  const auto found = std::ranges::lower_bound(all, name, text::precedesNoCase, &Operation::name);
+  if (found == all.end() || text::precedesNoCase(name, found->name)) return nullptr;
   return &*found;
 }
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "text/fold.h"
 #include "tsql/catalogue.h"
-#include "tsql/resolve/same_name.h"
 
 namespace tarlo::tsql::testing {
 
@@ -73,15 +73,15 @@ class FixtureCatalogue : public Catalogue {
   }
 
   const Table* findTable(std::string_view name) override {
-    const auto found = tables_.find(upperName(name));
+    const auto found = tables_.find(text::upperName(name));
     return found == tables_.end() ? nullptr : &found->second;
   }
   bool hasProcedure(std::string_view name) override {
-    return sameName(name, "Zembra_WorkFlowInstance_IsExistsTempMenu");
+    return text::equalsNoCase(name, "Zembra_WorkFlowInstance_IsExistsTempMenu");
   }
 
   void add(Table table) {
-    const std::string key = upperName(table.name);
+    const std::string key = text::upperName(table.name);
     tables_.insert_or_assign(key, std::move(table));
   }
 

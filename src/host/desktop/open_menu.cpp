@@ -7,6 +7,7 @@
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_style.h"
 #include "host/desktop/menu_html.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 namespace {
@@ -23,7 +24,7 @@ bool isPageAddress(std::string_view href) {
   // Browsers drop control characters and blanks in front of and inside a scheme's name.
   for (const char c : href.substr(0, colon)) {
     if (static_cast<unsigned char>(c) <= ' ') continue;
-    scheme += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    scheme += text::folded(c);
   }
   return scheme == "http" || scheme == "https";
 }
