@@ -1,13 +1,16 @@
-/* The binary interface between a page server and components from separately built libraries: late-bound objects behind
- * a C header. TarloQuery is offered through it (libtarloquery.so), and `tarloquery serve` creates objects of other
- * libraries through it, in the place of its own where they are registered under the same name.
+/* The binary interface between a page server and components from separately built libraries:
+ * late-bound objects behind a C header. TarloQuery is offered through it (libtarloquery.so), and
+ * `tarloquery serve` creates objects of other libraries through it, in the place of its own where
+ * they are registered under the same name.
  *
- * A library exports the four module entry points declared at the end. A registry file names the classes that may be
- * created, one line each: program id, class id and the library's absolute path, separated by tabs.
+ * A library exports the four module entry points declared at the end. A registry file names the
+ * classes that may be created, one line each: program id, class id and the library's absolute path,
+ * separated by tabs.
  *
- * Objects are counted; values are owned by whoever holds them. All text is UTF-8. Memory that crosses the interface comes
- * from malloc and is given back by tarlo_clear. No exception crosses it. A call runs on its caller's thread, and the
- * objects of a page belong to the thread of that page. */
+ * Objects are counted; values are owned by whoever holds them. All text is UTF-8. Memory that
+ * crosses the interface comes from malloc and is given back by tarlo_clear. No exception crosses
+ * it. A call runs on its caller's thread, and the objects of a page belong to the thread of that
+ * page. */
 #pragma once
 
 #include <stddef.h>
@@ -24,20 +27,20 @@ typedef struct tarlo_object tarlo_object;
 enum tarlo_kind {
   TARLO_EMPTY = 0,
   TARLO_NULL = 1,
-  TARLO_TEXT = 2,     /* text */
-  TARLO_INT16 = 3,    /* integer, as the next two */
+  TARLO_TEXT = 2,  /* text */
+  TARLO_INT16 = 3, /* integer, as the next two */
   TARLO_INT32 = 4,
   TARLO_INT64 = 5,
-  TARLO_DOUBLE = 6,   /* number */
-  TARLO_DECIMAL = 7,  /* text: an exact decimal number, "-12.5" */
-  TARLO_BOOLEAN = 8,  /* integer: 0 or 1 */
-  TARLO_DATE = 9,     /* number: days since 1899-12-30 */
-  TARLO_ARRAY = 10,   /* array */
-  TARLO_OBJECT = 11   /* object, one reference; NULL is Nothing */
+  TARLO_DOUBLE = 6,  /* number */
+  TARLO_DECIMAL = 7, /* text: an exact decimal number, "-12.5" */
+  TARLO_BOOLEAN = 8, /* integer: 0 or 1 */
+  TARLO_DATE = 9,    /* number: days since 1899-12-30 */
+  TARLO_ARRAY = 10,  /* array */
+  TARLO_OBJECT = 11  /* object, one reference; NULL is Nothing */
 };
 
 typedef struct tarlo_text {
-  char* data; /* NULL for "" */
+  char* data;  /* NULL for "" */
   size_t size; /* in bytes; no 0 stands behind */
 } tarlo_text;
 
@@ -61,7 +64,7 @@ typedef struct tarlo_array {
   tarlo_variant* elements; /* `count` of them */
 } tarlo_array;
 
-/* A run-time error: the number is VB's, or above 1000 the server's own. */
+/* A run-time error: the number is one of the pages' language, or above 1000 the server's own. */
 typedef struct tarlo_error {
   int32_t number;
   tarlo_text description;
@@ -83,7 +86,8 @@ enum tarlo_access {
   TARLO_CALL = 4
 };
 
-/* The id of an object's default member, whose name is "": Request("id") is its GET with one argument. */
+/* The id of an object's default member, whose name is "": Request("id") is its GET with one
+ * argument. */
 #define TARLO_DEFAULT_MEMBER 0
 
 typedef struct tarlo_object_functions {
@@ -91,10 +95,10 @@ typedef struct tarlo_object_functions {
   void (*release)(tarlo_object* self); /* the last one deletes the object */
   /* Names match without regard to case. Ids are valid for this object. */
   int32_t (*id_of)(tarlo_object* self, const char* name, size_t size, int32_t* id);
-  /* Arguments are passed by reference and may be replaced. `result` and `error` are EMPTY and 0 before; the caller
-   * clears both. */
-  int32_t (*invoke)(tarlo_object* self, int32_t id, int32_t access, tarlo_variant* arguments, size_t count,
-                    tarlo_variant* result, tarlo_error* error);
+  /* Arguments are passed by reference and may be replaced. `result` and `error` are EMPTY and 0
+   * before; the caller clears both. */
+  int32_t (*invoke)(tarlo_object* self, int32_t id, int32_t access, tarlo_variant* arguments,
+                    size_t count, tarlo_variant* result, tarlo_error* error);
 } tarlo_object_functions;
 
 /* An implementation begins with this and keeps what it needs behind it. */
@@ -116,7 +120,8 @@ struct tarlo_class_factory {
 /* Lets go of what a value holds and makes it EMPTY. */
 static inline void tarlo_clear(tarlo_variant* value) {
   if (value->kind == TARLO_TEXT || value->kind == TARLO_DECIMAL) free(value->as.text.data);
-  if (value->kind == TARLO_OBJECT && value->as.object) value->as.object->functions->release(value->as.object);
+  if (value->kind == TARLO_OBJECT && value->as.object)
+    value->as.object->functions->release(value->as.object);
   if (value->kind == TARLO_ARRAY && value->as.array) {
     size_t i;
     for (i = 0; i < value->as.array->count; ++i) tarlo_clear(&value->as.array->elements[i]);
@@ -139,13 +144,13 @@ static inline void tarlo_clear_error(tarlo_error* error) {
 
 /* The module entry points. */
 
-/* The factory of a class, with one reference. TARLO_NO_SUCH_CLASS for an id that is not this library's; ids are in
- * braces, hexadecimal digits in either case. */
+/* The factory of a class, with one reference. TARLO_NO_SUCH_CLASS for an id that is not this
+ * library's; ids are in braces, hexadecimal digits in either case. */
 typedef int32_t tarlo_get_class_object(const char* class_id, tarlo_class_factory** factory);
 /* 1 when no object and no factory of this library lives, else 0. */
 typedef int32_t tarlo_can_unload_now(void);
-/* Writes this library's lines into the registry file that the environment variable TARLO_REGISTRY names, or takes them
- * out. Lines of other classes stay. */
+/* Writes this library's lines into the registry file that the environment variable TARLO_REGISTRY
+ * names, or takes them out. Lines of other classes stay. */
 typedef int32_t tarlo_register_server(void);
 
 #define TARLO_DEFAULT_REGISTRY "/etc/tarloquery/registry"

@@ -2,8 +2,10 @@
 
 #include <fmt/format.h>
 
-#include "app/csv.h"
+#include <algorithm>
+
 #include "app/json_value.h"
+#include "text/csv.h"
 #include "text/display_width.h"
 #include "variant/convert.h"
 
@@ -56,18 +58,12 @@ std::size_t writeJson(std::ostream& out, database::Recordset& rows, std::size_t 
 }
 
 std::size_t writeCsv(std::ostream& out, database::Recordset& rows, std::size_t maxRows) {
-  std::string line;
-  for (const std::string& title : titlesOf(rows)) {
-    line += (line.empty() ? "" : ",") + csvField(std::string_view(title));
-  }
-  out << line << "\r\n";
+  std::vector<std::string> fields = titlesOf(rows);
+  std::ranges::transform(fields, fields.begin(), [](const auto& title) { return csvField(title); });
+  out << text::csvRecord(fields);
   return eachRow(out, rows, maxRows, [&](std::size_t) {
-    line.clear();
-    for (std::size_t i = 0; i < rows.fieldCount(); ++i) {
-      if (i > 0) line += ',';
-      line += csvField(rows.value(i));
-    }
-    out << line << "\r\n";
+    for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = csvField(rows.value(i));
+    out << text::csvRecord(fields);
   });
 }
 
@@ -76,6 +72,14 @@ std::size_t writeCsv(std::ostream& out, database::Recordset& rows, std::size_t m
 Cell cellOf(const Variant& value) {
   if (value.isNull()) return {"NULL", false};
   return {text::visible(variant::toText(value)), value.isNumber()};
+}
+
+// What stands in the database goes out as it is, for programs that read it back: nothing is put in
+// front of what a spreadsheet would run, as the lists' download does.
+std::string csvField(const Variant& value) {
+  if (value.isNull()) return {};
+  const std::string text = variant::toText(value);
+  return text.empty() ? text::csvInQuotes(text) : text::csvQuoted(text);
 }
 
 std::size_t writeRows(std::ostream& out, database::Recordset& rows, RowFormat format,

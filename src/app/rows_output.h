@@ -14,6 +14,9 @@ enum class RowFormat { Table, Json, Csv };
 // A value as the table shows it: Null as NULL, numbers to the right.
 Cell cellOf(const Variant& value);
 
+// A value as CSV has it: Null is a field with nothing in it, which "" in its quotes is not.
+std::string csvField(const Variant& value);
+
 struct RowLimits {
   std::size_t rows = SIZE_MAX;
   std::size_t width = 0;  // of a table, in places; 0 for as wide as it is

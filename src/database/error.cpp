@@ -1,16 +1,11 @@
 #include "database/error.h"
 
-#include <algorithm>
+#include "text/utf8.h"
 
 namespace tarlo::database {
 
 void DatabaseError::setStatement(std::string_view statement) {
-  std::size_t end = std::min(statement.size(), kMaxStatementBytes);
-  const auto isContinuation = [&] {
-    return end < statement.size() && (static_cast<unsigned char>(statement[end]) & 0xC0) == 0x80;
-  };
-  while (end > 0 && isContinuation()) --end;
-  native_.statement.assign(statement, 0, end);
+  native_.statement = text::wholeCharacters(statement, kMaxStatementBytes);
 }
 
 DatabaseError refusedStatement(const tsql::StatementError& error) {

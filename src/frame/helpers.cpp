@@ -6,6 +6,7 @@
 #include <array>
 
 #include "frame/place.h"
+#include "text/date_text.h"
 #include "text/pieces.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
@@ -113,9 +114,7 @@ bool isSwitchedOn(Page& page, std::string_view key) {
 }
 
 std::string currentDateTimeText() {
-  const variant::CalendarTime time = variant::calendarOf(variant::now());
-  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year, time.month, time.day,
-                     time.hour, time.minute, time.second);
+  return text::dateTimeText(variant::calendarOf(variant::now()));
 }
 
 }  // namespace tarlo::frame

@@ -1,7 +1,5 @@
 #include "frame/local_page.h"
 
-#include <algorithm>
-
 #include "frame/statement_scope.h"
 #include "variant/runtime_error.h"
 
@@ -9,10 +7,6 @@ namespace tarlo::frame {
 namespace {
 
 constexpr std::string_view kLocalSessionId = "1";
-
-char foldedByte(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 Variant valueOf(const ValueMap& values, std::string_view key) {
   const auto found = values.find(key);
@@ -101,10 +95,6 @@ struct LocalPage::Parts {
   LocalApplication application;
   Page page;
 };
-
-bool NoCaseLess::operator()(std::string_view a, std::string_view b) const {
-  return std::ranges::lexicographical_compare(a, b, {}, foldedByte, foldedByte);
-}
 
 LocalPage::LocalPage(database::Registry& databases, std::string_view connectionString)
     : parts_(std::make_unique<Parts>(databases)) {

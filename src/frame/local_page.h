@@ -8,13 +8,11 @@
 #include <string>
 
 #include "frame/page.h"
+#include "text/fold.h"
 
 namespace tarlo::frame {
 
-struct NoCaseLess {
-  using is_transparent = void;
-  bool operator()(std::string_view a, std::string_view b) const;
-};
+using text::NoCaseLess;
 // Values by key without regard to case.
 using ValueMap = std::map<std::string, Variant, NoCaseLess>;
 

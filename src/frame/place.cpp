@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "text/fold.h"
 #include "text/utf8.h"
 
 namespace tarlo::frame {
@@ -197,7 +198,7 @@ std::string_view separatorEscape(std::string_view text) {
 bool mayBegin(std::string_view text, std::string_view mark) {
   const std::size_t length = std::min(text.size(), mark.size());
   return std::equal(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length), mark.begin(),
-                    [](char c, char m) { return (isLetter(c) ? (c | 0x20) : c) == m; });
+                    [](char c, char m) { return text::folded(c) == m; });
 }
 
 // Whether the "<" that the text begins with is escaped.

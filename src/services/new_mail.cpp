@@ -1,11 +1,14 @@
 #include "services/page_objects.h"
 
 #include <curl/curl.h>
+#include <sodium.h>
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "frame/member_table.h"
+#include "text/utf8.h"
 #include "variant/convert.h"
 
 namespace tarlo::services {
@@ -45,28 +48,20 @@ std::string oneLine(std::string text) {
 }
 
 // RFC 2047: text beyond ASCII as words of at most 75 characters, each cut between characters.
-std::string encodedHeader(const std::string& text) {
-  if (std::ranges::all_of(text, [](unsigned char c) { return c < 0x80; })) return text;
+std::string encodedHeader(std::string_view text) {
+  if (std::ranges::all_of(text, [](unsigned char c) { return c < 0x80; })) return std::string(text);
   constexpr std::size_t kBytesInWord = 45;  // 60 characters of base64
-  constexpr std::string_view kDigits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::array<char, sodium_base64_ENCODED_LEN(kBytesInWord, sodium_base64_VARIANT_ORIGINAL)> base64;
   std::string header;
-  for (std::size_t at = 0; at < text.size();) {
-    std::size_t end = std::min(at + kBytesInWord, text.size());
-    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+  while (!text.empty()) {
+    std::string_view word = text::wholeCharacters(text, kBytesInWord);
+    if (word.empty()) word = text.substr(0, kBytesInWord);  // no UTF-8
+    text.remove_prefix(word.size());
     header += header.empty() ? "=?UTF-8?B?" : "\r\n =?UTF-8?B?";
-    for (std::size_t i = at; i < end; i += 3) {
-      const auto byte = [&](std::size_t k) {
-        return k < end ? static_cast<unsigned char>(text[k]) : 0U;
-      };
-      const unsigned bits = byte(i) << 16 | byte(i + 1) << 8 | byte(i + 2);
-      for (int digit = 0; digit < 4; ++digit) {
-        const bool isPadding = i + static_cast<std::size_t>(digit) > end;
-        header += isPadding ? '=' : kDigits[bits >> (18 - 6 * digit) & 0x3F];
-      }
-    }
+    header += sodium_bin2base64(base64.data(), base64.size(),
+                                reinterpret_cast<const unsigned char*>(word.data()), word.size(),
+                                sodium_base64_VARIANT_ORIGINAL);
     header += "?=";
-    at = end;
   }
   return header;
 }

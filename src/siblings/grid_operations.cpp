@@ -4,10 +4,10 @@
 #include "frame/data.h"
 #include "frame/statement_scope.h"
 #include "org/may_call.h"
-#include "siblings/csv_field.h"
 #include "siblings/grid_rows.h"
 #include "siblings/grid_state.h"
 #include "siblings/page_operations.h"
+#include "text/csv.h"
 #include "text/fold.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
@@ -70,17 +70,25 @@ std::shared_ptr<GridState> gridOf(Page& page) {
   return grid;
 }
 
+// A text that a spreadsheet might run as a formula gets an apostrophe in front; numbers stay.
+// Captions are texts of designers, and go through it too.
+std::string csvField(const Variant& value) {
+  std::string text = shownText(value);
+  if (text::looksLikeFormula(text) && !variant::isNumeric(value)) text.insert(text.begin(), '\'');
+  return text::csvQuoted(text);
+}
+
 void sendCsvRows(Page& page, const GridState& grid, database::Recordset& rows) {
   constexpr std::size_t kPieceBytes = 64 * 1024;
   std::vector<std::string> fields;
-  for (const std::string& caption : grid.definition.captions) fields.push_back(csvText(caption));
-  std::string piece = "\xEF\xBB\xBF" + csvRecord(fields);
+  for (const std::string& caption : grid.definition.captions) fields.push_back(csvField(caption));
+  std::string piece = "\xEF\xBB\xBF" + text::csvRecord(fields);
   for (; !rows.atEnd(); rows.moveNext()) {
     fields.clear();
     for (std::size_t i = 1; i <= grid.definition.captions.size(); ++i) {
-      fields.push_back(i < rows.fieldCount() ? csvText(rows.value(i)) : std::string());
+      fields.push_back(i < rows.fieldCount() ? csvField(rows.value(i)) : std::string());
     }
-    piece += csvRecord(fields);
+    piece += text::csvRecord(fields);
     if (piece.size() < kPieceBytes) continue;
     if (!page.response.isClientConnected()) return;
     page.response.binaryWrite(piece);

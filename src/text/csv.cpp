@@ -34,6 +34,15 @@ std::string csvQuoted(std::string_view text) {
   return isPlain ? std::string(text) : csvInQuotes(text);
 }
 
+std::string csvRecord(const std::vector<std::string>& fields) {
+  std::string record;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (i > 0) record += ',';
+    record += fields[i];
+  }
+  return record + "\r\n";
+}
+
 bool looksLikeFormula(std::string_view text) {
   if (text.starts_with('\t') || text.starts_with('\r')) return true;
   while (const std::string_view* blank = startIn(kBlanks, text)) text.remove_prefix(blank->size());

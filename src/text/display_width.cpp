@@ -56,30 +56,38 @@ bool contains(const std::array<Range, N>& ranges, char32_t c) {
                      [c](Range range) { return c >= range.first && c <= range.last; });
 }
 
-void appendVisible(std::string& out, const CodePoint& point) {
-  if (!point.valid) {
-    fmt::format_to(std::back_inserter(out), "\\x{:02x}", static_cast<unsigned>(point.value));
-  } else if (point.value == '\n') {
+// What was taken off the front of a text; a byte that is not UTF-8 is its own value.
+struct Taken {
+  char32_t value;
+  std::string_view bytes;
+  bool isCharacter;
+};
+
+Taken take(std::string_view& text) {
+  const Character character = characterAt(text);
+  const bool isCharacter = character.length > 0;
+  const std::string_view bytes = text.substr(0, isCharacter ? character.length : 1);
+  text.remove_prefix(bytes.size());
+  return {character.point, bytes, isCharacter};
+}
+
+void appendVisible(std::string& out, const Taken& taken) {
+  if (!taken.isCharacter) {
+    fmt::format_to(std::back_inserter(out), "\\x{:02x}", static_cast<unsigned>(taken.value));
+  } else if (taken.value == '\n') {
     out += "\\n";
-  } else if (point.value == '\r') {
+  } else if (taken.value == '\r') {
     out += "\\r";
-  } else if (point.value == '\t') {
+  } else if (taken.value == '\t') {
     out += "\\t";
-  } else if (contains(kInvisible, point.value)) {
-    fmt::format_to(std::back_inserter(out), "\\u{{{:x}}}", static_cast<unsigned>(point.value));
+  } else if (contains(kInvisible, taken.value)) {
+    fmt::format_to(std::back_inserter(out), "\\u{{{:x}}}", static_cast<unsigned>(taken.value));
   } else {
-    out += point.bytes;
+    out += taken.bytes;
   }
 }
 
 }  // namespace
-
-CodePoint nextCodePoint(std::string_view text) {
-  const std::size_t length = utf8Length(text);
-  if (length == 0) return {static_cast<unsigned char>(text.front()), text.substr(0, 1), false};
-  std::string_view rest = text;
-  return {takeCodePoint(rest), text.substr(0, length), true};
-}
 
 int columnsOf(char32_t c) {
   if (c < 0x300) return 1;
@@ -89,11 +97,7 @@ int columnsOf(char32_t c) {
 
 std::size_t displayWidth(std::string_view text) {
   std::size_t width = 0;
-  while (!text.empty()) {
-    const CodePoint point = nextCodePoint(text);
-    width += static_cast<std::size_t>(columnsOf(point.value));
-    text.remove_prefix(point.bytes.size());
-  }
+  while (!text.empty()) width += static_cast<std::size_t>(columnsOf(take(text).value));
   return width;
 }
 
@@ -103,11 +107,10 @@ std::string cutTo(std::string_view text, std::size_t width) {
   std::string cut;
   std::size_t used = 1;  // the mark's
   while (!text.empty()) {
-    const CodePoint point = nextCodePoint(text);
-    used += static_cast<std::size_t>(columnsOf(point.value));
+    const Taken taken = take(text);
+    used += static_cast<std::size_t>(columnsOf(taken.value));
     if (used > width) break;
-    cut += point.bytes;
-    text.remove_prefix(point.bytes.size());
+    cut += taken.bytes;
   }
   return cut.append(kMore);
 }
@@ -115,11 +118,7 @@ std::string cutTo(std::string_view text, std::size_t width) {
 std::string visible(std::string_view text) {
   std::string out;
   out.reserve(text.size());
-  while (!text.empty()) {
-    const CodePoint point = nextCodePoint(text);
-    appendVisible(out, point);
-    text.remove_prefix(point.bytes.size());
-  }
+  while (!text.empty()) appendVisible(out, take(text));
   return out;
 }
 

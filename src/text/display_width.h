@@ -9,15 +9,6 @@
 
 namespace tarlo::text {
 
-// One code point off the front of `text`: its value and its bytes. A byte that is not UTF-8 gives
-// that byte with `valid` false.
-struct CodePoint {
-  char32_t value = 0;
-  std::string_view bytes;
-  bool valid = true;
-};
-CodePoint nextCodePoint(std::string_view text);
-
 // 0 for combining marks, 2 for East Asian wide and full-width characters, 1 otherwise.
 int columnsOf(char32_t c);
 // Of text without control characters, that is, of what visible() gives.

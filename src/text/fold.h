@@ -12,6 +12,9 @@ namespace tarlo::text {
 constexpr char folded(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
+constexpr char raised(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 constexpr bool equalsNoCase(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, {}, folded, folded);
@@ -24,6 +27,11 @@ constexpr bool precedesNoCase(std::string_view a, std::string_view b) {
 inline std::string foldedName(std::string_view name) {
   std::string result(name);
   std::ranges::transform(result, result.begin(), folded);
+  return result;
+}
+inline std::string upperName(std::string_view name) {
+  std::string result(name);
+  std::ranges::transform(result, result.begin(), raised);
   return result;
 }
 

@@ -7,6 +7,9 @@
 #include <chrono>
 #include <cmath>
 
+#include "text/date_text.h"
+#include "text/pieces.h"
+#include "text/utf8.h"
 #include "tsql/error.h"
 #include "tsql/parse/parser.h"
 #include "tsql/print/sqlite_printer.h"
@@ -133,19 +136,11 @@ class Conversion {
 
   // A number counts days from 1900-01-01.
   std::string dayNumber(double value) const {
-    using namespace std::chrono;
     constexpr double kMost = 2'958'463;
     constexpr double kLeast = -53'690;
     if (value < kLeast || value > kMost) refuse(text_, "a date", parameter_, position_);
-    const auto whole = std::llround(value * 86'400'000.0);
-    const sys_time<milliseconds> time = sys_days{year{1900} / January / 1} + milliseconds{whole};
-    const auto day = floor<days>(time);
-    const year_month_day date{day};
-    const hh_mm_ss clock{time - day};
-    return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}.{:03}", static_cast<int>(date.year()),
-                       static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                       clock.hours().count(), clock.minutes().count(), clock.seconds().count(),
-                       clock.subseconds().count());
+    const std::chrono::milliseconds since{std::llround(value * 86'400'000.0)};
+    return text::millisecondText(text::calendarAt(text::momentOf({}) + since));
   }
 
   // Blanks beyond the length of a column are cut; anything else there is refused.
@@ -154,10 +149,9 @@ class Conversion {
     bound.text = text_;
     if (class_ != LiteralClass::Text) return owned(numberText());
     const std::size_t most = parameter_.target.length;
-    if (most == 0 || utf16Length(text_) <= most) return bound;
-    const auto last = text_.find_last_not_of(' ');
-    const std::size_t kept = last == std::string_view::npos ? 0 : last + 1;
-    const std::size_t units = utf16Length(text_.substr(0, kept));
+    if (most == 0 || text::utf16Length(text_) <= most) return bound;
+    const std::size_t kept = text::rtrim(text_).size();
+    const std::size_t units = text::utf16Length(text_.substr(0, kept));
     if (units > most) {
       throw StatementError(Refusal::Kind, position_,
                            fmt::format("text of {} characters would be truncated in column {}",

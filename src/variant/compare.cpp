@@ -5,7 +5,6 @@
 #include "text/fold.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
-#include "variant/date_text.h"
 #include "variant/number.h"
 #include "variant/runtime_error.h"
 
@@ -41,7 +40,7 @@ std::optional<Number> valueAgainst(const Variant& text, State other) {
     if (text::equalsNoCase(word, "False")) return std::int64_t{0};
   }
   if (other == State::Date) {
-    if (const auto time = parseDateText(text.text())) {
+    if (const auto time = text::readDate(text.text(), text::kValueDates)) {
       return linearMilliseconds(dateOf(*time));
     }
     return std::nullopt;

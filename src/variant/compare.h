@@ -1,8 +1,8 @@
 #pragma once
-// VB comparisons. Text against text is ordinal (by UTF-16 unit). A number against text: numeric
-// text compares by value, any other text is greater than every number. Empty is "" against text and
-// 0 against numbers. A Boolean is also equal to its name as text, and a date compares with the text
-// of a date by time. Null compares as unknown.
+// Comparisons of late-bound values. Text against text is ordinal (by UTF-16 unit). A number against
+// text: numeric text compares by value, any other text is greater than every number. Empty is ""
+// against text and 0 against numbers. A Boolean is also equal to its name as text, and a date
+// compares with the text of a date by time. Null compares as unknown.
 
 #include <compare>
 #include <optional>

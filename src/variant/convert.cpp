@@ -8,7 +8,6 @@
 
 #include "text/fold.h"
 #include "text/pieces.h"
-#include "variant/date_text.h"
 #include "variant/number.h"
 #include "variant/runtime_error.h"
 
@@ -44,9 +43,7 @@ std::string textOfDate(Date date) {
   const std::int64_t linear = linearMilliseconds(date);
   std::int64_t seconds = (linear + 500) / 1000;
   if ((linear + 500) % 1000 < 0) --seconds;
-  const CalendarTime time = calendarOfMilliseconds(seconds * 1000);
-  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year, time.month, time.day,
-                     time.hour, time.minute, time.second);
+  return text::dateTimeText(calendarOfMilliseconds(seconds * 1000));
 }
 
 template <class Integer>
@@ -121,7 +118,7 @@ bool toBoolean(const Variant& value) {
 Date toDate(const Variant& value) {
   if (value.state() == State::Date) return value.date();
   if (value.isText()) {
-    if (const auto time = parseDateText(value.text())) return dateOf(*time);
+    if (const auto time = text::readDate(value.text(), text::kValueDates)) return dateOf(*time);
     throw RuntimeError(ErrorNumber::TypeMismatch);
   }
   const Date date{toDouble(value)};

@@ -1,11 +1,12 @@
 #pragma once
-// VB conversions. Null raises error 94 everywhere but where said; an array or an object raises 13;
-// text that is not a number where one is wanted raises 13; a value out of range raises 6. Empty is
-// 0, "", False or day 0.
+// Conversions of late-bound values, as the pages' language has them. Null raises error 94
+// everywhere but where said; an array or an object raises 13; text that is not a number where one
+// is wanted raises 13; a value out of range raises 6. Empty is 0, "", False or day 0.
 
 #include <cstdint>
 #include <string>
 
+#include "text/date_text.h"
 #include "variant/variant.h"
 
 namespace tarlo::variant {
@@ -23,17 +24,14 @@ std::int32_t toInt32(const Variant& value);
 std::int64_t toInt64(const Variant& value);
 double toDouble(const Variant& value);
 bool toBoolean(const Variant& value);  // numbers: not 0; text: a number, or True/False in any case
-Date toDate(const Variant& value);     // text: YYYY-MM-DD with "-", "/" or none between, optionally
-                                       // HH:MM[:SS[.mmm]]
+Date toDate(const Variant& value);     // text: of the forms text::kValueDates
 
-// True when toDouble would succeed and the value is a number, a Boolean, Empty or numeric text (VB
-// IsNumeric; Null and dates are not numeric, "" is not).
+// True when toDouble would succeed and the value is a number, a Boolean, Empty or numeric text;
+// Null and dates are not numeric, "" is not.
 bool isNumeric(const Variant& value);
 
 // Calendar parts of a date and back. `days` counts as in Date.
-struct CalendarTime {
-  int year = 1899, month = 12, day = 30, hour = 0, minute = 0, second = 0, millisecond = 0;
-};
+using text::CalendarTime;
 CalendarTime calendarOf(Date date);
 Date dateOf(const CalendarTime& time);  // error 5 when the parts name no time
 // The server's local time, to the millisecond.

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <variant>
 
+#include "variant/convert.h"
 #include "variant/variant.h"
 
 namespace tarlo::variant {
@@ -34,5 +35,10 @@ Number numberOf(const Variant& value);
 double asDouble(const Number& number);                       // error 6 beyond the range of a double
 std::int64_t asInt64(const Number& number);                  // half to even; error 6 out of range
 std::weak_ordering order(const Number& a, const Number& b);  // exact unless one is a double
+
+// Milliseconds since day 0, rounded. Unlike Date::days it grows with time before day 0 too. Error 6
+// outside the years 1 to 9999.
+std::int64_t linearMilliseconds(Date date);
+CalendarTime calendarOfMilliseconds(std::int64_t linear);
 
 }  // namespace tarlo::variant

@@ -1,6 +1,6 @@
 #pragma once
-// The one error that operations throw. The numbers are the classic ones of VB run-time errors,
-// since pages and sibling components test them.
+// The one error that operations throw. The numbers are those that the pages' language has for its
+// run-time errors, since pages and sibling components test them.
 
 #include <exception>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
-// VB's text functions over UTF-8. Positions and lengths count UTF-16 units, as the rules of the
-// platform do: a character beyond U+FFFF counts as two. A cut inside such a pair drops the half
-// character. Bytes that are not UTF-8 count as one unit each and pass through.
+// The text functions of the pages' language over UTF-8. Positions and lengths count UTF-16 units,
+// as the rules of the platform do: a character beyond U+FFFF counts as two. A cut inside such a
+// pair drops the half character. Bytes that are not UTF-8 count as one unit each and pass through.
 
 #include <cstddef>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 // The value that every operation takes and returns. The platform's pages were written against
 // late-bound variants, and many of their rules hang on the difference between Empty, Null and "",
-// so the states are explicit here. Conversions and comparisons follow VB: see convert.h and
-// compare.h.
+// so the states are explicit here. Conversions and comparisons are those of the pages' language:
+// see convert.h and compare.h.
 
 #include <cstdint>
 #include <memory>

@@ -2,10 +2,10 @@
 
 #include <sstream>
 
-#include "app/csv.h"
 #include "app/json_value.h"
 #include "app/nearest.h"
 #include "app/refusal.h"
+#include "app/rows_output.h"
 #include "app/statement_diff.h"
 #include "app/table.h"
 #include "compile/statement_parts.h"

@@ -25,6 +25,8 @@ TEST(Csv, FieldsAreQuotedWhereTheyMustBe) {
                                                       {"'=1", "'=1"}};
   for (const auto& [text, quoted] : rows) EXPECT_EQ(csvQuoted(text), quoted);
   EXPECT_EQ(csvInQuotes(""), "\"\"");
+  EXPECT_EQ(csvRecord({"a", "", csvQuoted("b,c")}), "a,,\"b,c\"\r\n");
+  EXPECT_EQ(csvRecord({}), "\r\n");
 }
 
 }  // namespace

@@ -30,7 +30,10 @@ TEST(Pieces, TrimsBlanksOnlyAndFoldsAsciiOnly) {
   EXPECT_TRUE(equalsNoCase("addSearchDlg_1", "ADDSEARCHDLG_1"));
   EXPECT_FALSE(equalsNoCase("@", "`"));
   EXPECT_FALSE(equalsNoCase("a", "ab"));
-  EXPECT_EQ(foldedName("ÄBc[Z"), "Äbc[z");
+  EXPECT_EQ(foldedName("@ÄBc[Z`z{"), "@Äbc[z`z{");
+  EXPECT_EQ(upperName("@äbC[z`Z{"), "@äBC[Z`Z{");
+  EXPECT_TRUE(precedesNoCase("_a", "B"));
+  EXPECT_FALSE(precedesNoCase("B", "a"));
 }
 
 }  // namespace

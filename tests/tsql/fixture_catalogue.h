@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/fold.h"
 #include "tsql/catalogue.h"
-#include "tsql/resolve/same_name.h"
 
 namespace tarlo::tsql::testing {
 
@@ -58,16 +58,16 @@ class FixtureCatalogue : public Catalogue {
   }
 
   const Table* findTable(std::string_view name) override {
-    const auto found = tables_.find(upperName(name));
+    const auto found = tables_.find(text::upperName(name));
     return found == tables_.end() ? nullptr : &found->second;
   }
   bool hasProcedure(std::string_view name) override {
-    return sameName(name, "Zembra_WorkFlowInstance_IsExistsTempMenu");
+    return text::equalsNoCase(name, "Zembra_WorkFlowInstance_IsExistsTempMenu");
   }
 
  private:
   void add(const std::string& name, const std::string& columns) {
-    tables_.emplace(upperName(name), tableOf(name, columns));
+    tables_.emplace(text::upperName(name), tableOf(name, columns));
   }
 
   std::map<std::string, Table> tables_;

@@ -55,7 +55,12 @@ std::unique_ptr<Recordset> SqliteConnection::open(std::string_view sql) {
 std::string SqliteConnection::explainTranslation(std::string_view sql) {
   beginCall();
   const TranslationPtr translation = withStatement(
-      sql, [&] { return translationOf(sql); }, [](const auto&) {});
+      sql,
+      [&] {
+        Asked asked{sql, {}};
+        return translationOf(asked);
+      },
+      [](const auto&) {});
   std::string text;
   for (const tsql::Step& step : translation->translation.steps) {
     if (!text.empty()) text += '\n';
@@ -150,35 +155,35 @@ void SqliteConnection::schemaTouched() {
   if (!sqlite3_get_autocommit(handle_.get())) ddlPending_ = true;
 }
 
-TranslationPtr SqliteConnection::translationOf(std::string_view sql) {
-  TranslationPtr translation = knownOrNew(sql);
-  // What was listed since then counts at once. The reading has used the shape.
+TranslationPtr SqliteConnection::translationOf(Asked& asked) {
+  TranslationPtr translation = knownOrNew(asked);
+  // What was listed since then counts at once. The reading may have met another schema.
   const bool isReadAgain =
       !guard_.allows(translation->footprint) && refreshListed(std::chrono::milliseconds(0));
-  if (isReadAgain) translation = knownOrNew(sql);
-  guard_.checkText(*translation, sql, catalogue_);
+  if (isReadAgain) translation = knownOrNew(asked);
+  guard_.checkText(*translation, asked.sql, catalogue_);
   return translation;
 }
 
-TranslationPtr SqliteConnection::knownOrNew(std::string_view sql) {
-  if (!tsql::shapeOf(sql, shape_)) {
-    shape_ = {};
-    return translate(sql, false);
+TranslationPtr SqliteConnection::knownOrNew(Asked& asked) {
+  if (!tsql::shapeOf(asked.sql, asked.shape)) {
+    asked.shape = {};
+    return translate(asked);
   }
-  TranslationPtr translation = translations_.find(shape_);
+  TranslationPtr translation = translations_.find(asked.shape);
   if (translation && translation->schemaVersion == catalogue_.version()) return translation;
   if (translation && !schemaChanged(*translation)) return translation;
-  return translate(sql, true);
+  return translate(asked);
 }
 
-TranslationPtr SqliteConnection::translate(std::string_view sql, bool hasShape) {
+TranslationPtr SqliteConnection::translate(const Asked& asked) {
   constexpr int kAttempts = 4;
   auto made = std::make_shared<CachedTranslation>();
   try {
     // Another process may change the schema while its tables are read.
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
       refreshCatalogue();
-      made->translation = tsql::translate(sql, catalogue_, translateOptions());
+      made->translation = tsql::translate(asked.sql, catalogue_, translateOptions());
       if (!refreshCatalogue()) break;
     }
   } catch (const tsql::StatementError& error) {
@@ -195,7 +200,8 @@ TranslationPtr SqliteConnection::translate(std::string_view sql, bool hasShape) 
   // A version number inside a transaction that changed the schema may come to mean something else
   // when that is rolled back. DDL and DELETE are kept out since they depend on who may run them.
   const bool isForAll = !isDdl && made->footprint.deletes.empty();
-  if (hasShape && isForAll && !ddlPending_) translations_.insert(shape_, made);
+  const bool hasShape = !asked.shape.key.empty();
+  if (hasShape && isForAll && !ddlPending_) translations_.insert(asked.shape, made);
   return made;
 }
 

@@ -70,9 +70,15 @@ class SqliteConnection final : public PooledConnection {
   class Unwatched;
 
   DatabaseError failure(int code, SqliteCall call);
-  TranslationPtr translationOf(std::string_view sql);
-  TranslationPtr knownOrNew(std::string_view sql);
-  TranslationPtr translate(std::string_view sql, bool hasShape);
+  // The statement of one call: its text, and its shape, which has no key where the text has none.
+  struct Asked {
+    std::string_view sql;
+    tsql::Shape shape;
+  };
+  // These fill in the shape.
+  TranslationPtr translationOf(Asked& asked);
+  TranslationPtr knownOrNew(Asked& asked);
+  TranslationPtr translate(const Asked& asked);
   tsql::TranslateOptions translateOptions() const {
     return {tsql::Dialect::Sqlite, allowDdl_, guard_.mayDelete()};
   }
@@ -83,14 +89,14 @@ class SqliteConnection final : public PooledConnection {
   // Reads the guard's list again when it is older than `life` and the database has changed. Whether
   // it did: other statements have run then.
   bool refreshListed(std::chrono::milliseconds life);
-  Outcome runSteps(const TranslationPtr& translation, std::string_view sql, Want want,
+  Outcome runSteps(const TranslationPtr& translation, const Asked& asked, Want want,
                    std::unique_ptr<Recordset>& rows);
-  Outcome runStep(const TranslationPtr& translation, std::size_t index, std::string_view sql,
+  Outcome runStep(const TranslationPtr& translation, std::size_t index, const Asked& asked,
                   Want want, std::unique_ptr<Recordset>& rows);
   // Empty when the schema has changed.
   StatementCache::Use prepare(const TranslationPtr& translation, std::size_t key,
                               const tsql::Step& step);
-  void bind(const StatementCache::Use& use, const tsql::Step& step, std::string_view sql,
+  void bind(const StatementCache::Use& use, const tsql::Step& step, const Asked& asked,
             TextLife life);
   Outcome runRows(StatementCache::Use& use, int& code);
   int firstStep(const StatementCache::Use& use);
@@ -112,7 +118,7 @@ class SqliteConnection final : public PooledConnection {
   SqliteCatalogue catalogue_;
   SqliteStatement dataVersion_;
   StatementCache statements_;
-  tsql::Shape shape_;  // of the statement at hand; kept for its capacity
+  tsql::Shape spareShape_;  // of the last statement, for its capacity alone
   bool allowDdl_ = false;
   bool ddlPending_ = false;  // in the open transaction
   bool lost_ = false;

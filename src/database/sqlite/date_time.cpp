@@ -3,39 +3,31 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 
 #include "database/sqlite/function_call.h"
-#include "tsql/resolve/literal_value.h"
+#include "text/pieces.h"
 
 namespace tarlo::database {
 namespace {
 
 using namespace std::chrono;
 
-int part(std::string_view text, std::size_t from, std::size_t count) {
-  int value = 0;
-  std::from_chars(text.data() + from, text.data() + from + count, value);
-  return value;
-}
-
-std::string longForm(const CalendarDay& date, int hour, int minute) {
+std::string longForm(const text::CalendarTime& date) {
   constexpr std::string_view kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                           "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   return fmt::format("{} {:2} {:04} {:2}:{:02}{}", kMonths[date.month - 1], date.day, date.year,
-                     hour % 12 == 0 ? 12 : hour % 12, minute, hour < 12 ? "AM" : "PM");
+                     date.hour % 12 == 0 ? 12 : date.hour % 12, date.minute,
+                     date.hour < 12 ? "AM" : "PM");
 }
 
 }  // namespace
 
-CalendarDay calendarDay(std::int64_t day) {
-  const year_month_day date{sys_days{days{day}}};
-  return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day()))};
+text::CalendarTime calendarOf(DateTime time) {
+  return text::calendarAt(sys_days{days{time.day}} + milliseconds{time.millisecond});
 }
 
-std::int64_t dayOf(CalendarDay date) {
+std::int64_t dayOf(const text::CalendarTime& date) {
   const year_month month{year{date.year}, std::chrono::month{static_cast<unsigned>(date.month)}};
   const year_month_day_last last{month / std::chrono::last};
   const unsigned day = std::min(static_cast<unsigned>(date.day), static_cast<unsigned>(last.day()));
@@ -43,16 +35,14 @@ std::int64_t dayOf(CalendarDay date) {
 }
 
 DateTime parseDateTime(std::string_view text) {
-  const auto canonical = tsql::parseDate(text);
-  if (!canonical) {
+  const auto time = text::readDate(text, text::kStatementDates);
+  if (!time) {
     throw FunctionError("conversion failed: '" + std::string(text.substr(0, 60)) +
                         "' is not a date");
   }
-  const std::string_view form = *canonical;
-  const std::int64_t seconds =
-      (part(form, 11, 2) * 60 + part(form, 14, 2)) * 60 + part(form, 17, 2);
-  return {dayOf({part(form, 0, 4), part(form, 5, 2), part(form, 8, 2)}),
-          seconds * 1000 + part(form, 20, 3)};
+  const auto moment = text::momentOf(*time);
+  const auto day = floor<days>(moment);
+  return {day.time_since_epoch().count(), (moment - day).count()};
 }
 
 std::string canonicalText(DateTime time) {
@@ -75,12 +65,7 @@ DateTime normalised(std::int64_t day, std::int64_t milliseconds) {
 }
 
 std::string formatDate(DateTime time, int style) {
-  const CalendarDay date = calendarDay(time.day);
-  const int ms = static_cast<int>(time.millisecond);
-  const int hour = ms / 3'600'000;
-  const int minute = ms / 60'000 % 60;
-  const std::string clock = fmt::format("{:02}:{:02}:{:02}", hour, minute, ms / 1000 % 60);
-  const std::string isoDay = fmt::format("{:04}-{:02}-{:02}", date.year, date.month, date.day);
+  const text::CalendarTime date = calendarOf(time);
   const auto dayFirst = [&](char c) {
     return fmt::format("{:02}{}{:02}{}{:04}", date.day, c, date.month, c, date.year);
   };
@@ -99,23 +84,23 @@ std::string formatDate(DateTime time, int style) {
     case 105:
       return dayFirst('-');
     case 108:
-      return clock;
+      return fmt::format("{:02}:{:02}:{:02}", date.hour, date.minute, date.second);
     case 111:
       return yearFirst("/");
     case 112:
       return yearFirst("");
     case 20:
     case 120:
-      return isoDay + " " + clock;
+      return text::dateTimeText(date);
     case 21:
     case 121:
-      return fmt::format("{} {}.{:03}", isoDay, clock, ms % 1000);
+      return text::millisecondText(date);
     case 23:
-      return isoDay;
+      return text::dayText(date);
     case 126:
-      return fmt::format("{}T{}.{:03}", isoDay, clock, ms % 1000);
+      return text::replace(text::millisecondText(date), " ", "T");
     default:
-      return longForm(date, hour, minute);
+      return longForm(date);
   }
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/date_text.h"
+
 namespace tarlo::database {
 
 struct DateTime {
@@ -14,14 +16,9 @@ struct DateTime {
 inline constexpr std::int64_t kDayMilliseconds = 86'400'000;
 inline constexpr std::int64_t kDay1900 = -25'567;
 
-struct CalendarDay {
-  int year = 1900;
-  int month = 1;
-  int day = 1;
-};
-CalendarDay calendarDay(std::int64_t day);
-// The day must exist or be beyond the end of its month; then it is the month's last one.
-std::int64_t dayOf(CalendarDay date);
+text::CalendarTime calendarOf(DateTime time);
+// Of the year, month and day; one beyond the end of its month is the month's last one.
+std::int64_t dayOf(const text::CalendarTime& date);
 
 // FunctionError for a text that is no date.
 DateTime parseDateTime(std::string_view text);

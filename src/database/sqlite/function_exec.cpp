@@ -1,10 +1,11 @@
-#include "database/sqlite/function_exec.h"
+// The procedures that statements call.
 
 #include <string>
 #include <vector>
 
 #include "database/procedures.h"
 #include "database/sqlite/function_call.h"
+#include "database/sqlite/functions.h"
 #include "variant/convert.h"
 
 namespace tarlo::database {

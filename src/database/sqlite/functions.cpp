@@ -5,7 +5,6 @@
 #include "database/error.h"
 #include "database/procedures.h"
 #include "database/sqlite/function_call.h"
-#include "database/sqlite/function_exec.h"
 
 namespace tarlo::database {
 namespace {

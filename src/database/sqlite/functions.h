@@ -11,4 +11,8 @@ struct ProcedureTable;
 // the connection. Throws DatabaseError when SQLite refuses.
 void registerSqliteFunctions(sqlite3* handle, const ProcedureTable& procedures);
 
+// tsql_exec(name, inputs...), which calls a registered procedure and gives its OUT value. Returns
+// SQLite's code.
+int registerExec(sqlite3* handle, const ProcedureTable& procedures);
+
 }  // namespace tarlo::database

@@ -75,7 +75,7 @@ std::int64_t weekOf(std::int64_t day, std::int64_t firstOfYear) {
 }
 
 std::int64_t partValue(DatePart part, DateTime time) {
-  const CalendarDay date = calendarDay(time.day);
+  const text::CalendarTime date = calendarOf(time);
   const std::int64_t firstOfYear = dayOf({date.year, 1, 1});
   switch (part) {
     case DatePart::Year:
@@ -121,7 +121,7 @@ void dateName(FunctionCall& call) {
 
 // Which step of the part the time lies in; the difference of two of them counts boundaries.
 std::int64_t stepOf(DatePart part, DateTime time) {
-  const CalendarDay date = calendarDay(time.day);
+  const text::CalendarTime date = calendarOf(time);
   const std::int64_t milliseconds = time.day * kDayMilliseconds + time.millisecond;
   const auto floorDiv = [](std::int64_t a, std::int64_t b) {
     return a / b - static_cast<std::int64_t>(a % b < 0);
@@ -155,7 +155,7 @@ void dateDiff(FunctionCall& call) {
 
 // A day that the month does not have becomes its last one.
 DateTime plusMonths(DateTime time, std::int64_t months) {
-  const CalendarDay date = calendarDay(time.day);
+  const text::CalendarTime date = calendarOf(time);
   const std::int64_t month = date.year * std::int64_t{12} + date.month - 1 + months;
   if (month < 0 || month > 9999 * 12 + 11) throw FunctionError("the date is out of range");
   const auto wholeYear = static_cast<int>(month / 12);

@@ -88,11 +88,12 @@ std::unique_ptr<Recordset> SqliteConnection::run(std::string_view sql, Want want
   constexpr std::size_t kKeptShapeBytes = 64u << 10;
   beginCall();
   refreshListed(kListedLife);
+  Asked asked{sql, std::move(spareShape_)};
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    const TranslationPtr translation = translationOf(sql);
+    const TranslationPtr translation = translationOf(asked);
     std::unique_ptr<Recordset> rows;
-    if (runSteps(translation, sql, want, rows) == Outcome::SchemaChanged) continue;
-    if (shape_.key.capacity() > kKeptShapeBytes) shape_ = {};
+    if (runSteps(translation, asked, want, rows) == Outcome::SchemaChanged) continue;
+    if (asked.shape.key.capacity() <= kKeptShapeBytes) spareShape_ = std::move(asked.shape);
     return rows;
   }
   throw refused("The tables are being changed all the time; the statement was not run.");
@@ -121,7 +122,7 @@ void SqliteConnection::applyIdentityInsert(const tsql::Translation& translation)
 }
 
 SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& translation,
-                                                     std::string_view sql, Want want,
+                                                     const Asked& asked, Want want,
                                                      std::unique_ptr<Recordset>& rows) {
   const tsql::Translation& made = translation->translation;
   applyIdentityInsert(made);
@@ -135,7 +136,7 @@ SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& trans
   WriteScope scope(*this, writes > 1);
   std::size_t writesLeft = writes;
   for (std::size_t i = 0; i < made.steps.size(); ++i) {
-    const Outcome outcome = runStep(translation, i, sql, want, rows);
+    const Outcome outcome = runStep(translation, i, asked, want, rows);
     if (outcome == Outcome::SchemaChanged) {
       if (writes == 0 || writesLeft > 0) return outcome;
       // What was written stays written, so it cannot start over.
@@ -149,7 +150,7 @@ SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& trans
 }
 
 SqliteConnection::Outcome SqliteConnection::runStep(const TranslationPtr& translation,
-                                                    std::size_t index, std::string_view sql,
+                                                    std::size_t index, const Asked& asked,
                                                     Want want, std::unique_ptr<Recordset>& rows) {
   const tsql::Translation& made = translation->translation;
   const bool wanted = want == Want::Rows && index + 1 == made.steps.size();
@@ -158,8 +159,8 @@ SqliteConnection::Outcome SqliteConnection::runStep(const TranslationPtr& transl
   const tsql::Step& step = identity ? made.identityStep : made.steps[index];
   StatementCache::Use use = prepare(translation, identity ? kIdentityKey : index, step);
   if (!use) return Outcome::SchemaChanged;
-  guard_.checkEngine(use.footprint(), sql);
-  bind(use, step, sql, wanted && isRows ? TextLife::Call : TextLife::WholeRun);
+  guard_.checkEngine(use.footprint(), asked.sql);
+  bind(use, step, asked, wanted && isRows ? TextLife::Call : TextLife::WholeRun);
   if (isRows) {
     int code = SQLITE_OK;
     const Outcome outcome = runRows(use, code);
@@ -193,14 +194,14 @@ StatementCache::Use SqliteConnection::prepare(const TranslationPtr& translation,
 }
 
 void SqliteConnection::bind(const StatementCache::Use& use, const tsql::Step& step,
-                            std::string_view sql, TextLife life) {
+                            const Asked& asked, TextLife life) {
   try {
-    const int code = bindLiterals(use.get(), step, shape_, life);
+    const int code = bindLiterals(use.get(), step, asked.shape, life);
     if (code != SQLITE_OK) fail(code, SqliteCall::Run);
   } catch (const tsql::StatementError& error) {
     // Only a translation from the text knows where the literal stands.
     try {
-      tsql::translate(sql, catalogue_, translateOptions());
+      tsql::translate(asked.sql, catalogue_, translateOptions());
     } catch (const tsql::StatementError& placed) {
       throw refusedStatement(placed);
     }

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <iterator>
 
+#include "text/fold.h"
+
 namespace tarlo::database {
 namespace {
-
-constexpr char32_t kInvalidBase = 0x110000;
 
 // Capital letters first, first + stride, ... up to last; the small one is `delta` further. From
 // Unicode's CaseFolding table (simple folding), the alphabets in everyday use.
@@ -54,57 +54,10 @@ char32_t usualWidth(char32_t c) {
   return c;
 }
 
-bool isContinuation(unsigned char byte) {
-  return (byte & 0xC0) == 0x80;
-}
-
-// Bytes of the character that starts with `lead`, 0 for a byte that starts none.
-std::size_t sequenceLength(unsigned char lead) {
-  if (lead >= 0xC2 && lead <= 0xDF) return 2;
-  if (lead >= 0xE0 && lead <= 0xEF) return 3;
-  if (lead >= 0xF0 && lead <= 0xF4) return 4;
-  return 0;
-}
-
-void append(std::string& text, char32_t c) {
-  const auto put = [&](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (c >= kInvalidBase) return put(c - kInvalidBase);
-  if (c < 0x80) return put(c);
-  if (c < 0x800) {
-    put(0xC0 | (c >> 6));
-  } else {
-    if (c < 0x10000) {
-      put(0xE0 | (c >> 12));
-    } else {
-      put(0xF0 | (c >> 18));
-      put(0x80 | ((c >> 12) & 0x3F));
-    }
-    put(0x80 | ((c >> 6) & 0x3F));
-  }
-  put(0x80 | (c & 0x3F));
-}
-
 }  // namespace
 
-char32_t decodeCharacter(std::string_view text, std::size_t& at) {
-  const auto lead = static_cast<unsigned char>(text[at++]);
-  if (lead < 0x80) return lead;
-  const std::size_t length = sequenceLength(lead);
-  if (length == 0 || at + length - 1 > text.size()) return kInvalidBase + lead;
-  char32_t c = lead & (0x7F >> length);
-  for (std::size_t i = 0; i + 1 < length; ++i) {
-    const auto byte = static_cast<unsigned char>(text[at + i]);
-    if (!isContinuation(byte)) return kInvalidBase + lead;
-    c = (c << 6) | (byte & 0x3F);
-  }
-  const bool isOverlong = (length == 3 && c < 0x800) || (length == 4 && c < 0x10000);
-  if (isOverlong || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) return kInvalidBase + lead;
-  at += length - 1;
-  return c;
-}
-
 char32_t lowerCharacter(char32_t c) {
-  if (c < 0x80) return c >= 'A' && c <= 'Z' ? c + 32 : c;
+  if (c < 0x80) return static_cast<unsigned char>(text::folded(static_cast<char>(c)));
   for (const CaseRange& range : kCaseRanges) {
     if (c < range.first || c > range.last) continue;
     if ((c - range.first) % range.stride == 0) return c + static_cast<char32_t>(range.delta);
@@ -113,7 +66,7 @@ char32_t lowerCharacter(char32_t c) {
 }
 
 char32_t upperCharacter(char32_t c) {
-  if (c < 0x80) return c >= 'a' && c <= 'z' ? c - 32 : c;
+  if (c < 0x80) return static_cast<unsigned char>(text::raised(static_cast<char>(c)));
   for (const CaseRange& range : kCaseRanges) {
     const char32_t capital = c - static_cast<char32_t>(range.delta);
     if (capital < range.first || capital > range.last) continue;
@@ -157,7 +110,13 @@ int compareFolded(std::string_view a, std::string_view b) {
 std::string encodeText(std::u32string_view characters) {
   std::string text;
   text.reserve(characters.size());
-  for (const char32_t c : characters) append(text, c);
+  for (const char32_t c : characters) {
+    if (c < kNoCharacter) {
+      text::appendUtf8(text, c);
+    } else {
+      text += static_cast<char>(c - kNoCharacter);
+    }
+  }
   return text;
 }
 

@@ -7,11 +7,20 @@
 #include <string>
 #include <string_view>
 
+#include "text/utf8.h"
+
 namespace tarlo::database {
 
-// The character at `at`, which moves behind it. A byte that is not UTF-8 stands for itself above
-// the last code point, so that it equals nothing else.
-char32_t decodeCharacter(std::string_view text, std::size_t& at);
+// A byte that is not UTF-8 stands for itself from here on, above the last code point, so that it
+// equals nothing else.
+inline constexpr char32_t kNoCharacter = 0x110000;
+
+// The character at `at`, which moves behind it.
+inline char32_t decodeCharacter(std::string_view text, std::size_t& at) {
+  const text::Character character = text::characterAt(text.substr(at));
+  at += character.length == 0 ? 1 : character.length;
+  return character.length == 0 ? kNoCharacter + character.point : character.point;
+}
 
 char32_t foldCharacter(char32_t character);
 char32_t lowerCharacter(char32_t character);

@@ -1,13 +1,12 @@
 #include "database/sqlite/values.h"
 
-#include <array>
 #include <cmath>
 #include <limits>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "database/sqlite/rounding.h"
+#include "text/date_text.h"
 #include "variant/convert.h"
 
 namespace tarlo::database {
@@ -38,40 +37,11 @@ Variant asStored(sqlite3_stmt* statement, int i, int storage) {
   }
 }
 
-// "YYYY-MM-DD" with an optional " HH:MM:SS" and ".mmm": the form in which dates are stored.
-std::optional<variant::CalendarTime> calendarOf(std::string_view text) {
-  constexpr std::string_view kForm = "0000-00-00 00:00:00.000";
-  if (text.size() != 10 && text.size() != 19 && text.size() != kForm.size()) return {};
-  std::array<int, 7> parts{};
-  std::size_t part = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (kForm[i] != '0') {
-      if (text[i] != kForm[i]) return {};
-      ++part;
-    } else if (text[i] < '0' || text[i] > '9') {
-      return {};
-    } else {
-      parts[part] = parts[part] * 10 + (text[i] - '0');
-    }
-  }
-  return variant::CalendarTime{parts[0], parts[1], parts[2], parts[3],
-                               parts[4], parts[5], parts[6]};
-}
-
-bool exists(const variant::CalendarTime& time) {
-  constexpr std::array kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  constexpr int kFirstYear = 100;  // of a Date
-  if (time.year < kFirstYear || time.month < 1 || time.month > 12 || time.day < 1) return false;
-  const bool leap = (time.year % 4 == 0 && time.year % 100 != 0) || time.year % 400 == 0;
-  const int days =
-      kDays[static_cast<std::size_t>(time.month - 1)] + (time.month == 2 && leap ? 1 : 0);
-  return time.day <= days && time.hour < 24 && time.minute < 60 && time.second < 60;
-}
-
 Variant date(sqlite3_stmt* statement, int i) {
   const std::string_view text = textOf(statement, i);
-  const auto time = calendarOf(text);
-  if (!time || !exists(*time)) return Variant(text);
+  const auto time = text::readWrittenDate(text);
+  constexpr int kFirstYear = 100;  // of a Date
+  if (!time || time->year < kFirstYear) return Variant(text);
   return Variant(variant::dateOf(*time));
 }
 

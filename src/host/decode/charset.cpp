@@ -200,9 +200,9 @@ std::string encodeGb18030(std::string_view utf8) {
     bytes.append(utf8.begin(), end);
     utf8.remove_prefix(static_cast<std::size_t>(end - utf8.begin()));
     if (utf8.empty()) break;
-    const bool valid = text::utf8Length(utf8) > 0;
-    const char32_t point = text::takeCodePoint(utf8);
-    bytes += valid ? gb18030Of(point) : "?";
+    const text::Character character = text::characterAt(utf8);
+    bytes += character.length > 0 ? gb18030Of(character.point) : "?";
+    utf8.remove_prefix(std::max(character.length, 1U));
   }
   return bytes;
 }

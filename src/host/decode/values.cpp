@@ -9,7 +9,7 @@ namespace {
 
 int hexDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
-  const char lower = static_cast<char>(c | 0x20);
+  const char lower = text::folded(c);
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 

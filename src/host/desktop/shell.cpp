@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <cctype>
 
 #include "embedded_host_pages.h"
 #include "frame/template.h"
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_data.h"
+#include "text/fold.h"
 
 namespace tarlo::host {
 namespace {
@@ -27,7 +27,7 @@ bool isPageAddress(std::string_view href) {
   // Browsers drop control characters and blanks in front of and inside a scheme's name.
   for (const char c : href.substr(0, colon)) {
     if (static_cast<unsigned char>(c) <= ' ') continue;
-    scheme += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    scheme += text::folded(c);
   }
   return scheme == "http" || scheme == "https";
 }

@@ -1,11 +1,11 @@
 #include "host/sign_in/credentials.h"
 
-#include <fmt/chrono.h>
 #include <fmt/format.h>
 
 #include "frame/helpers.h"
 #include "host/context/sessions.h"
 #include "host/sign_in/passwords.h"
+#include "text/date_text.h"
 #include "text/sql_text.h"
 #include "variant/convert.h"
 
@@ -16,8 +16,7 @@ namespace {
 using text::sqlText;
 
 std::string utcText(std::chrono::system_clock::time_point time) {
-  return fmt::format("{:%Y-%m-%d %H:%M:%S}",
-                     fmt::gmtime(std::chrono::system_clock::to_time_t(time)));
+  return text::dateTimeText(text::calendarAt(std::chrono::floor<std::chrono::milliseconds>(time)));
 }
 
 std::optional<User> userWhere(database::Database& database, const std::string& condition) {

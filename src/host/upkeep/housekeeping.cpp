@@ -1,6 +1,5 @@
 #include "host/upkeep/housekeeping.h"
 
-#include <fmt/chrono.h>
 #include <fmt/format.h>
 
 #include <condition_variable>
@@ -8,6 +7,7 @@
 
 #include "frame/data.h"
 #include "host/site/log_text.h"
+#include "text/date_text.h"
 #include "text/sql_text.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -158,7 +158,7 @@ void Housekeeping::execute(const std::string& sql) {
 
 // UTC, as the sign-in writes its times.
 std::string Housekeeping::timeText(milliseconds before) const {
-  return fmt::format("{:%Y-%m-%d %H:%M:%S}", fmt::gmtime(Clock::to_time_t(now_() - before)));
+  return text::dateTimeText(text::calendarAt(std::chrono::floor<milliseconds>(now_() - before)));
 }
 
 }  // namespace tarlo::host

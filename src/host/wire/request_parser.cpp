@@ -99,7 +99,7 @@ std::optional<std::uint64_t> lengthOf(std::string_view text) {
 
 int hexDigit(char c) {
   if (isDigit(c)) return c - '0';
-  const char lower = static_cast<char>(c | 0x20);
+  const char lower = text::folded(c);
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 

@@ -15,7 +15,7 @@ struct Literal {
   // that the front end made.
   int ordinal = -1;
   // Set while resolving: the value decides what is printed, so it cannot become a parameter.
-  mutable bool fixed = false;
+  bool fixed = false;
 
   friend bool operator==(const Literal& a, const Literal& b) {
     return a.literalClass == b.literalClass && a.text == b.text;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "text/fold.h"
+
 namespace tarlo::tsql {
 namespace {
 
@@ -64,8 +66,7 @@ constexpr std::size_t kLongestWord = 24;
 Keyword keywordOf(std::string_view word) {
   if (word.size() < 2 || word.size() > kLongestWord) return Keyword::None;
   std::array<char, kLongestWord> upper;
-  std::transform(word.begin(), word.end(), upper.begin(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  std::transform(word.begin(), word.end(), upper.begin(), text::raised);
   const std::string_view wanted(upper.data(), word.size());
   const auto* found =
       std::lower_bound(std::begin(kEntries), std::end(kEntries), wanted,

@@ -2,9 +2,10 @@
 
 #include <fmt/format.h>
 
+#include "text/fold.h"
+#include "text/utf8.h"
 #include "tsql/error.h"
 #include "tsql/lex/scan.h"
-#include "tsql/lex/utf8.h"
 #include "tsql/limits.h"
 
 namespace tarlo::tsql {
@@ -53,7 +54,7 @@ std::size_t blanksLength(std::string_view rest) {
 }
 
 void checkNameLength(std::string_view name, Position position) {
-  if (name.size() > kMaxIdentifierUnits && utf16Length(name) > kMaxIdentifierUnits) {
+  if (name.size() > kMaxIdentifierUnits && text::utf16Length(name) > kMaxIdentifierUnits) {
     refuse(position, fmt::format("a name is longer than {} characters", kMaxIdentifierUnits),
            Refusal::Limit);
   }
@@ -75,7 +76,7 @@ Lexer::Lexer(std::string_view sql) : sql_(sql) {
     refuse({}, fmt::format("the statement is longer than {} bytes", kMaxStatementBytes),
            Refusal::Limit);
   }
-  const std::size_t invalid = firstInvalidByte(sql);
+  const std::size_t invalid = text::firstInvalidByte(sql);
   if (invalid == std::string_view::npos) return;
   refuse(positionAt(invalid), sql[invalid] == '\0'
                                   ? "expected text, found a NUL character"
@@ -87,7 +88,7 @@ Position Lexer::positionAt(std::size_t offset) {
     if (sql_[i] == '\n') {
       ++position_.line;
       position_.column = 1;
-    } else if (!isContinuation(sql_[i])) {
+    } else if (!text::isContinuation(sql_[i])) {
       ++position_.column;
     }
   }
@@ -144,7 +145,7 @@ Token Lexer::next() {
 
 Token Lexer::takeName() {
   const std::size_t length = scan::nameLength(rest());
-  if (length == 1 && (sql_[at_] | 0x20) == 'n' && rest().substr(1).starts_with('\'')) {
+  if (length == 1 && text::folded(sql_[at_]) == 'n' && rest().substr(1).starts_with('\'')) {
     return takeText(1);
   }
   Token token;

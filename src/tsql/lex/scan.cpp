@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "text/fold.h"
+
 namespace tarlo::tsql::scan {
 namespace {
 
@@ -11,7 +13,7 @@ constexpr std::array<CharClass, 256> makeCharClasses() {
     classes[static_cast<unsigned char>(c)] = CharClass::Blank;
   for (int c = 'a'; c <= 'z'; ++c) {
     classes[static_cast<std::size_t>(c)] = CharClass::NameStart;
-    classes[static_cast<std::size_t>(c - 'a' + 'A')] = CharClass::NameStart;
+    classes[static_cast<std::size_t>(text::raised(static_cast<char>(c)))] = CharClass::NameStart;
   }
   for (std::size_t c = 0x80; c < 256; ++c) classes[c] = CharClass::NameStart;
   for (const char c : std::string_view("_@#")) {
@@ -47,7 +49,7 @@ Number hexadecimal(std::string_view rest) {
 
 // Where the exponent that begins at `from` ends; `from` when there is none.
 std::size_t exponent(std::string_view rest, std::size_t from) {
-  if (from >= rest.size() || (rest[from] | 0x20) != 'e') return from;
+  if (from >= rest.size() || text::folded(rest[from]) != 'e') return from;
   std::size_t i = from + 1;
   if (i < rest.size() && (rest[i] == '+' || rest[i] == '-')) ++i;
   const std::size_t end = digits(rest, i);
@@ -74,7 +76,7 @@ std::size_t nameLength(std::string_view rest) {
 }
 
 Number number(std::string_view rest) {
-  if (rest[0] == '0' && rest.size() > 1 && (rest[1] | 0x20) == 'x') return hexadecimal(rest);
+  if (rest[0] == '0' && rest.size() > 1 && text::folded(rest[1]) == 'x') return hexadecimal(rest);
   Number result;
   std::size_t i = digits(rest, 0);
   if (i < rest.size() && rest[i] == '.') {

@@ -1,7 +1,8 @@
 #include "tsql/lex/shape.h"
 
+#include "text/fold.h"
+#include "text/utf8.h"
 #include "tsql/lex/scan.h"
-#include "tsql/lex/utf8.h"
 #include "tsql/limits.h"
 
 namespace tarlo::tsql {
@@ -54,7 +55,7 @@ class ShapeScanner {
 
   bool name() {
     const std::size_t length = scan::nameLength(rest());
-    if (length == 1 && (sql_[at_] | 0x20) == 'n' && rest().substr(1).starts_with('\'')) {
+    if (length == 1 && text::folded(sql_[at_]) == 'n' && rest().substr(1).starts_with('\'')) {
       return text(1);
     }
     // A wide blank has no length as a name; one of its bytes is enough to go on.
@@ -147,7 +148,7 @@ bool shapeOf(std::string_view sql, Shape& shape) {
   shape.key.clear();
   shape.literals.clear();
   shape.unescaped.clear();
-  if (sql.size() > kMaxStatementBytes || firstInvalidByte(sql) != std::string_view::npos) {
+  if (sql.size() > kMaxStatementBytes || text::firstInvalidByte(sql) != std::string_view::npos) {
     return false;
   }
   return ShapeScanner(sql, shape).run();

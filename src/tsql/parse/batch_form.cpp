@@ -1,6 +1,8 @@
-#include "tsql/parse/batch_form.h"
+// Which statements may share a batch.
 
+#include "text/fold.h"
 #include "tsql/error.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -29,17 +31,11 @@ const ast::Expr* onlyItem(const Statement& statement) {
   return isPlain && spec.items[0].expr ? &*spec.items[0].expr : nullptr;
 }
 
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return x == y || ((x ^ y) == 0x20 && (x | 0x20) >= 'a' && (x | 0x20) <= 'z');
-  });
-}
-
 bool selectsIdentity(const Statement& statement) {
   const ast::Expr* item = onlyItem(statement);
   if (item == nullptr) return false;
   if (const auto* variable = std::get_if<ast::Variable>(&item->node)) {
-    return equalsIgnoringCase(variable->name, "@@IDENTITY");
+    return text::equalsNoCase(variable->name, "@@IDENTITY");
   }
   const auto* call = std::get_if<ast::FunctionCall>(&item->node);
   return call != nullptr && call->name == "SCOPE_IDENTITY" && call->arguments.empty();
@@ -48,7 +44,7 @@ bool selectsIdentity(const Statement& statement) {
 bool selectsVariable(const Statement& statement, const std::string& name) {
   const ast::Expr* item = onlyItem(statement);
   const auto* variable = item == nullptr ? nullptr : std::get_if<ast::Variable>(&item->node);
-  return variable != nullptr && equalsIgnoringCase(variable->name, name);
+  return variable != nullptr && text::equalsNoCase(variable->name, name);
 }
 
 [[noreturn]] void refuse(const Statement& statement, std::string_view expected) {

@@ -1,24 +1,16 @@
-#include "tsql/parse/call_parser.h"
+// Function calls, those with a syntax of their own included, and CASE.
 
 #include <algorithm>
 #include <array>
 
-#include "tsql/parse/expression_parser.h"
-#include "tsql/parse/type_parser.h"
+#include "text/fold.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {
 
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
   return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-std::string upperCase(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
-  }
-  return upper;
 }
 
 ast::ExprNode parseCast(TokenStream& tokens) {
@@ -120,7 +112,7 @@ Operand parseCall(TokenStream& tokens) {
   const Token name = tokens.take();
   tokens.take();
   const Nesting nesting(tokens);
-  ast::ExprNode node = parseCallInside(tokens, upperCase(name.text));
+  ast::ExprNode node = parseCallInside(tokens, text::upperName(name.text));
   tokens.expect(Symbol::CloseParen, ")");
   return {name.position, std::move(node)};
 }

@@ -1,9 +1,6 @@
-#include "tsql/parse/ddl_parser.h"
+// CREATE TABLE, CREATE INDEX and ALTER TABLE ... ADD.
 
-#include "tsql/parse/expression_parser.h"
-#include "tsql/parse/names_parser.h"
-#include "tsql/parse/query_parser.h"
-#include "tsql/parse/type_parser.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {

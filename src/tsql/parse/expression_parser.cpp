@@ -1,6 +1,8 @@
-#include "tsql/parse/expression_parser.h"
+// Operators between operands, of expressions and of conditions.
 
 #include <optional>
+
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {

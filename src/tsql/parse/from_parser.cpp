@@ -2,9 +2,7 @@
 
 #include <optional>
 
-#include "tsql/parse/expression_parser.h"
-#include "tsql/parse/names_parser.h"
-#include "tsql/parse/query_parser.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {

@@ -1,15 +1,16 @@
-#include "tsql/parse/names_parser.h"
+// Names with points in them.
 
 #include <fmt/format.h>
+
+#include "text/fold.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {
 
 // There is one schema; a name that stands in another is not found under its own name either.
 void checkSchema(TokenStream& tokens, Position position, const std::string& schema) {
-  const bool isDbo = schema.size() == 3 && (schema[0] | 0x20) == 'd' && (schema[1] | 0x20) == 'b' &&
-                     (schema[2] | 0x20) == 'o';
-  if (isDbo) return;
+  if (text::equalsNoCase(schema, "dbo")) return;
   tokens.refuse(Refusal::Syntax, position,
                 fmt::format("expected the schema dbo, found '{}'", schema));
 }

@@ -1,7 +1,6 @@
 #include "tsql/parse/parser.h"
 
-#include "tsql/parse/batch_form.h"
-#include "tsql/parse/statement_parser.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 

@@ -1,7 +1,6 @@
 // LIKE, BETWEEN, IN and IS, which stand behind an expression and make a condition of it.
 
-#include "tsql/parse/expression_parser.h"
-#include "tsql/parse/query_parser.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {

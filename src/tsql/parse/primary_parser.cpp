@@ -1,9 +1,6 @@
 // What operators stand between.
 
-#include "tsql/parse/call_parser.h"
-#include "tsql/parse/expression_parser.h"
-#include "tsql/parse/names_parser.h"
-#include "tsql/parse/query_parser.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {

@@ -1,9 +1,9 @@
-#include "tsql/parse/query_parser.h"
+// SELECT, alone or united.
 
 #include <fmt/format.h>
 
 #include "tsql/limits.h"
-#include "tsql/parse/expression_parser.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {

@@ -1,10 +1,6 @@
-#include "tsql/parse/statement_parser.h"
+// The statements but those that define tables.
 
-#include "tsql/parse/ddl_parser.h"
-#include "tsql/parse/expression_parser.h"
-#include "tsql/parse/names_parser.h"
-#include "tsql/parse/query_parser.h"
-#include "tsql/parse/type_parser.h"
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <charconv>
 
-#include "tsql/lex/utf8.h"
+#include "text/fold.h"
+#include "text/utf8.h"
 #include "tsql/limits.h"
 
 namespace tarlo::tsql {
@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kExcerptCharacters = 40;
 
 std::string shortened(std::string_view text) {
-  const std::string_view front = utf8Prefix(text, kExcerptCharacters);
+  const std::string_view front = text::utf8Prefix(text, kExcerptCharacters);
   return front.size() == text.size() ? std::string(text) : std::string(front) + "...";
 }
 
@@ -32,12 +32,6 @@ std::string described(const Token& token) {
   }
 }
 
-bool equalsUpper(std::string_view word, std::string_view upper) {
-  return std::equal(word.begin(), word.end(), upper.begin(), upper.end(), [](char a, char b) {
-    return (a >= 'a' && a <= 'z' ? static_cast<char>(a - 32) : a) == b;
-  });
-}
-
 }  // namespace
 
 const Token& TokenStream::peek(std::size_t ahead) {
@@ -52,12 +46,12 @@ Token TokenStream::take() {
   return token;
 }
 
-bool TokenStream::matchWord(std::string_view upper) {
-  return peek().kind == TokenKind::Name && equalsUpper(peek().text, upper);
+bool TokenStream::matchWord(std::string_view word) {
+  return peek().kind == TokenKind::Name && text::equalsNoCase(peek().text, word);
 }
 
-bool TokenStream::consumeWord(std::string_view upper) {
-  if (!matchWord(upper)) return false;
+bool TokenStream::consumeWord(std::string_view word) {
+  if (!matchWord(word)) return false;
   take();
   return true;
 }

@@ -25,14 +25,14 @@ class TokenStream {
   bool match(Symbol symbol) { return peek().symbol == symbol; }
   bool match(Keyword keyword) { return peek().keyword == keyword; }
   // A word that is not reserved, in any case.
-  bool matchWord(std::string_view upper);
+  bool matchWord(std::string_view word);
   template <class What>
   bool consume(What what) {
     if (!match(what)) return false;
     take();
     return true;
   }
-  bool consumeWord(std::string_view upper);
+  bool consumeWord(std::string_view word);
   template <class What>
   void expect(What what, std::string_view name) {
     if (!consume(what)) expected(name);

@@ -1,4 +1,6 @@
-#include "tsql/parse/type_parser.h"
+// A type: a name and its sizes.
+
+#include "tsql/parse/grammar.h"
 
 namespace tarlo::tsql {
 

@@ -5,10 +5,10 @@
 
 #include <algorithm>
 
+#include "text/fold.h"
 #include "tsql/error.h"
 #include "tsql/print/sqlite_types.h"
 #include "tsql/print/sqlite_writer.h"
-#include "tsql/resolve/same_name.h"
 #include "tsql/resolve/type_names.h"
 
 namespace tarlo::tsql::sqlite {
@@ -65,9 +65,10 @@ std::string plainColumn(Writer& writer, const ast::ColumnDefinition& definition,
 }
 
 bool isInKey(const ast::CreateTable& create, const ast::ColumnDefinition& definition) {
-  return definition.primaryKey ||
-         std::any_of(create.primaryKey.begin(), create.primaryKey.end(),
-                     [&](const std::string& name) { return sameName(name, definition.name); });
+  return definition.primaryKey || std::any_of(create.primaryKey.begin(), create.primaryKey.end(),
+                                              [&](const std::string& name) {
+                                                return text::equalsNoCase(name, definition.name);
+                                              });
 }
 
 std::string quotedNames(const std::vector<std::string>& names) {

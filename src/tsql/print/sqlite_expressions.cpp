@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
 #include "tsql/print/sqlite_writer.h"
-#include "tsql/resolve/same_name.h"
 
 namespace tarlo::tsql::sqlite {
 namespace {
@@ -66,7 +66,7 @@ class ExpressionPrinter {
   }
 
   std::string operator()(const ast::Variable& node) const {
-    if (sameName(node.name, "@@IDENTITY")) return "last_insert_rowid()";
+    if (text::equalsNoCase(node.name, "@@IDENTITY")) return "last_insert_rowid()";
     throw StatementError(Refusal::Unsupported, expr_.position,
                          "a variable stands only in DECLARE, EXEC and SELECT of one batch");
   }

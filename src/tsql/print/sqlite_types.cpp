@@ -5,7 +5,7 @@
 #include <array>
 #include <charconv>
 
-#include "tsql/resolve/same_name.h"
+#include "text/fold.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -67,7 +67,7 @@ std::string declaredType(Type type) {
 }
 
 Type typeOfDeclared(std::string_view declared) {
-  const std::string upper = upperName(declared);
+  const std::string upper = text::upperName(declared);
   const auto has = [&](std::string_view word) { return upper.find(word) != std::string::npos; };
   const Sizes sizes = sizesOf(upper);
   if (has("DATE") || has("TIME")) return kDateType;

@@ -1,4 +1,4 @@
-#include "tsql/resolve/arithmetic.h"
+// Operators: what + means between its operands, and the types of results.
 
 #include <fmt/format.h>
 
@@ -6,6 +6,7 @@
 #include "tsql/resolve/children.h"
 #include "tsql/resolve/conversion.h"
 #include "tsql/resolve/literal_value.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -41,7 +42,7 @@ Type decimalOperand(const Expr& expr) {
 }
 
 // Precision and scale as the server computes them: too many digits cost scale, down to six.
-Type decimalResult(const Expr& expr, const Binary& node) {
+Type decimalResult(Expr& expr, const Binary& node) {
   const Type a = decimalOperand(*node.left);
   const Type b = decimalOperand(*node.right);
   int scale = std::max(a.scale, b.scale);
@@ -65,7 +66,7 @@ Type decimalResult(const Expr& expr, const Binary& node) {
   return decimalType(static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale));
 }
 
-void checkDivisor(const Expr& divisor) {
+void checkDivisor(Expr& divisor) {
   fixLiterals(divisor);
   const auto* literal = std::get_if<ast::Literal>(&divisor.node);
   if (!literal) return;

@@ -6,8 +6,8 @@
 #include "tsql/resolve/children.h"
 #include "tsql/resolve/conversion.h"
 #include "tsql/resolve/date_parts.h"
-#include "tsql/resolve/expressions.h"
 #include "tsql/resolve/functions.h"
+#include "tsql/resolve/rules.h"
 #include "tsql/resolve/type_names.h"
 
 namespace tarlo::tsql {

@@ -123,9 +123,9 @@ bool holdsSubquery(const Node& node) {
 
 // Keeps every literal at or below the node in the text, because its value decides what is printed.
 template <class Node>
-void fixLiterals(const Node& node) {
-  const auto fix = [](const ast::Expr& expr) {
-    if (const auto* literal = std::get_if<ast::Literal>(&expr.node)) literal->fixed = true;
+void fixLiterals(Node& node) {
+  const auto fix = [](ast::Expr& expr) {
+    if (auto* literal = std::get_if<ast::Literal>(&expr.node)) literal->fixed = true;
   };
   forEachExpr(node, Subqueries::Enter, fix);
 }

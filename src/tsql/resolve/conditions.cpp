@@ -4,8 +4,7 @@
 
 #include "tsql/error.h"
 #include "tsql/resolve/conversion.h"
-#include "tsql/resolve/expressions.h"
-#include "tsql/resolve/queries.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {

@@ -2,8 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "text/pieces.h"
+#include "text/utf8.h"
 #include "tsql/error.h"
-#include "tsql/lex/utf8.h"
 #include "tsql/resolve/literal_value.h"
 
 namespace tarlo::tsql {
@@ -16,9 +17,7 @@ constexpr std::uint8_t kIntDigits = 10;
 std::string quoted(std::string_view text) {
   constexpr std::size_t kMostBytes = 60;
   if (text.size() <= kMostBytes) return fmt::format("'{}'", text);
-  std::size_t end = kMostBytes;
-  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-  return fmt::format("'{}...'", text.substr(0, end));
+  return fmt::format("'{}...'", text::wholeCharacters(text, kMostBytes));
 }
 
 bool converts(std::string_view text, Kind kind) {
@@ -34,12 +33,6 @@ bool converts(std::string_view text, Kind kind) {
     default:
       return true;
   }
-}
-
-// Blanks beyond a column's length are cut when they are written, so they do not count.
-std::string_view withoutBlanksBehind(std::string_view text) {
-  const auto last = text.find_last_not_of(' ');
-  return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
 const ast::Literal* textLiteral(const ast::Expr& expr) {
@@ -98,8 +91,9 @@ void want(ast::Expr& expr, Type type, std::string_view column) {
   }
   tryLiteral(expr, type);
   const ast::Literal* literal = textLiteral(expr);
+  // Blanks beyond a column's length are cut when they are written, so they do not count.
   if (literal && type.kind == Kind::Text && type.length > 0 &&
-      utf16Length(withoutBlanksBehind(literal->text)) > type.length) {
+      text::utf16Length(text::rtrim(literal->text)) > type.length) {
     throw StatementError(Refusal::Kind, expr.position,
                          fmt::format("{} is longer than the {} characters of column {}",
                                      quoted(literal->text), type.length, column));

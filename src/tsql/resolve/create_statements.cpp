@@ -2,12 +2,11 @@
 
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
 #include "tsql/resolve/children.h"
 #include "tsql/resolve/conversion.h"
-#include "tsql/resolve/expressions.h"
-#include "tsql/resolve/same_name.h"
-#include "tsql/resolve/statements.h"
+#include "tsql/resolve/rules.h"
 #include "tsql/resolve/type_names.h"
 
 namespace tarlo::tsql {
@@ -23,8 +22,9 @@ constexpr std::size_t kMostColumns = 1024;
 }
 
 bool hasColumn(const std::vector<ResultColumn>& columns, std::string_view name) {
-  return std::any_of(columns.begin(), columns.end(),
-                     [&](const ResultColumn& column) { return sameName(column.title, name); });
+  return std::any_of(columns.begin(), columns.end(), [&](const ResultColumn& column) {
+    return text::equalsNoCase(column.title, name);
+  });
 }
 
 class TableDefinition {
@@ -58,7 +58,7 @@ class TableDefinition {
     for (std::size_t i = 0; i < create_.columns.size(); ++i) {
       for (std::size_t j = 0; j < i; ++j) {
         const ColumnDefinition& column = create_.columns[i];
-        if (!sameName(column.name, create_.columns[j].name)) continue;
+        if (!text::equalsNoCase(column.name, create_.columns[j].name)) continue;
         refuse(Refusal::Name, column.position,
                fmt::format("column {} is defined twice", column.name));
       }

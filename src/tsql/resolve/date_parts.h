@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "tsql/resolve/same_name.h"
+#include "text/fold.h"
 
 namespace tarlo::tsql {
 
@@ -49,7 +49,7 @@ inline constexpr DatePartName kDatePartNames[] = {
 // The part of a name or abbreviation in any case, or nothing.
 inline std::optional<DatePart> findDatePart(std::string_view name) {
   for (const DatePartName& entry : kDatePartNames) {
-    if (sameName(entry.name, name)) return entry.part;
+    if (text::equalsNoCase(entry.name, name)) return entry.part;
   }
   return std::nullopt;
 }

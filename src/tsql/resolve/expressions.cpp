@@ -1,12 +1,11 @@
-#include "tsql/resolve/expressions.h"
+// Literals, columns, variables and CASE; the other expressions by their rules.
 
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
-#include "tsql/resolve/arithmetic.h"
 #include "tsql/resolve/conversion.h"
-#include "tsql/resolve/queries.h"
-#include "tsql/resolve/same_name.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -24,7 +23,7 @@ constexpr std::size_t kMostHexDigits = 16;
 }
 
 // An integer beyond eighteen digits is a decimal. Such ones and hexadecimal ones stay in the text.
-Type integerType(const Expr& expr, const ast::Literal& literal) {
+Type integerType(const Expr& expr, ast::Literal& literal) {
   const std::string& text = literal.text;
   if (text.starts_with("0x") || text.starts_with("0X")) {
     if (text.size() > 2 + kMostHexDigits) refuseNumber(expr, literal);
@@ -47,7 +46,7 @@ Type pointType(const Expr& expr, const ast::Literal& literal) {
   return decimalType(static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale));
 }
 
-Type literalType(const Expr& expr, const ast::Literal& literal) {
+Type literalType(const Expr& expr, ast::Literal& literal) {
   switch (literal.literalClass) {
     case LiteralClass::Integer:
       return integerType(expr, literal);
@@ -63,8 +62,8 @@ Type literalType(const Expr& expr, const ast::Literal& literal) {
 }
 
 Type variableType(const Context& context, const Expr& expr, const ast::Variable& variable) {
-  if (sameName(variable.name, "@@IDENTITY")) return kIntType;
-  const auto found = context.batch.variables.find(upperName(variable.name));
+  if (text::equalsNoCase(variable.name, "@@IDENTITY")) return kIntType;
+  const auto found = context.batch.variables.find(text::upperName(variable.name));
   if (found != context.batch.variables.end()) return found->second;
   throw StatementError(Refusal::Name, expr.position,
                        fmt::format("variable {} is not declared", variable.name));

@@ -1,9 +1,10 @@
+// FROM: tables, derived ones and joins.
+
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
-#include "tsql/resolve/expressions.h"
-#include "tsql/resolve/queries.h"
-#include "tsql/resolve/same_name.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -47,7 +48,7 @@ class FromResolver {
                              fmt::format("column {} of {} has no name", i + 1, alias));
       }
       for (std::size_t j = 0; j < i; ++j) {
-        if (!sameName(columns[j].title, title)) continue;
+        if (!text::equalsNoCase(columns[j].title, title)) continue;
         throw StatementError(Refusal::Rule, position,
                              fmt::format("column {} stands twice in {}", title, alias));
       }
@@ -68,7 +69,7 @@ void resolveFrom(BatchContext& batch, ast::QuerySpec& spec, Scope& scope) {
 
 const Table& findTable(BatchContext& batch, Access access, std::string_view schema,
                        std::string_view name, Position position) {
-  const bool known = schema.empty() || sameName(schema, "dbo");
+  const bool known = schema.empty() || text::equalsNoCase(schema, "dbo");
   if (const Table* table = known ? batch.catalogue.findTable(name) : nullptr) {
     batch.touched.push_back({access, table->name, position});
     return *table;

@@ -1,4 +1,4 @@
-#include "tsql/resolve/grouping.h"
+// What a query with GROUP BY, HAVING or aggregates may say outside its aggregates.
 
 #include <fmt/format.h>
 
@@ -8,6 +8,7 @@
 #include "tsql/resolve/children.h"
 #include "tsql/resolve/functions.h"
 #include "tsql/resolve/resolver.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -78,10 +79,10 @@ void checkGroupItem(const ast::Expr& item) {
   }
 }
 
-void checkGrouping(const ast::QuerySpec& spec, std::span<const ast::OrderItem> orderBy) {
+void checkGrouping(ast::QuerySpec& spec, std::span<ast::OrderItem> orderBy) {
   GroupChecker checker(spec.groupBy);
-  for (const Expr& item : spec.groupBy) fixLiterals(item);
-  for (const ast::SelectItem& item : spec.items) {
+  for (Expr& item : spec.groupBy) fixLiterals(item);
+  for (ast::SelectItem& item : spec.items) {
     fixLiterals(*item.expr);
     checker(*item.expr);
   }
@@ -89,7 +90,7 @@ void checkGrouping(const ast::QuerySpec& spec, std::span<const ast::OrderItem> o
     fixLiterals(*spec.having);
     checker(*spec.having);
   }
-  for (const ast::OrderItem& item : orderBy) {
+  for (ast::OrderItem& item : orderBy) {
     if (item.item >= 0) continue;
     fixLiterals(item.expr);
     checker(item.expr);

@@ -7,8 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "tsql/lex/utf8.h"
-
 namespace tarlo::tsql {
 
 // Blanks around the text are allowed in all of these; nothing means "does not convert".
@@ -21,10 +19,8 @@ std::optional<std::int64_t> parseInteger(std::string_view text);
 enum class Exponent { Allowed, Refused };
 std::optional<double> parseNumber(std::string_view text, Exponent exponent = Exponent::Allowed);
 
-// `YYYY-MM-DD HH:MM:SS.mmm`, the one form in which dates are kept and compared. Takes
-// year-month-day with `-`, `/` or `.` between or eight digits, then optionally a blank or `T` and
-// hours:minutes[:seconds[.mmm]]; a time alone is on 1900-01-01, "" is the start of that day.
-// Years 1753 to 9999.
+// `YYYY-MM-DD HH:MM:SS.mmm`, the one form in which dates are kept and compared, of a date in one of
+// the forms text::kStatementDates.
 std::optional<std::string> parseDate(std::string_view text);
 
 }  // namespace tarlo::tsql

@@ -1,12 +1,13 @@
+// ORDER BY, by titles, numbers and expressions.
+
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
 #include "tsql/resolve/children.h"
-#include "tsql/resolve/expressions.h"
 #include "tsql/resolve/functions.h"
 #include "tsql/resolve/literal_value.h"
-#include "tsql/resolve/queries.h"
-#include "tsql/resolve/same_name.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -29,10 +30,10 @@ class OrderResolver {
 
  private:
   bool isUnion() const { return query_.parts.size() > 1; }
-  const std::vector<ast::SelectItem>& items() const { return query_.parts[0].items; }
+  std::vector<ast::SelectItem>& items() const { return query_.parts[0].items; }
 
-  int byNumber(const ast::Expr& expr) const {
-    const auto* literal = std::get_if<ast::Literal>(&expr.node);
+  int byNumber(ast::Expr& expr) const {
+    auto* literal = std::get_if<ast::Literal>(&expr.node);
     if (!literal || literal->literalClass != ast::LiteralClass::Integer) return -1;
     literal->fixed = true;
     const auto number = parseInteger(literal->text);
@@ -50,7 +51,7 @@ class OrderResolver {
     if (!column || !column->table.empty()) return -1;
     int found = -1;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-      if (!sameName(columns_[i].title, column->name)) continue;
+      if (!text::equalsNoCase(columns_[i].title, column->name)) continue;
       if (found >= 0 && !sameItems(static_cast<std::size_t>(found), i)) {
         throw StatementError(Refusal::Name, expr.position,
                              fmt::format("ORDER BY {} is ambiguous", column->name));
@@ -88,7 +89,7 @@ class OrderResolver {
   }
 
   // Which item it is depends on the literals of both.
-  int distinctItem(const ast::Expr& expr) const {
+  int distinctItem(ast::Expr& expr) const {
     fixLiterals(expr);
     for (std::size_t i = 0; i < items().size(); ++i) {
       fixLiterals(*items()[i].expr);

@@ -2,10 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
-#include "tsql/resolve/expressions.h"
-#include "tsql/resolve/same_name.h"
-#include "tsql/resolve/statements.h"
+#include "tsql/resolve/rules.h"
 #include "tsql/resolve/type_names.h"
 
 namespace tarlo::tsql {
@@ -35,7 +34,7 @@ void resolveSetOption(BatchContext& batch, const ast::SetOption& option, Positio
 
 void resolveDeclare(BatchContext& batch, const ast::Declare& declare, Position position) {
   const Type type = typeOf(declare.typeName, declare.typeSizes, TypeUse::Declaration, position);
-  if (!batch.variables.emplace(upperName(declare.variable), type).second) {
+  if (!batch.variables.emplace(text::upperName(declare.variable), type).second) {
     throw StatementError(Refusal::Name, position,
                          fmt::format("variable {} is declared twice", declare.variable));
   }

@@ -1,4 +1,4 @@
-#include "tsql/resolve/queries.h"
+// SELECT and UNION.
 
 #include <fmt/format.h>
 
@@ -7,9 +7,8 @@
 
 #include "tsql/error.h"
 #include "tsql/resolve/conversion.h"
-#include "tsql/resolve/expressions.h"
-#include "tsql/resolve/grouping.h"
 #include "tsql/resolve/literal_value.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -97,7 +96,7 @@ class SpecResolver {
     resolveOrderBy(context({}), query, columns);
   }
 
-  void checkGroups(std::span<const ast::OrderItem> orderBy) const {
+  void checkGroups(std::span<ast::OrderItem> orderBy) const {
     const bool grouped = !spec_.groupBy.empty() || spec_.having || sawAggregate_;
     if (grouped) checkGrouping(spec_, orderBy);
   }
@@ -109,7 +108,7 @@ class SpecResolver {
 
   void resolveTop() {
     if (!spec_.top) return;
-    const auto* literal = std::get_if<ast::Literal>(&spec_.top->node);
+    auto* literal = std::get_if<ast::Literal>(&spec_.top->node);
     if (!literal || literal->literalClass != ast::LiteralClass::Integer ||
         !parseInteger(literal->text)) {
       throw StatementError(Refusal::Rule, spec_.top->position, "TOP needs a whole number");

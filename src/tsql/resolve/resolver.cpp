@@ -1,7 +1,6 @@
 #include "tsql/resolve/resolver.h"
 
-#include "tsql/resolve/queries.h"
-#include "tsql/resolve/statements.h"
+#include "tsql/resolve/rules.h"
 
 namespace tarlo::tsql {
 namespace {

@@ -1,9 +1,9 @@
 // Comparison of resolved expressions, blind to how their names are written.
 
+#include "text/fold.h"
 #include "tsql/resolve/children.h"
 #include "tsql/resolve/date_parts.h"
 #include "tsql/resolve/resolver.h"
-#include "tsql/resolve/same_name.h"
 #include "tsql/resolve/type_names.h"
 
 namespace tarlo::tsql {
@@ -52,7 +52,7 @@ struct SameNode {
     return a.level == b.level && a.source == b.source && a.column == b.column;
   }
   bool operator()(const ast::Variable& a, const ast::Variable& b) const {
-    return sameName(a.name, b.name);
+    return text::equalsNoCase(a.name, b.name);
   }
   bool operator()(const ast::Unary& a, const ast::Unary& b) const { return a.op == b.op; }
   bool operator()(const ast::Binary& a, const ast::Binary& b) const { return a.op == b.op; }

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
-#include "tsql/resolve/same_name.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -35,14 +35,14 @@ Type Source::columnType(std::size_t index) const {
 int Source::find(std::string_view columnName) const {
   if (table_) return table_->find(columnName);
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    if (sameName(columns_[i].title, columnName)) return static_cast<int>(i);
+    if (text::equalsNoCase(columns_[i].title, columnName)) return static_cast<int>(i);
   }
   return -1;
 }
 
 void Scope::add(Source source, Position position) {
   for (const Source& other : sources_) {
-    if (sameName(other.exposedName(), source.exposedName())) {
+    if (text::equalsNoCase(other.exposedName(), source.exposedName())) {
       throw StatementError(Refusal::Name, position,
                            fmt::format("table {} stands twice in FROM", source.exposedName()));
     }
@@ -70,7 +70,7 @@ bool Scope::resolveHere(ast::ColumnRef& ref, Position position) const {
   bool found = false;
   for (std::size_t i = visibleBegin_; i < visibleEnd_; ++i) {
     const Source& source = sources_[i];
-    if (!ref.table.empty() && !sameName(source.exposedName(), ref.table)) continue;
+    if (!ref.table.empty() && !text::equalsNoCase(source.exposedName(), ref.table)) continue;
     const int column = source.find(ref.name);
     if (column < 0) continue;
     if (found) {
@@ -86,7 +86,7 @@ bool Scope::resolveHere(ast::ColumnRef& ref, Position position) const {
 
 std::size_t Scope::findSource(std::string_view exposedName, Position position) const {
   for (std::size_t i = visibleBegin_; i < visibleEnd_; ++i) {
-    if (sameName(sources_[i].exposedName(), exposedName)) return i;
+    if (text::equalsNoCase(sources_[i].exposedName(), exposedName)) return i;
   }
   throw StatementError(Refusal::Name, position,
                        fmt::format("table {} does not stand in FROM", exposedName));

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tsql/ast/column_ref.h"
+#include "tsql/ast/expr.h"
 #include "tsql/catalogue.h"
 #include "tsql/position.h"
 #include "tsql/resolve/resolver.h"

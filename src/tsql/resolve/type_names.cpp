@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "text/fold.h"
 #include "tsql/error.h"
-#include "tsql/resolve/same_name.h"
 
 namespace tarlo::tsql {
 namespace {
@@ -44,7 +44,7 @@ Type sizedDecimal(std::string_view name, const std::vector<int>& sizes, Position
 
 Type sizedText(std::string_view name, TypeName type, const std::vector<int>& sizes, TypeUse use,
                Position position) {
-  const bool wide = upperAscii(name[0]) == 'N';
+  const bool wide = text::raised(name[0]) == 'N';
   const int without = use == TypeUse::Cast ? 30 : 1;
   const int length = sizes.empty() ? without : sizes[0];
   const bool isMax = length == -1 && type == TypeName::Varchar;
@@ -60,7 +60,7 @@ Type sizedText(std::string_view name, TypeName type, const std::vector<int>& siz
 
 std::optional<TypeName> findTypeName(std::string_view name) {
   for (const Entry& entry : kTypeNames) {
-    if (sameName(entry.name, name)) return entry.type;
+    if (text::equalsNoCase(entry.name, name)) return entry.type;
   }
   return std::nullopt;
 }

@@ -1,0 +1,173 @@
+#include "text/date_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "text/pieces.h"
+
+namespace tarlo::text {
+namespace {
+
+using namespace std::chrono;
+
+year_month_day dayOf(const CalendarTime& time) {
+  return {year{time.year}, month{static_cast<unsigned>(time.month)},
+          day{static_cast<unsigned>(time.day)}};
+}
+
+bool isBelow(int value, int bound) {
+  return value >= 0 && value < bound;
+}
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// Reads one text from left to right; every step says whether the text still fits.
+class DateReader {
+ public:
+  DateReader(std::string_view text, const DateForms& forms) : rest_(text), forms_(forms) {}
+
+  std::optional<CalendarTime> read() {
+    const bool fits = forms_.hasTimeAlone && (rest_.empty() || beginsTime())
+                          ? rest_.empty() || readTime()
+                          : readDay() && readBehindDay();
+    if (!fits || !rest_.empty() || time_.year < forms_.firstYear || !exists(time_)) return {};
+    return time_;
+  }
+
+ private:
+  std::size_t digits() const {
+    const auto* end = std::find_if_not(rest_.begin(), rest_.end(), isDigit);
+    return static_cast<std::size_t>(end - rest_.begin());
+  }
+
+  bool beginsTime() const { return rest_.substr(digits()).starts_with(':'); }
+
+  bool readDay() {
+    if (digits() == 8) {
+      return number(4, 4, time_.year) && number(2, 2, time_.month) && number(2, 2, time_.day);
+    }
+    if (!number(4, 4, time_.year) || rest_.empty()) return false;
+    const char separator = rest_[0];
+    return forms_.separators.find(separator) != std::string_view::npos && character(separator) &&
+           number(1, 2, time_.month) && character(separator) && number(1, 2, time_.day);
+  }
+
+  bool readBehindDay() {
+    if (rest_.empty()) return true;
+    if (forms_.hasT && character('T')) return readTime();
+    if (!character(' ')) return false;
+    rest_ = ltrim(rest_);
+    return readTime();
+  }
+
+  bool readTime() {
+    if (!number(1, 2, time_.hour) || !character(':')) return false;
+    if (!number(forms_.leastDigits, 2, time_.minute)) return false;
+    if (!character(':')) return true;
+    if (!number(forms_.leastDigits, 2, time_.second)) return false;
+    if (!character('.')) return true;
+    const std::size_t count = digits();
+    if (!number(1, 3, time_.millisecond)) return false;
+    for (std::size_t given = count; given < 3; ++given) time_.millisecond *= 10;
+    return true;
+  }
+
+  bool character(char wanted) {
+    if (!rest_.starts_with(wanted)) return false;
+    rest_.remove_prefix(1);
+    return true;
+  }
+
+  bool number(std::size_t fewest, std::size_t most, int& value) {
+    const std::size_t count = std::min(digits(), most);
+    if (count < fewest) return false;
+    value = 0;
+    for (const char c : rest_.substr(0, count)) value = value * 10 + (c - '0');
+    rest_.remove_prefix(count);
+    return true;
+  }
+
+  std::string_view rest_;
+  const DateForms& forms_;
+  CalendarTime time_;
+};
+
+using Written = fmt::basic_memory_buffer<char, 32>;
+Written written(const CalendarTime& time) {
+  Written text;
+  fmt::format_to(std::back_inserter(text), "{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year,
+                 time.month, time.day, time.hour, time.minute, time.second);
+  return text;
+}
+
+}  // namespace
+
+bool exists(const CalendarTime& time) {
+  // Chrono's month and day have a byte each, so a number beyond that would come out as another.
+  return time.year >= 1 && time.year <= 9999 && isBelow(time.month, 256) &&
+         isBelow(time.day, 256) && dayOf(time).ok() && isBelow(time.hour, 24) &&
+         isBelow(time.minute, 60) && isBelow(time.second, 60) && isBelow(time.millisecond, 1000);
+}
+
+CalendarTime calendarAt(Moment moment) {
+  const auto day = floor<days>(moment);
+  const year_month_day date{day};
+  const auto rest = static_cast<int>((moment - day).count());
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          rest / 3'600'000,
+          rest / 60'000 % 60,
+          rest / 1000 % 60,
+          rest % 1000};
+}
+
+Moment momentOf(const CalendarTime& time) {
+  return sys_days{dayOf(time)} + hours{time.hour} + minutes{time.minute} + seconds{time.second} +
+         milliseconds{time.millisecond};
+}
+
+std::optional<CalendarTime> readDate(std::string_view text, const DateForms& forms) {
+  return DateReader(trim(text), forms).read();
+}
+
+std::optional<CalendarTime> readWrittenDate(std::string_view text) {
+  constexpr std::string_view kForm = "0000-00-00 00:00:00.000";
+  if (text.size() != 10 && text.size() != 19 && text.size() != kForm.size()) return {};
+  std::array<int, 7> parts{};
+  std::size_t part = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (kForm[i] != '0') {
+      if (text[i] != kForm[i]) return {};
+      ++part;
+    } else if (!isDigit(text[i])) {
+      return {};
+    } else {
+      parts[part] = parts[part] * 10 + (text[i] - '0');
+    }
+  }
+  const CalendarTime time{parts[0], parts[1], parts[2], parts[3], parts[4], parts[5], parts[6]};
+  if (!exists(time)) return {};
+  return time;
+}
+
+std::string dayText(const CalendarTime& time) {
+  return fmt::format("{:04}-{:02}-{:02}", time.year, time.month, time.day);
+}
+
+std::string dateTimeText(const CalendarTime& time) {
+  return fmt::to_string(written(time));
+}
+
+std::string millisecondText(const CalendarTime& time) {
+  Written text = written(time);
+  fmt::format_to(std::back_inserter(text), ".{:03}", time.millisecond);
+  return fmt::to_string(text);
+}
+
+}  // namespace tarlo::text
