@@ -159,6 +159,8 @@ TEST(ControlFields, OfATableAndOfTheControlsOnAScheme) {
   EXPECT_EQ(shown("Orders", 1), "101,Sum,3,1,c;");
   EXPECT_EQ(shown("Orders", "3"), ",,,2,c;");
   EXPECT_EQ(shown("Orders", 4), "Empty");
+  data.execute("update Zembra_Query_Field set Zembra_Flag=0");
+  for (const int kind : {1, 3}) EXPECT_EQ(shown("Orders", kind), "-1");
   EXPECT_NE(errorOf([&] { getQueryFields(data.page(), "x", "T", 1, false); }), 0);
 }
 

@@ -128,6 +128,7 @@ TEST(ResolveRefusals, rulesOfQueries) {
        "cannot hold a sub-query"},
       {"select ABS({|ID}) from Orders", "ABS takes 1 argument(s), not 0"},
       {"select {ABS|count}(*) from Orders", "found '*'"},
+      {"select left('a'{|, 1})", "LEFT takes 2"},
       {"select getdate({1|})", "GETDATE takes 0"},
       {"select round(1.5{|,0,1})", "ROUND takes 2 to 3"},
       {"select coalesce(1{|,2,3,4,5,6})", "at least 2"},

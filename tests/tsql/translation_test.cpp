@@ -1,5 +1,6 @@
 // What the engine is given, as text: how parameters are numbered, which literals stay in the text,
-// and the step that returns an identity.
+// the step that returns an identity, and the two statements that not everybody has: DELETE, which
+// is a word without a meaning unless it is known, and ALTER TABLE, which is a definition.
 
 #include "tsql/translation.h"
 
@@ -7,13 +8,15 @@
 
 #include "fixture_catalogue.h"
 #include "tsql/error.h"
+#include "tsql/parse/parser.h"
+#include "tsql/print/tsql_printer.h"
 
 namespace tarlo::tsql::testing {
 namespace {
 
-Translation made(std::string_view sql) {
+Translation made(std::string_view sql, const TranslateOptions& options = {}) {
   FixtureCatalogue catalogue;
-  return translate(sql, catalogue);
+  return translate(sql, catalogue, options);
 }
 
 // The ordinals of a step's parameters; the fixed literals as "ordinal=text".
@@ -31,11 +34,8 @@ std::string fixed(const Translation& translation) {
 }
 
 TEST(Translation, LiteralsBecomeParametersOrAreFixed) {
-  const struct {
-    const char* sql;
-    const char* parameters;  // ordinals of the last step
-    const char* fixed;
-  } cases[] = {
+  // The parameters of the last step, and what is fixed.
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {"select ID from Orders where CustID=5 and Amount>'7'", "0,1,", ""},
       {"select top 3 ID from Orders where CustID=5", "1,", "0=3,"},
       {"select 'a' as 'title', 2 from Orders", "0,2,", "1=title,"},
@@ -47,12 +47,11 @@ TEST(Translation, LiteralsBecomeParametersOrAreFixed) {
   };
   for (const auto& [sql, parameters, fixedTexts] : cases) {
     const Translation translation = made(sql);
-    ASSERT_FALSE(translation.steps.empty()) << sql;
-    EXPECT_EQ(ordinals(translation.steps.back()), parameters) << sql;
+    const Step& step = translation.steps.at(translation.steps.size() - 1);
+    EXPECT_EQ(ordinals(step), parameters) << sql;
     EXPECT_EQ(fixed(translation), fixedTexts) << sql;
-    for (std::size_t i = 0; i < translation.steps.back().parameters.size(); ++i) {
-      EXPECT_NE(translation.steps.back().text.find("?" + std::to_string(i + 1)), std::string::npos)
-          << translation.steps.back().text;
+    for (std::size_t i = 1; i <= step.parameters.size(); ++i) {
+      EXPECT_NE(step.text.find("?" + std::to_string(i)), std::string::npos) << step.text;
     }
   }
 }
@@ -79,6 +78,67 @@ TEST(Translation, TooManyLiteralsStayInTheText) {
   EXPECT_EQ(
       made("select ID from Orders where ID in (" + list.substr(2) + ")").steps[0].parameters.size(),
       1000u);
+}
+
+// The engine's text, or the refusal.
+std::string translated(std::string_view sql, const TranslateOptions& options) {
+  try {
+    return made(sql, options).steps.front().text;
+  } catch (const StatementError& error) {
+    return "refused: " + error.message();
+  }
+}
+
+constexpr TranslateOptions kNothing = {};
+constexpr TranslateOptions kDeletes = {Dialect::Sqlite, false, true};
+constexpr TranslateOptions kDefines = {Dialect::Sqlite, true, false};
+
+TEST(DeleteAndAlter, AreTranslatedForWhoeverHasThem) {
+  const std::tuple<TranslateOptions, const char*, std::string> rows[] = {
+      {kDeletes, "delete from Region where ID in (1,2) and Zembra_Flag<=3",
+       "DELETE FROM \"Region\" AS t1 WHERE "},
+      {kDeletes, "DELETE Region WHERE ID=1;", "DELETE FROM \"Region\" AS t1 WHERE "},
+      {kDeletes, "delete from Region", "refused: expected WHERE, found the end"},
+      {kDeletes, "delete from Nowhere where ID=1", "refused: unknown table Nowhere"},
+      {kDeletes, "delete from Region where Nothing=1", "refused: unknown column Nothing"},
+      {kDeletes, "delete from Region where ID=1 delete from Region where ID=2",
+       "refused: expected the end of the statement"},
+      {kDeletes, "insert into Region (Name) values ('x'); delete from Region where ID=1",
+       "refused: expected the SELECT of the identity"},
+      {kDeletes, "alter table Region add Area int", "refused: ALTER is not allowed here"},
+      {kNothing, "delete from Region where ID=1", "refused: expected SELECT, INSERT, UPDATE"},
+      {kNothing, "select 1 from Region delete from Region where ID=1", "refused: expected the end"},
+      {kDefines, "delete from Region where ID=1", "refused: expected SELECT, INSERT, UPDATE"},
+      {kDefines, "alter table Region add Area int default 7",
+       "ALTER TABLE \"Region\" ADD COLUMN \"Area\" INTEGER DEFAULT (7)"},
+      {kDefines, "alter table Region add Twice as ID",
+       "ALTER TABLE \"Region\" ADD COLUMN \"Twice\" INTEGER GENERATED ALWAYS AS "},
+      {kDefines, "alter table Region add name int", "refused: column name is there already"},
+      {kDefines, "alter table Region add N int not null", "refused: column N needs a default"},
+      {kDefines, "alter table Region add N int identity", "refused: a key cannot be added"},
+      {kDefines, "alter table Nowhere add N int", "refused: unknown table Nowhere"},
+      {kDefines, "alter table Region drop column Name", "refused: expected ADD"},
+  };
+  for (const auto& [options, sql, expected] : rows) {
+    EXPECT_EQ(translated(sql, options).substr(0, expected.size()), expected) << sql;
+  }
+}
+
+TEST(DeleteAndAlter, ArePrintedAsTheyWereRead) {
+  for (const char* sql : {"DELETE FROM [Region] WHERE [ID] <= 5",
+                          "ALTER TABLE [Region] ADD [Area] nvarchar(20) NOT NULL DEFAULT ('x')"}) {
+    const std::string printed = printTsql(parse(sql, Deletes::Known));
+    EXPECT_EQ(parse(printed, Deletes::Known), parse(sql, Deletes::Known)) << printed;
+  }
+}
+
+TEST(DeleteAndAlter, ADeleteIsNotedAsOne) {
+  const auto touched =
+      made("delete from region where ID in (select RegionID from Customer)", kDeletes).touched;
+  ASSERT_EQ(touched.size(), 2u);
+  EXPECT_EQ(touched[0].access, Access::Delete);
+  EXPECT_EQ(touched[0].name, "Region");
+  EXPECT_EQ(touched[1].access, Access::Read);
 }
 
 }  // namespace
