@@ -36,11 +36,8 @@ Command addApiToken(CLI::App& program, Console console) {
   CLI::App* command =
       program.add_subcommand("api-token", "Make a token with which a program reads as a user");
   const auto options = std::make_shared<TokenOptions>();
-  command->add_option("user", options->standIns, "The user's sign-in name")
-      ->type_name("USER")
-      ->expected(1)
-      ->required();
-  addDatabaseOption(*command, options->connection);
+  addSubject(*command, {"user", "USER", "The user's sign-in name"}, options->standIns,
+             options->connection);
   command->add_option("--days", options->days, "How long it works")
       ->check(CLI::Range(1, 3650))
       ->capture_default_str();

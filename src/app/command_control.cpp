@@ -87,11 +87,8 @@ int showControl(Console console, const ControlOptions& options, const Words& wor
 Command addControl(CLI::App& program, Console console) {
   CLI::App* command = program.add_subcommand("control", "Show what a form gets from a control");
   const auto options = std::make_shared<ControlOptions>();
-  command->add_option("id", options->standIns, "Id of the control scheme")
-      ->type_name("ID")
-      ->expected(1)
-      ->required();
-  addDatabaseOption(*command, options->connection);
+  addSubject(*command, {"id", "ID", "Id of the control scheme"}, options->standIns,
+             options->connection);
   command->add_option("--rows", options->rows, "How many of its rows to print")
       ->type_name("N")
       ->check(CLI::Range(0, 100'000))

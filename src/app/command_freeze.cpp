@@ -35,11 +35,7 @@ int freeze(Console console, const FreezeOptions& options, const Words& words) {
 Command addFreeze(CLI::App& program, Console console) {
   CLI::App* command = program.add_subcommand("freeze", "Keep a version of a scheme as it is now");
   const auto options = std::make_shared<FreezeOptions>();
-  command->add_option("id", options->standIns, "Id of the scheme")
-      ->type_name("ID")
-      ->expected(1)
-      ->required();
-  addDatabaseOption(*command, options->connection);
+  addSubject(*command, {"id", "ID", "Id of the scheme"}, options->standIns, options->connection);
   command->footer(
       "Calls CopyQuery and prints the version's id: a scheme that has not changed since its last\n"
       "version keeps that one.\n\n" +

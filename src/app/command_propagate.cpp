@@ -158,11 +158,8 @@ Command addPropagate(CLI::App& program, Console console) {
   CLI::App* command =
       program.add_subcommand("propagate", "Compile the schemes over a changed table again");
   const auto options = std::make_shared<PropagateOptions>();
-  command->add_option("table", options->standIns, "Id or name of the table")
-      ->type_name("TABLE")
-      ->expected(1)
-      ->required();
-  addDatabaseOption(*command, options->connection);
+  addSubject(*command, {"table", "TABLE", "Id or name of the table"}, options->standIns,
+             options->connection);
   command->add_flag("--dry-run", options->isDryRun, "Say what would change, and store nothing");
   command->footer(std::string(kFooter) + "\n" + std::string(kExitCodeHelp));
   return {command, [console, options](const Words& words) {

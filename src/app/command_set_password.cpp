@@ -79,11 +79,8 @@ int setPassword(Console console, const PasswordOptions& options, const Words& wo
 Command addSetPassword(CLI::App& program, Console console) {
   CLI::App* command = program.add_subcommand("set-password", "Give a user a password");
   const auto options = std::make_shared<PasswordOptions>();
-  command->add_option("user", options->standIns, "The user's sign-in name")
-      ->type_name("USER")
-      ->expected(1)
-      ->required();
-  addDatabaseOption(*command, options->connection);
+  addSubject(*command, {"user", "USER", "The user's sign-in name"}, options->standIns,
+             options->connection);
   command->footer(
       "The password is read from the terminal, or from the first line of the input.\n\n" +
       std::string(kExitCodeHelp));

@@ -30,11 +30,8 @@ Command addSignInLink(CLI::App& program, Console console) {
   CLI::App* command =
       program.add_subcommand("sign-in-link", "Make a link that signs a user in once");
   const auto options = std::make_shared<LinkOptions>();
-  command->add_option("user", options->standIns, "The user's sign-in name")
-      ->type_name("USER")
-      ->expected(1)
-      ->required();
-  addDatabaseOption(*command, options->connection);
+  addSubject(*command, {"user", "USER", "The user's sign-in name"}, options->standIns,
+             options->connection);
   addConfigOption(*command, options->config);
   command->add_option("--base-url", options->baseUrl, "Where users reach the server")
       ->type_name("URL")

@@ -32,6 +32,15 @@ void addDatabaseOption(CLI::App& command, std::string& connection) {
       ->capture_default_str();
 }
 
+void addSubject(CLI::App& command, const Subject& subject, std::vector<std::string>& word,
+                std::string& connection) {
+  command.add_option(subject.name, word, subject.description)
+      ->type_name(subject.type)
+      ->expected(1)
+      ->required();
+  addDatabaseOption(command, connection);
+}
+
 database::Database& openForCommand(database::Registry& databases, const std::string& connection) {
   try {
     database::Database& database = databases.find(connection);

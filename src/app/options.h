@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <vector>
 
 #include "database/database.h"
 #include "host/config.h"
@@ -20,6 +21,15 @@ host::Config readConfig(const std::string& file);
 inline constexpr const char* kDefaultDatabase = "sqlite:data/tarlo.db";
 
 void addDatabaseOption(CLI::App& command, std::string& connection);
+
+// The one word that a command is about, and --database.
+struct Subject {
+  const char* name;
+  const char* type;
+  const char* description;
+};
+void addSubject(CLI::App& command, const Subject& subject, std::vector<std::string>& word,
+                std::string& connection);
 
 // Tries a connection before the command begins: operations that go on after an error would hide a
 // missing database. Throws CommandError (kNoDatabase).

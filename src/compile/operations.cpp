@@ -25,79 +25,62 @@ std::string lenient(const Variant& argument) {
   return text;
 }
 
+// The statement of a definition whose parts come as arguments. Those that take no part are Empty.
+Variant compiled(Page& page, Parts parts, const Variant& sTable, const Variant& computed,
+                 const Variant& filter, const Variant& stats, const Variant& group,
+                 const Variant& rel) {
+  return compileParts(page,
+                      {.mainTable = spliced(sTable),
+                       .computed = spliced(computed),
+                       .filter = toText(filter),
+                       .statistics = toText(stats),
+                       .grouping = spliced(group),
+                       .relations = spliced(rel)},
+                      parts);
+}
+
 }  // namespace
 
 Variant getQuery_None(Page& page, const Variant& sTable, const Variant& rel) {
-  return compileParts(page, {.mainTable = spliced(sTable), .relations = spliced(rel)}, {});
+  return compiled(page, {}, sTable, {}, {}, {}, {}, rel);
 }
 
 Variant getQuery_Vir(Page& page, const Variant& sTable, const Variant& computed,
                      const Variant& rel) {
-  return compileParts(
-      page,
-      {.mainTable = spliced(sTable), .computed = lenient(computed), .relations = spliced(rel)},
-      {.computed = true});
+  return compiled(page, {.computed = true}, sTable, lenient(computed), {}, {}, {}, rel);
 }
 
 Variant getQuery_Fil(Page& page, const Variant& sTable, const Variant& filter, const Variant& rel) {
-  return compileParts(
-      page, {.mainTable = spliced(sTable), .filter = toText(filter), .relations = spliced(rel)},
-      {.filter = true});
+  return compiled(page, {.filter = true}, sTable, {}, filter, {}, {}, rel);
 }
 
 Variant getQuery_Vir_Fil(Page& page, const Variant& sTable, const Variant& computed,
                          const Variant& filter, const Variant& rel) {
-  return compileParts(page,
-                      {.mainTable = spliced(sTable),
-                       .computed = spliced(computed),
-                       .filter = toText(filter),
-                       .relations = spliced(rel)},
-                      {.computed = true, .filter = true});
+  return compiled(page, {.computed = true, .filter = true}, sTable, computed, filter, {}, {}, rel);
 }
 
 Variant getQuery_Sta(Page& page, const Variant& sTable, const Variant& stats, const Variant& group,
                      const Variant& rel) {
-  return compileParts(page,
-                      {.mainTable = spliced(sTable),
-                       .statistics = toText(stats),
-                       .grouping = spliced(group),
-                       .relations = spliced(rel)},
-                      {.statistics = true});
+  return compiled(page, {.statistics = true}, sTable, {}, {}, stats, group, rel);
 }
 
 Variant getQuery_Vir_Sta(Page& page, const Variant& sTable, const Variant& computed,
                          const Variant& stats, const Variant& group, const Variant& rel) {
-  return compileParts(page,
-                      {.mainTable = spliced(sTable),
-                       .computed = spliced(computed),
-                       .statistics = toText(stats),
-                       .grouping = spliced(group),
-                       .relations = spliced(rel)},
-                      {.computed = true, .statistics = true});
+  return compiled(page, {.computed = true, .statistics = true}, sTable, computed, {}, stats, group,
+                  rel);
 }
 
 Variant getQuery_Fil_Sta(Page& page, const Variant& sTable, const Variant& filter,
                          const Variant& stats, const Variant& group, const Variant& rel) {
-  return compileParts(page,
-                      {.mainTable = spliced(sTable),
-                       .filter = toText(filter),
-                       .statistics = toText(stats),
-                       .grouping = spliced(group),
-                       .relations = spliced(rel)},
-                      {.filter = true, .statistics = true});
+  return compiled(page, {.filter = true, .statistics = true}, sTable, {}, filter, stats, group,
+                  rel);
 }
 
 Variant getQuery_Vir_Fil_Sta(Page& page, const Variant& sTable, const Variant& computed,
                              const Variant& filter, const Variant& stats, const Variant& group,
                              const Variant& rel) {
-  return compileParts(page,
-                      {.mainTable = spliced(sTable),
-                       .computed = spliced(computed),
-                       .filter = toText(filter),
-                       .statistics = toText(stats),
-                       .grouping = spliced(group),
-                       .relations = spliced(rel)},
-                      {.computed = true, .filter = true, .statistics = true});
+  return compiled(page, {.computed = true, .filter = true, .statistics = true}, sTable, computed,
+                  filter, stats, group, rel);
 }
 
 Variant getQuery_Field_In(Page& page, const Variant& sTable, const Variant& rel) {

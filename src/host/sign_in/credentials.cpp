@@ -36,6 +36,17 @@ std::optional<User> userWhere(database::Database& database, const std::string& c
   return user;
 }
 
+// A fresh one of the user, of which the database keeps the hash.
+std::string makeSecret(database::Database& database, std::string_view table, int userId,
+                       std::chrono::milliseconds life) {
+  const std::string token = randomToken();
+  database::Lease connection = database.borrow();
+  connection->execute(fmt::format("insert into {} (TokenHash,User_ID,ExpiresAt) values ({},{},{})",
+                                  table, sqlText(tokenHash(token)), userId,
+                                  sqlText(utcText(std::chrono::system_clock::now() + life))));
+  return token;
+}
+
 // Those of the user that are still good work no longer.
 void endSecrets(database::Connection& connection, std::string_view table, int userId) {
   connection.execute(fmt::format("update {0} set ExpiresAt={1} where User_ID={2} and ExpiresAt>{1}",
@@ -76,13 +87,7 @@ void storePasswordHash(database::Database& database, int userId, std::string_vie
 
 std::string makeSignInLink(database::Database& database, int userId,
                            std::chrono::milliseconds life) {
-  const std::string token = randomToken();
-  database::Lease connection = database.borrow();
-  connection->execute(
-      fmt::format("insert into Tarlo_SignInLink (TokenHash,User_ID,ExpiresAt) values ({},{},{})",
-                  sqlText(tokenHash(token)), userId,
-                  sqlText(utcText(std::chrono::system_clock::now() + life))));
-  return token;
+  return makeSecret(database, "Tarlo_SignInLink", userId, life);
 }
 
 std::optional<User> useSignInLink(database::Database& database, std::string_view token) {
@@ -109,13 +114,7 @@ std::optional<User> useSignInLink(database::Database& database, std::string_view
 }
 
 std::string makeApiToken(database::Database& database, int userId, std::chrono::milliseconds life) {
-  const std::string token = randomToken();
-  database::Lease connection = database.borrow();
-  connection->execute(
-      fmt::format("insert into Tarlo_ApiToken (TokenHash,User_ID,ExpiresAt) values ({},{},{})",
-                  sqlText(tokenHash(token)), userId,
-                  sqlText(utcText(std::chrono::system_clock::now() + life))));
-  return token;
+  return makeSecret(database, "Tarlo_ApiToken", userId, life);
 }
 
 std::optional<User> userOfToken(database::Database& database, std::string_view token) {

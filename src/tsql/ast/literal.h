@@ -1,4 +1,6 @@
 #pragma once
+// A literal as it is written, its place in the statement, and whether it may become a parameter.
+
 #include <string>
 
 #include "tsql/position.h"

@@ -1,4 +1,6 @@
 #pragma once
+// The operators of expressions and conditions, and of what joins them.
+
 #include "tsql/ast/box.h"
 
 namespace tarlo::tsql::ast {
