@@ -45,7 +45,7 @@ constexpr const char* kFooter =
     "refused one ends the script with its line. --file - reads standard input.\n";
 
 RowFormat formatOf(const SqlOptions& options) {
-  if (options.json) return RowFormat::Json;
+  if (options.json) return RowFormat::JsonText;
   return options.csv ? RowFormat::Csv : RowFormat::Table;
 }
 
@@ -71,7 +71,7 @@ std::string readFile(const std::string& name) {
 bool runStatement(database::Connection& connection, std::string_view text, std::ostream& out,
                   RowFormat format) {
   const auto rows = connection.open(text);
-  if (rows->fieldCount() == 0 && format != RowFormat::Json) return false;
+  if (rows->fieldCount() == 0 && format != RowFormat::JsonText) return false;
   writeRows(out, *rows, format);
   return true;
 }

@@ -85,7 +85,7 @@ std::string csvField(const Variant& value) {
 std::size_t writeRows(std::ostream& out, database::Recordset& rows, RowFormat format,
                       const RowLimits& limits) {
   switch (format) {
-    case RowFormat::Json:
+    case RowFormat::JsonText:
       return writeJson(out, rows, limits.rows);
     case RowFormat::Csv:
       return writeCsv(out, rows, limits.rows);

@@ -9,7 +9,7 @@
 
 namespace tarlo::app {
 
-enum class RowFormat { Table, Json, Csv };
+enum class RowFormat { Table, JsonText, Csv };
 
 // A value as the table shows it: Null as NULL, numbers to the right.
 Cell cellOf(const Variant& value);

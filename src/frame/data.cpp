@@ -125,8 +125,4 @@ Variant titleArray(const std::vector<std::string>& titles) {
   return names;
 }
 
-Variant execSQLRows(Page& page, const Variant& sql) {
-  return rows(page, variant::spliced(sql)).table();
-}
-
 }  // namespace tarlo::frame

@@ -97,7 +97,4 @@ std::vector<std::string> titles(Page& page, std::string_view sql);
 // As operations give them: index 0 Empty, column k at index k.
 Variant titleArray(const std::vector<std::string>& titles);
 
-// As rows, for callers that pass tables of variants on.
-Variant execSQLRows(Page& page, const Variant& sql);
-
 }  // namespace tarlo::frame

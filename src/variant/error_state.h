@@ -4,8 +4,8 @@
 // and assign inside:
 //
 //   ErrorState err;
-//   Variant rows;                                   // stays as it was when the step fails
-//   err.run([&] { rows = execSQLRows(page, sql); });
+//   frame::Rows rows;                               // stays as it was when the step fails
+//   err.run([&] { rows = frame::rows(page, sql); });
 //   if (err.failed()) ...
 
 #include <optional>
