@@ -68,9 +68,8 @@ TEST_F(CliCompileTest, TheDemoHoldsStatementsFromBeforeItsLaterChanges) {
 TEST_F(CliCompileTest, AControlAsAFormGetsIt) {
   const CliResult list = on({"control", "4", "--rows", "1"});
   ASSERT_EQ(list.exitCode, kDone) << list.err;
-  for (const char* part : {"4 客户列表", "list\n", "title      城市", "select ", "(1 row"}) {
+  for (const char* part : {"4 客户列表", "list\n", "title      城市", "select ", "(1 row"})
     EXPECT_TRUE(holds(list.out, part)) << part << list.out;
-  }
   EXPECT_TRUE(holds(on({"control", "2"}).out, "5303 [")) << on({"control", "2"}).out;
   EXPECT_TRUE(holds(on({"control", "3"}).out, "level      [UserTb_Task],"));
   EXPECT_TRUE(holds(on({"control", "99"}).err, "There is no control scheme 99."));

@@ -33,9 +33,8 @@ void CliTest::write(const std::string& name, const std::string& text) const {
 
 std::vector<std::string> CliTest::files() const {
   std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder_)) {
+  for (const auto& entry : fs::directory_iterator(folder_))
     names.push_back(entry.path().filename().string());
-  }
   std::sort(names.begin(), names.end());
   return names;
 }

@@ -16,11 +16,7 @@ namespace tarlo::app {
 namespace {
 
 TEST(DisplayWidth, ShowsWhatWouldHideOrMoveTheCursor) {
-  struct Row {
-    std::string_view text, shown;
-    std::size_t width;
-  };
-  const Row rows[] = {
+  const std::tuple<std::string_view, std::string_view, std::size_t> rows[] = {
       {"abc", "abc", 3},
       {"客户a", "客户a", 5},
       {"Ａ，", "Ａ，", 4},
@@ -37,9 +33,9 @@ TEST(DisplayWidth, ShowsWhatWouldHideOrMoveTheCursor) {
       {"\xED\xA0\x80", "\\xed\\xa0\\x80", 12},  // half of a pair
       {"\xF5\x80\x80\x80", "\\xf5\\x80\\x80\\x80", 16},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(text::visible(row.text), row.shown);
-    EXPECT_EQ(text::displayWidth(text::visible(row.text)), row.width) << row.shown;
+  for (const auto& [text, shown, width] : rows) {
+    EXPECT_EQ(text::visible(text), shown);
+    EXPECT_EQ(text::displayWidth(text::visible(text)), width) << shown;
   }
 }
 
@@ -92,13 +88,8 @@ TEST(CsvTest, QuotesWhatNeedsItAndTellsNullFromNothing) {
 
 TEST(JsonValue, KeepsTheStatesApartBothWays) {
   // Argument, what it becomes, how it is printed.
-  struct Row {
-    const char* argument;
-    variant::State state;
-    const char* printed;
-  };
   using variant::State;
-  const Row rows[] = {
+  const std::tuple<const char*, variant::State, const char*> rows[] = {
       {"5", State::Text, "\"5\""},
       {"", State::Text, "\"\""},
       {"json:", State::Empty, "{}"},
@@ -116,14 +107,13 @@ TEST(JsonValue, KeepsTheStatesApartBothWays) {
       {"json:[]", State::Array, "[]"},
       {"\xFF", State::Text, "\"\xEF\xBF\xBD\""},
   };
-  for (const Row& row : rows) {
-    const Variant value = parseArgument(row.argument);
-    EXPECT_EQ(value.state(), row.state) << row.argument;
-    EXPECT_EQ(jsonText(toJson(value)), row.printed) << row.argument;
+  for (const auto& [argument, state, printed] : rows) {
+    const Variant value = parseArgument(argument);
+    EXPECT_EQ(value.state(), state) << argument;
+    EXPECT_EQ(jsonText(toJson(value)), printed) << argument;
   }
-  for (const char* wrong : {"json:{\"a\":1}", "json:abc", "json:[1", "json:5 6"}) {
+  for (const char* wrong : {"json:{\"a\":1}", "json:abc", "json:[1", "json:5 6"})
     EXPECT_THROW(parseArgument(wrong), ArgumentError) << wrong;
-  }
 }
 
 TEST(JsonValue, ATableOfRowsIsAListOfColumns) {
@@ -141,9 +131,8 @@ TEST(JsonValue, ADecimalIsANumberOnlyWhereThatIsExact) {
       {"9223372036854775808", "\"9223372036854775808\""},
       {"0.12345678901234567891", "\"0.12345678901234567891\""},
   };
-  for (const auto& [digits, printed] : rows) {
+  for (const auto& [digits, printed] : rows)
     EXPECT_EQ(jsonText(toJson(variant::Decimal{digits})), printed);
-  }
 }
 
 TEST(NearestName, FindsSlipsAndNothingElse) {
@@ -161,10 +150,8 @@ TEST(RefusalTest, ReadsThePositionOffTheFront) {
   EXPECT_EQ(refusal->line, 2u);
   EXPECT_EQ(refusal->column, 13u);
   EXPECT_EQ(refusal->message, "There is no table T.");
-  for (const char* plain :
-       {"", "line ", "line 2: x", "line 2, column : x", "Line 1, column 1: x"}) {
+  for (const char* plain : {"", "line ", "line 2: x", "line 2, column : x", "Line 1, column 1: x"})
     EXPECT_FALSE(parseRefusal(plain)) << plain;
-  }
 }
 
 TEST(StatementDiffTest, PartsAtClausesOutsideBracketsAndQuotes) {
@@ -198,11 +185,7 @@ TEST(StatementDiffTest, ComparesVeryLongClausesByCount) {
 }
 
 TEST(StatementDiffTest, SaysWhatIsGoneAndWhatIsNew) {
-  struct Row {
-    const char *before, *after;
-    std::vector<std::string> lines;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, const char*, std::vector<std::string>> rows[] = {
       {"select a,b from T", "select a,b from T", {}},
       {"select a,b,c from T", "select a,c,d from T", {"select", "  - b", "  + d"}},
       {"select a,b from T", "select b,a from T", {"select", "  - a", "  + a"}},
@@ -212,7 +195,8 @@ TEST(StatementDiffTest, SaysWhatIsGoneAndWhatIsNew) {
       {"", "select a", {"select", "  + a"}},
       {"))x,(", "y", {"text", "  - ))x,(", "  + y"}},
   };
-  for (const Row& row : rows) EXPECT_EQ(diffStatements(row.before, row.after).lines, row.lines);
+  for (const auto& [before, after, lines] : rows)
+    EXPECT_EQ(diffStatements(before, after).lines, lines);
   EXPECT_EQ(summaryOf(diffStatements("select a,b", "select c")), "2 items gone, 1 new");
   EXPECT_EQ(summaryOf(diffStatements("select  a", "SELECT a")),
             "only blanks or the case of words differ");

@@ -9,9 +9,12 @@
 #include "cli_fixture.h"
 #include "component/operations.h"
 #include "support/shell_words.h"
+#include "support/text.h"
 
 namespace tarlo::app {
 namespace {
+
+using tarlo::testing::holds;
 
 using OperationExamplesTest = CliTest;
 
@@ -25,13 +28,12 @@ TEST_F(OperationExamplesTest, EachOperationHasOneAndItHolds) {
     for (std::string& word : tarlo::testing::shellWords(example.words))
       words.push_back(std::move(word));
     const CliResult result = cli(words);
-    EXPECT_NE(result.out.find(example.holds), std::string::npos)
+    EXPECT_TRUE(holds(result.out, example.holds))
         << example.operation << ": " << result.out.substr(0, 500) << result.err;
     EXPECT_EQ(result.exitCode, example.result == "raises" ? 1 : 0) << example.operation;
   }
-  for (const auto& operation : component::operations()) {
+  for (const auto& operation : component::operations())
     EXPECT_EQ(shown.count(operation.name), 1u) << operation.name;
-  }
 }
 
 }  // namespace

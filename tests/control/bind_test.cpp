@@ -9,11 +9,7 @@
 namespace tarlo::control {
 namespace {
 
-using tarlo::testing::ControlDatabase;
-using tarlo::testing::errorOf;
-using tarlo::testing::expectGolden;
-using tarlo::testing::holds;
-using tarlo::testing::inFrame;
+using namespace tarlo::testing;
 
 // A template on a system scheme over Customer, and a user's scheme over Orders, which is related
 // to Customer by two fields.
@@ -33,10 +29,7 @@ struct BindDatabase : ControlDatabase {
     original = rows("select max(QF_ID) from Zembra_Query_Field");
   }
   std::string save(const std::string& name, const std::string& queryid) {
-    ask("QF_Name", name);
-    ask("QF_Desc", "it's");
-    ask("modelid", scheme);
-    ask("queryid", queryid);
+    ask({{"QF_Name", name}, {"QF_Desc", "it's"}, {"modelid", scheme}, {"queryid", queryid}});
     return writtenBy([&] { addSearchDlg_UsrModel3(page()); });
   }
   std::string templates() {
@@ -47,8 +40,9 @@ struct BindDatabase : ControlDatabase {
   std::string scheme, original;
 };
 
-TEST(BindWizard, PagesOfTheDialog) {
-  BindDatabase data;
+using BindWizard = tarlo::testing::On<BindDatabase>;
+
+TEST_F(BindWizard, PagesOfTheDialog) {
   expectGolden("bind_wizard.html", data.writtenBy([&] { addsearchdlg_UsrModel(data.page()); }));
   expectGolden("bind_schemes.html", inFrame(data, [&] { addSearchDlg_UsrModel1_1(data.page()); }));
   data.ask("id", data.scheme);
@@ -57,24 +51,23 @@ TEST(BindWizard, PagesOfTheDialog) {
                     "iojoijoij<iframe name=\"postarea\""));
 }
 
-TEST(BindWizard, ATemplateIsListedOnceForEachRelation) {
-  BindDatabase data;
+TEST_F(BindWizard, ATemplateIsListedOnceForEachRelation) {
   const std::string page = data.templates();
   const std::string sql = testing::between(page, "grid.sql = <", ">\r\n").substr(12);
   EXPECT_EQ(data.rows("select id, [关联字段] from (" + sql + ") x order by id"),
             "         1|102,Cust |          1|103,Ship");
 }
 
-TEST(BindWizard, WithoutRelationsTheListIsEmpty) {
-  BindDatabase data;
+TEST_F(BindWizard, WithoutRelationsTheListIsEmpty) {
   data.execute("update Zembra_Query_Main set Query_MultiRelSel=''");
   EXPECT_TRUE(holds(data.templates(), "grid.sql = <>\r\n"));
   data.execute("update Zembra_Query_Main set Query_MainTBID=null");
   EXPECT_TRUE(holds(data.templates(), "grid.sql = <>\r\n"));
 }
 
-TEST(BindSave, CopiesTheTemplateAndAddsTheField) {
-  BindDatabase data;
+using BindSave = tarlo::testing::On<BindDatabase>;
+
+TEST_F(BindSave, CopiesTheTemplateAndAddsTheField) {
   EXPECT_EQ(data.save("b'1", "         1|103"),
             "<script>window.top.switchStep();\r\n"
             "parent.dialogArguments.SearchTable.reload();</script>");
@@ -82,8 +75,7 @@ TEST(BindSave, CopiesTheTemplateAndAddsTheField) {
                                ",,,cf,[Customer],ct,select ID,City from Customer|||103,it's,1,0,1");
 }
 
-TEST(BindSave, WhatIsRefusedWritesNothing) {
-  BindDatabase data;
+TEST_F(BindSave, WhatIsRefusedWritesNothing) {
   EXPECT_TRUE(holds(data.save(" ", "1|102"), "此控件名称不能为空，请填写名称！"));
   EXPECT_TRUE(
       holds(data.save("b", "1|101"), "此模板控件不能跟此查询方案关联"));  // not related by it

@@ -28,9 +28,7 @@ struct ControlDatabase : WizardDatabase {
                      "[Order.Count] from [Orders] group by [Orders].[CustID]',1");
   }
   void askColumns(const std::string& scheme, std::string_view value, std::string_view text) {
-    ask("id", scheme);
-    ask("realField", value);
-    ask("viewField", text);
+    ask({{"id", scheme}, {"realField", value}, {"viewField", text}});
   }
   // The newest row as one line.
   std::string newest() {

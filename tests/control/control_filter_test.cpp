@@ -20,32 +20,23 @@ TEST(ControlFilter, RowsBecomeConditions) {
       {"[A].[B],7,it's,-1", "[A].[B] = 'it's' "},
       {"[A].[B],7", ""},
   };
-  for (const auto& [filter, conditions] : rows) {
+  for (const auto& [filter, conditions] : rows)
     EXPECT_EQ(compileControlFilter(filter, FilterUse::PreviewTemplateControl), conditions);
-  }
 }
 
 TEST(ControlFilter, EveryUseEndsInItsOwnWay) {
-  struct Row {
-    std::string filter;
-    std::string saveUser;
-    std::string previewUser;
-    std::string saveTemplate;
-    std::string previewTemplate;
-  };
-  const Row rows[] = {
+  const std::tuple<std::string, std::string, std::string, std::string, std::string> rows[] = {
       {"a,7,x,-1", "(a = 'x' )", "a = 'x' ", "a = 'x' ", "a = 'x' "},
       {"a,7,x,and", "(a = 'x' and )", "a = 'x' ", "a = 'x' ", "a = 'x' "},
       {"a,7,x,or", "(a = 'x' or )", "a = 'x'", "a = 'x'", "a = 'x'"},
       {" a,7,x\r\ny,-1", "( a = 'xy' )", " a = 'xy' ", "a = 'xy' ", " a = 'x\r\ny' "},
       {"", "", "", "", ""},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(compileControlFilter(row.filter, FilterUse::SaveUserControl), row.saveUser);
-    EXPECT_EQ(compileControlFilter(row.filter, FilterUse::PreviewUserControl), row.previewUser);
-    EXPECT_EQ(compileControlFilter(row.filter, FilterUse::SaveTemplateControl), row.saveTemplate);
-    EXPECT_EQ(compileControlFilter(row.filter, FilterUse::PreviewTemplateControl),
-              row.previewTemplate);
+  for (const auto& [filter, saveUser, previewUser, saveTemplate, previewTemplate] : rows) {
+    EXPECT_EQ(compileControlFilter(filter, FilterUse::SaveUserControl), saveUser);
+    EXPECT_EQ(compileControlFilter(filter, FilterUse::PreviewUserControl), previewUser);
+    EXPECT_EQ(compileControlFilter(filter, FilterUse::SaveTemplateControl), saveTemplate);
+    EXPECT_EQ(compileControlFilter(filter, FilterUse::PreviewTemplateControl), previewTemplate);
   }
 }
 

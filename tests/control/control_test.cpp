@@ -25,8 +25,9 @@ struct StoredControls : ControlDatabase {
   Control load(std::int64_t id) { return loadControl(page(), id).value(); }
 };
 
-TEST(LoadControl, EachKindHasItsParts) {
-  StoredControls data;
+using LoadControl = tarlo::testing::On<StoredControls>;
+
+TEST_F(LoadControl, EachKindHasItsParts) {
   const Control pick = data.load(1);
   EXPECT_EQ(pick.name + "," + pick.remark + "," + std::to_string(pick.scheme), "pick,it's,7");
   EXPECT_EQ(pick.statement, "select ID,City from Customer");
@@ -51,8 +52,7 @@ TEST(LoadControl, EachKindHasItsParts) {
   EXPECT_EQ(data.load(5).statement, "select 1");
 }
 
-TEST(LoadControl, ReadsAndRunsNothingElse) {
-  StoredControls data;
+TEST_F(LoadControl, ReadsAndRunsNothingElse) {
   EXPECT_EQ(data.load(3).statement, "select [Gone] from Orders");
   EXPECT_FALSE(runs(data.page(), data.load(3)));
   EXPECT_FALSE(runs(data.page(), data.load(6)));
@@ -66,8 +66,7 @@ TEST(LoadControl, ReadsAndRunsNothingElse) {
   EXPECT_EQ(live[0].id, 2);
 }
 
-TEST(LoadControl, TheFieldIsThatOfTheDictionary) {
-  StoredControls data;
+TEST_F(LoadControl, TheFieldIsThatOfTheDictionary) {
   const auto field = boundField(data.page(), data.load(2));
   ASSERT_TRUE(field);
   EXPECT_EQ(field->id, 102);

@@ -7,22 +7,16 @@
 namespace tarlo::control {
 namespace {
 
-using tarlo::testing::ControlDatabase;
-using tarlo::testing::errorOf;
-using tarlo::testing::expectGolden;
-using tarlo::testing::holds;
-using tarlo::testing::inDialog;
-using tarlo::testing::inFrame;
-using tarlo::testing::inPage;
+using namespace tarlo::testing;
 
 std::string step(ControlDatabase& data, int kind, const std::string& scheme) {
-  data.ask("fieldtype", std::to_string(kind));
-  data.ask("queryid", scheme);
+  data.ask({{"fieldtype", std::to_string(kind)}, {"queryid", scheme}});
   return data.writtenBy([&] { addSearchDlg_UsrField2(data.page()); });
 }
 
-TEST(FieldWizard, TheDialogAndItsFrames) {
-  ControlDatabase data;
+using FieldWizard = tarlo::testing::On<ControlDatabase>;
+
+TEST_F(FieldWizard, TheDialogAndItsFrames) {
   expectGolden("field_wizard.html", data.writtenBy([&] { addSearchDlg_UsrField(data.page()); }));
   EXPECT_EQ(inFrame(data, [&] { getQueryTable(data.page()); }), "&nbsp;\r\n");
   expectGolden("frame_wrapper.html", data.writtenBy([&] { addSearchDlg_UsrField1(data.page()); }));
@@ -33,8 +27,7 @@ TEST(FieldWizard, TheDialogAndItsFrames) {
   EXPECT_FALSE(holds(data.writtenBy(list), "Query_HasStatic"));
 }
 
-TEST(FieldWizard, SchemesAsADropDown) {
-  ControlDatabase data;
+TEST_F(FieldWizard, SchemesAsADropDown) {
   data.addOrders();
   data.addCounts();
   data.execute("update Zembra_Query_Main set Query_Dic=1,Query_Name=' ' + Query_Name + '''s '");
@@ -43,8 +36,7 @@ TEST(FieldWizard, SchemesAsADropDown) {
                     "请选查询方案...<<<<<<-1>>>>>>orders\\'s<<<<<<1\\\""));
 }
 
-TEST(FieldWizard, ADropDownsFieldsFollowTheRelatingField) {
-  ControlDatabase data;
+TEST_F(FieldWizard, ADropDownsFieldsFollowTheRelatingField) {
   const std::string scheme = data.addOrders();
   expectGolden("drop_down_step.html", step(data, 1, scheme));
   data.ask("relfield", "102");
@@ -59,16 +51,14 @@ TEST(FieldWizard, ADropDownsFieldsFollowTheRelatingField) {
   EXPECT_TRUE(holds(step(data, 1, "99"), "方案主表<<<<<<-1\\\""));  // and nothing raises
 }
 
-TEST(FieldWizard, AListsColumnsAndTitles) {
-  ControlDatabase data;
+TEST_F(FieldWizard, AListsColumnsAndTitles) {
   const std::string scheme = data.addOrders();
   expectGolden("list_step.html", step(data, 3, scheme));
   EXPECT_EQ(errorOf([&] { step(data, 3, "99"); }), 13);
   EXPECT_EQ(step(data, 5, scheme), "");
 
   const auto titles = [&] { addSearchDlg_UsrField3(data.page()); };
-  data.ask("id", scheme);
-  data.ask("viewfield", "undefined,2,3,1");
+  data.ask({{"id", scheme}, {"viewfield", "undefined,2,3,1"}});
   expectGolden("titles_step.html", data.writtenBy(titles));
   for (const char* none : {"", "undefined"}) {
     data.ask("viewfield", none);
@@ -76,8 +66,7 @@ TEST(FieldWizard, AListsColumnsAndTitles) {
   }
 }
 
-TEST(FieldWizard, TheCascadePageIsKept) {
-  ControlDatabase data;
+TEST_F(FieldWizard, TheCascadePageIsKept) {
   const std::string scheme = data.addOrders();
   expectGolden("cascade_page.html", inDialog(data, "新增控件关系", [&] {
                  addSearchDlg_UsrField2_2(data.page(), scheme);
@@ -109,16 +98,13 @@ class TwoPartDialog : public Object {
   }
 };
 
-TEST(FieldWizard, ADialogThatTakesTwoPartsOfThePageWorks) {
-  ControlDatabase data;
-  for (const char* name : {"TarloDialog.WebDialog", "TarloDialog.SingleDialog"}) {
+TEST_F(FieldWizard, ADialogThatTakesTwoPartsOfThePageWorks) {
+  for (const char* name : {"TarloDialog.WebDialog", "TarloDialog.SingleDialog"})
     data.local().registerObject(name, [] { return std::make_shared<TwoPartDialog>(); });
-  }
   Page& page = data.page();
   for (const auto operation : {addSearchDlg_UsrField, addSearchDlg_sysfield, addsearchdlg_UsrModel,
-                               showSearchDlg_UsrField, showSearchDlg_sysField}) {
+                               showSearchDlg_UsrField, showSearchDlg_sysField})
     EXPECT_EQ(data.writtenBy([&] { operation(page); }), "drawn for 1");
-  }
 }
 
 TEST(ControlManager, OnlyTheTemplatesDeleteLooksAtTheError) {

@@ -7,10 +7,7 @@
 namespace tarlo::control {
 namespace {
 
-using tarlo::testing::ControlDatabase;
-using tarlo::testing::expectGolden;
-using tarlo::testing::holds;
-using tarlo::testing::inFrame;
+using namespace tarlo::testing;
 
 std::string preview(ControlDatabase& data, int kind) {
   data.ask("fieldtype", std::to_string(kind));
@@ -26,8 +23,9 @@ void writeEnd(Page& page) {
   frame::writeDialogFoot(page);
 }
 
-TEST(PreviewControl, ADropDownWithItsRows) {
-  ControlDatabase data;
+using PreviewControl = tarlo::testing::On<ControlDatabase>;
+
+TEST_F(PreviewControl, ADropDownWithItsRows) {
   data.askColumns(data.addOrders(), "[Customer].[ID]", "[Customer].[City]");
   data.ask("filter", "[Customer].[City],6,o,or");
   expectGolden("drop_down_preview.html", preview(data, 1));
@@ -38,19 +36,15 @@ TEST(PreviewControl, ADropDownWithItsRows) {
             "请检查方案主表关联字段是否正确选择！');</script>");
 }
 
-TEST(PreviewControl, ACascadeIsAlwaysRefused) {
-  ControlDatabase data;
+TEST_F(PreviewControl, ACascadeIsAlwaysRefused) {
   data.askColumns(data.addOrders(), "[Customer].[ID]", "[Customer].[City]");
   EXPECT_EQ(preview(data, 2),
             "<script>parent.sAlert('得到的查询语句有错误，无法预览！');</script>" +
                 data.writtenBy([&] { writeEnd(data.page()); }));
 }
 
-TEST(PreviewControl, AListWaitsInTheSessionForItsFrame) {
-  ControlDatabase data;
-  data.ask("id", data.addOrders());
-  data.ask("viewfield", "2");
-  data.ask("TitleField", "net, of tax");
+TEST_F(PreviewControl, AListWaitsInTheSessionForItsFrame) {
+  data.ask({{"id", data.addOrders()}, {"viewfield", "2"}, {"TitleField", "net, of tax"}});
   EXPECT_EQ(preview(data, 3), "<script>parent.step4_privew();</script>");
   expectGolden("list_preview.html",
                inFrame(data, [&] { showSearchpreview_UsrField(data.page()); }));
@@ -61,18 +55,15 @@ TEST(PreviewControl, AListWaitsInTheSessionForItsFrame) {
   EXPECT_NE(tarlo::testing::errorOf([&] { preview(data, 3); }), 0);
 }
 
-TEST(PreviewControl, AGroupedListGetsItsConditionInFrontOfTheGrouping) {
-  ControlDatabase data;
-  data.ask("id", data.addCounts());
-  data.ask("viewfield", "1");
+TEST_F(PreviewControl, AGroupedListGetsItsConditionInFrontOfTheGrouping) {
+  data.ask({{"id", data.addCounts()}, {"viewfield", "1"}});
   preview(data, 3);
   EXPECT_TRUE(holds(data.writtenBy([&] { showSearchpreview_UsrField(data.page()); }),
                     "from [Orders] where 1 = 0 group by [Orders].[CustID]>"));
 }
 
 // What is used after a run that was logged is the text that the log has.
-TEST(PreviewControl, AStatementTooLongForTheLogIsTheLogsWords) {
-  ControlDatabase data;
+TEST_F(PreviewControl, AStatementTooLongForTheLogIsTheLogsWords) {
   data.askColumns(data.addOrders(), "[Customer].[ID]", "[Customer].[City]");
   data.ask("filter", "[Customer].[City],3," + std::string(2000, 'x') + ",-1");
   EXPECT_TRUE(holds(preview(data, 1), "data = \"\" />"));

@@ -21,14 +21,15 @@ std::string save(ControlDatabase& data, int kind) {
   return data.writtenBy([&] { savesearch_UsrField(data.page()); });
 }
 
-TEST(SaveDropDown, StoresTheStatementAndTheRelatingField) {
-  ControlDatabase data;
+using SaveDropDown = tarlo::testing::On<ControlDatabase>;
+
+TEST_F(SaveDropDown, StoresTheStatementAndTheRelatingField) {
   const std::string scheme = data.addOrders();
   data.askColumns(scheme, "[Customer].[ID]", "[Customer].[City]");
-  data.ask("QF_Name", "it's");
-  data.ask("QF_Desc", "a\r\n'b'");
-  data.ask("filter", "[Customer].[City],7,Paris,and");
-  data.ask("relfield", "102");
+  data.ask({{"QF_Name", "it's"},
+            {"QF_Desc", "a\r\n'b'"},
+            {"filter", "[Customer].[City],7,Paris,and"},
+            {"relfield", "102"}});
   // A dangling word stays in its brackets, and the database refuses it.
   EXPECT_EQ(save(data, 1),
             "<script>parent.sAlert('得到的查询语句有错误，无法保存！\\n"
@@ -44,37 +45,30 @@ TEST(SaveDropDown, StoresTheStatementAndTheRelatingField) {
   EXPECT_EQ(save(data, 1), kStored);  // the name of a deleted one is free
 }
 
-TEST(SaveDropDown, CaptionsAndTwoTables) {
-  ControlDatabase data;
+TEST_F(SaveDropDown, CaptionsAndTwoTables) {
   data.askColumns(data.addOrders(), "[Orders].[ID]", "[Orders].[Amount]");
-  data.ask("QF_Name", "n");
-  data.ask("CField", "Or'der.Key,Order.Sum");
-  data.ask("relfield", "-1");
+  data.ask({{"QF_Name", "n"}, {"CField", "Or'der.Key,Order.Sum"}, {"relfield", "-1"}});
   EXPECT_EQ(save(data, 1), kStored);
   EXPECT_TRUE(holds(data.newest(), ",,,Key,Sum,[Orders],Or'der,select ")) << data.newest();
   // The text's table is not in the statement.
-  data.ask("viewField", "[Customer].[City]");
-  data.ask("QF_Name", "m");
+  data.ask({{"viewField", "[Customer].[City]"}, {"QF_Name", "m"}});
   EXPECT_TRUE(holds(save(data, 1), "无法保存"));
 }
 
-TEST(SaveDropDown, LineEndsLeaveTheValuesTableBeforeTablesAreCompared) {
-  ControlDatabase data;
+TEST_F(SaveDropDown, LineEndsLeaveTheValuesTableBeforeTablesAreCompared) {
   data.askColumns(data.addOrders(), "\r\n[Orders].[ID]", "[Orders].[Amount]");
-  data.ask("QF_Name", "n");
-  data.ask("CField", "Order.Key,Order.Sum");
+  data.ask({{"QF_Name", "n"}, {"CField", "Order.Key,Order.Sum"}});
   EXPECT_EQ(save(data, 1), kStored);
   EXPECT_TRUE(holds(data.newest(), ",,,Key,Sum,[Orders],Order,select [Orders].[ID],"))
       << data.newest();
 }
 
 // What is stored after a run that was logged is the text that the log has.
-TEST(SaveDropDown, AStatementTooLongForTheLogIsStoredAsTheLogsWords) {
-  ControlDatabase data;
+TEST_F(SaveDropDown, AStatementTooLongForTheLogIsStoredAsTheLogsWords) {
   data.askColumns(data.addOrders(), "[Customer].[ID]", "[Customer].[City]");
-  data.ask("QF_Name", "n");
-  data.ask("relfield", "102");
-  data.ask("filter", "[Customer].[City],3," + std::string(2000, 'x') + ",-1");
+  data.ask({{"QF_Name", "n"},
+            {"relfield", "102"},
+            {"filter", "[Customer].[City],3," + std::string(2000, 'x') + ",-1"}});
   EXPECT_EQ(save(data, 1), kStored);
   EXPECT_TRUE(holds(data.newest(), ",Batch update|||102,")) << data.newest();
 }
@@ -96,8 +90,7 @@ TEST(SaveControl, WhatIsRefusedWritesNothing) {
   EXPECT_EQ(save(data, 4), "");
 }
 
-TEST(SaveDropDown, ASchemeThatIsNoNumberFailsTheInsert) {
-  ControlDatabase data;
+TEST_F(SaveDropDown, ASchemeThatIsNoNumberFailsTheInsert) {
   data.askColumns("", "[Customer].[ID]", "[Customer].[City]");
   data.ask("QF_Name", "n");
   EXPECT_EQ(save(data, 1), kNotSaved);
@@ -107,10 +100,10 @@ TEST(SaveCascade, JoinsAsTheSchemeDoesAndLosesItsLastCharacter) {
   ControlDatabase data;
   const std::string scheme = data.addOrders();
   data.askColumns(scheme, "[Customer].[ID]", "[Orders].[Amount]");
-  data.ask("QF_Name", "n");
-  data.ask("relField1", "[Orders].[CustID],[Orders].[ShipTo]");
-  data.ask("relField2", "[Orders].[ID],[Orders].[ID]");
-  data.ask("relField3", "[Orders].[Amount],[Orders].[ID]");
+  data.ask({{"QF_Name", "n"},
+            {"relField1", "[Orders].[CustID],[Orders].[ShipTo]"},
+            {"relField2", "[Orders].[ID],[Orders].[ID]"},
+            {"relField3", "[Orders].[Amount],[Orders].[ID]"}});
   EXPECT_EQ(
       save(data, 2),
       "<script>parent.sAlert('方案成功保存！');parent.dialogArguments.window.location.reload()"
@@ -133,11 +126,11 @@ TEST(SaveCascade, JoinsAsTheSchemeDoesAndLosesItsLastCharacter) {
   EXPECT_TRUE(holds(save(data, 2), "无法保存"));
 }
 
-TEST(SaveList, StandsOnTheSchemesKey) {
-  ControlDatabase data;
+using SaveList = tarlo::testing::On<ControlDatabase>;
+
+TEST_F(SaveList, StandsOnTheSchemesKey) {
   const std::string scheme = data.addOrders();
-  data.ask("id", scheme);
-  data.ask("QF_Name", "n");
+  data.ask({{"id", scheme}, {"QF_Name", "n"}});
   data.ask("viewfield", "undefined,3,undefined,1,77");  // 77 is no column
   data.ask("TitleField", "To<wn, Key");
   EXPECT_EQ(save(data, 3), kStored);
@@ -150,12 +143,9 @@ TEST(SaveList, StandsOnTheSchemesKey) {
   EXPECT_FALSE(data.logged().starts_with("select")) << data.logged();
 }
 
-TEST(SaveList, AConstantTakesTheKeysPlaceBesideAGrouping) {
-  ControlDatabase data;
-  data.ask("id", data.addCounts());
-  data.ask("QF_Name", "n");
-  data.ask("viewfield", "1,2");
-  data.ask("TitleField", "a,b");
+TEST_F(SaveList, AConstantTakesTheKeysPlaceBesideAGrouping) {
+  data.ask(
+      {{"id", data.addCounts()}, {"QF_Name", "n"}, {"viewfield", "1,2"}, {"TitleField", "a,b"}});
   EXPECT_EQ(save(data, 3), kStored);
   EXPECT_TRUE(holds(data.newest(),
                     ",select 1 as tempidcolumn_V1,[Orders].[CustID] as "

@@ -9,11 +9,7 @@
 namespace tarlo::control {
 namespace {
 
-using tarlo::testing::ControlDatabase;
-using tarlo::testing::errorOf;
-using tarlo::testing::expectGolden;
-using tarlo::testing::holds;
-using tarlo::testing::inFrame;
+using namespace tarlo::testing;
 
 constexpr std::string_view kStored =
     "<script>parent.dialogArguments.SearchTable.reload();window.top.switchStep();</script>";
@@ -31,16 +27,12 @@ struct TemplateDatabase : ControlDatabase {
     return writtenBy([&] { savesearch_sysField(page()); });
   }
   std::string levels(const std::string& fields, const std::string& relations) {
-    ask("Fields", fields);
-    ask("rel", relations);
+    ask({{"Fields", fields}, {"rel", relations}});
     return writtenBy([&] { addSearchDlg_sysField2_2(page()); });
   }
   void askCascade(const std::string& scheme, const std::string& fields,
                   const std::string& relations) {
-    ask("id", scheme);
-    ask("queryid", scheme);
-    ask("viewfields", fields);
-    ask("rel", relations);
+    ask({{"id", scheme}, {"queryid", scheme}, {"viewfields", fields}, {"rel", relations}});
   }
 };
 
@@ -51,17 +43,16 @@ TEST(TemplateWizard, PagesOfTheDialog) {
   expectGolden("system_schemes.html", inFrame(data, [&] { addSearchDlg_sysfield1_1(page); }));
   EXPECT_TRUE(holds(data.writtenBy([&] { addSearchDlg_sysfield1(page); }),
                     "SRC = \"/TarloQuery.Zembra?action=addSearchDlg_sysField&step=1_1\""));
-  data.ask("id", data.addSystemScheme(11));
-  data.ask("fieldtype", "1");
+  data.ask({{"id", data.addSystemScheme(11)}, {"fieldtype", "1"}});
   expectGolden("template_step.html", data.writtenBy([&] { addSearchDlg_sysField2(page); }));
   data.ask("fieldtype", "3");
   EXPECT_EQ(data.writtenBy([&] { addSearchDlg_sysField2(page); }), "");
 }
 
-TEST(TemplateLevels, EachLevelFollowsTheChosenRelation) {
-  TemplateDatabase data;
-  data.ask("id", data.addSystemScheme(12));
-  data.ask("fieldtype", "2");
+using TemplateLevels = tarlo::testing::On<TemplateDatabase>;
+
+TEST_F(TemplateLevels, EachLevelFollowsTheChosenRelation) {
+  data.ask({{"id", data.addSystemScheme(12)}, {"fieldtype", "2"}});
   expectGolden("template_level_first.html",
                data.writtenBy([&] { addSearchDlg_sysField2(data.page()); }));
   expectGolden("template_level_next.html", data.levels("121", "120"));
@@ -72,8 +63,7 @@ TEST(TemplateLevels, EachLevelFollowsTheChosenRelation) {
   EXPECT_FALSE(holds(last, "switchStep"));
 }
 
-TEST(TemplateLevels, ATableThatNoRelationReachesGivesANotice) {
-  TemplateDatabase data;
+TEST_F(TemplateLevels, ATableThatNoRelationReachesGivesANotice) {
   data.ask("id", data.addSystemScheme(10));
   const std::string notice = data.levels("", "");
   EXPECT_TRUE(holds(notice, "主表没有联出关联，不能创建级联控件，请在数据库自定义中修改！"));
@@ -81,23 +71,23 @@ TEST(TemplateLevels, ATableThatNoRelationReachesGivesANotice) {
   EXPECT_TRUE(holds(notice, "window.top.switchStep();"));
 }
 
-TEST(TemplateLevels, WhatIsNotInTheDictionaryRaises) {
-  TemplateDatabase data;
+TEST_F(TemplateLevels, WhatIsNotInTheDictionaryRaises) {
   data.ask("id", data.addSystemScheme(12));
   EXPECT_EQ(errorOf([&] { data.levels("999", "120"); }), 13);
   EXPECT_EQ(errorOf([&] { data.levels("121", "121"); }), 13);  // no relation by this field
   EXPECT_EQ(errorOf([&] { data.levels("121|||111", "120"); }), 9);
 }
 
-TEST(SaveTemplate, ADropDownOfOneTable) {
-  TemplateDatabase data;
+using SaveTemplate = tarlo::testing::On<TemplateDatabase>;
+
+TEST_F(SaveTemplate, ADropDownOfOneTable) {
   const std::string scheme = data.addSystemScheme(11);
   // As the wizard posts them: line ends in front, and an empty box of the same name.
   data.askColumns(scheme, "\r\n[Customer].[ID]", ", \r\n[Customer].[City]");
-  data.ask("queryid", scheme);
-  data.ask("QF_Name", "n");
-  data.ask("QF_Desc", "d");
-  data.ask("filter", " [Customer].[City],7,Paris,and\r\n");
+  data.ask({{"queryid", scheme},
+            {"QF_Name", "n"},
+            {"QF_Desc", "d"},
+            {"filter", " [Customer].[City],7,Paris,and\r\n"}});
   EXPECT_EQ(data.save(1), kStored);
   EXPECT_EQ(data.newest(),
             "n," + scheme +
@@ -113,20 +103,18 @@ TEST(SaveTemplate, ADropDownOfOneTable) {
 }
 
 // What is drawn and stored after a run that was logged is the text that the log has.
-TEST(SaveTemplate, AStatementTooLongForTheLogIsTheLogsWords) {
-  TemplateDatabase data;
+TEST_F(SaveTemplate, AStatementTooLongForTheLogIsTheLogsWords) {
   const std::string scheme = data.addSystemScheme(11);
   data.askColumns(scheme, "[Customer].[ID]", "[Customer].[City]");
-  data.ask("queryid", scheme);
-  data.ask("filter", "[Customer].[City],3," + std::string(2000, 'x') + ",-1");
+  data.ask(
+      {{"queryid", scheme}, {"filter", "[Customer].[City],3," + std::string(2000, 'x') + ",-1"}});
   EXPECT_TRUE(
       holds(data.writtenBy([&] { previewSearchdlg_sysField1(data.page()); }), "data = \"\" />"));
   EXPECT_EQ(data.save(1), kStored);
   EXPECT_TRUE(holds(data.newest(), ",Batch update,")) << data.newest();
 }
 
-TEST(SaveTemplate, ACascadeBeginsWithTheFieldChosenLast) {
-  TemplateDatabase data;
+TEST_F(SaveTemplate, ACascadeBeginsWithTheFieldChosenLast) {
   const std::string scheme = data.addSystemScheme(12);
   data.askCascade(scheme, "121|||111|||101", "120|||110");
   data.ask("QF_Name", "it's");
@@ -146,8 +134,7 @@ TEST(SaveTemplate, ACascadeBeginsWithTheFieldChosenLast) {
   EXPECT_TRUE(holds(data.save(2), "方案名称不能为空！"));
 }
 
-TEST(SaveTemplate, OneLevelIsNoCascadeAndTwoAre) {
-  TemplateDatabase data;
+TEST_F(SaveTemplate, OneLevelIsNoCascadeAndTwoAre) {
   const std::string scheme = data.addSystemScheme(11);
   data.askCascade(scheme, "|||111", "");
   data.ask("QF_Name", "n");
@@ -163,8 +150,9 @@ TEST(SaveTemplate, OneLevelIsNoCascadeAndTwoAre) {
                     "[Customer].[City],Zembra_Flag <> 0,,2"));
 }
 
-TEST(PreviewTemplate, DropDownCascadeAndTheDialogAroundThem) {
-  TemplateDatabase data;
+using PreviewTemplate = tarlo::testing::On<TemplateDatabase>;
+
+TEST_F(PreviewTemplate, DropDownCascadeAndTheDialogAroundThem) {
   Page& page = data.page();
   const std::string scheme = data.addSystemScheme(11);
   data.askColumns(scheme, "[Customer].[ID]", "[Customer].[City]");
@@ -174,19 +162,16 @@ TEST(PreviewTemplate, DropDownCascadeAndTheDialogAroundThem) {
   data.askCascade(scheme, "111|||101", "110");
   expectGolden("template_cascade_preview.html",
                data.writtenBy([&] { previewSearchdlg_sysField2(page); }));
-  data.ask("filter", "[Customer].[City],7,it's,-1");
-  data.ask("fieldtype", "1");
+  data.ask({{"filter", "[Customer].[City],7,it's,-1"}, {"fieldtype", "1"}});
   const std::string refused = data.writtenBy([&] { previewSearchdlg_sysField(page); });
   EXPECT_TRUE(holds(refused, "得到的查询语句有错误，无法预览！"));
   EXPECT_TRUE(holds(refused, "模板控件预览"));
   EXPECT_FALSE(holds(refused, "switchStep"));
 }
 
-TEST(PreviewTemplate, ACallersStatementRunsWhereItMay) {
-  TemplateDatabase data;
+TEST_F(PreviewTemplate, ACallersStatementRunsWhereItMay) {
   const std::string statement = "select ID,City from Customer where City<>'it''s'";
-  data.ask("sql", statement);
-  data.ask("rel", "a\"b");
+  data.ask({{"sql", statement}, {"rel", "a\"b"}});
   const auto show = [&] {
     return data.writtenBy([&] { showSearchpreview_SysField(data.page()); });
   };

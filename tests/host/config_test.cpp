@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "host/config_keys.h"
+#include "support/text.h"
 
 namespace tarlo::host {
 namespace {
+
+using tarlo::testing::holds;
 
 std::string refusalOf(std::string_view text) {
   try {
@@ -17,10 +20,7 @@ std::string refusalOf(std::string_view text) {
 }
 
 TEST(Config, RefusesInWordsForPeople) {
-  struct Row {
-    const char *text, *said;
-  };
-  const Row rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"[server]\nlisten = 8080", "site.toml, line 2: server.listen must be a text"},
       {"[server]\nthreads = 1", "site.toml, line 2: server.threads must be a number from 2 to 256"},
       {"[server]\nthreads = \"4\"", "threads must be a number"},
@@ -47,9 +47,8 @@ TEST(Config, RefusesInWordsForPeople) {
       {"[sign_in]\ntrusted_addresses = [1]", "must be a list of texts"},
       {"[application]\na = 1", "must be a text"},
       {"[server\n", "line 1"}};
-  for (const Row& row : rows)
-    EXPECT_NE(refusalOf(row.text).find(row.said), std::string::npos)
-        << row.text << " gives " << refusalOf(row.text);
+  for (const auto& [text, said] : rows)
+    EXPECT_TRUE(holds(refusalOf(text), said)) << text << " gives " << refusalOf(text);
   EXPECT_THROW(loadConfig("/nonexistent/site.toml"), ConfigError);
 }
 
@@ -65,7 +64,7 @@ TEST(Config, ReadsWhatItPrints) {
   const std::string printed = printConfig(config);
   EXPECT_EQ(printConfig(parseConfig(printed, "printed")), printed);
   for (const ConfigKey& key : configKeys())
-    EXPECT_NE(printed.find("\n" + std::string(key.name) + " = "), std::string::npos) << key.name;
+    EXPECT_TRUE(holds(printed, "\n" + std::string(key.name) + " = ")) << key.name;
 }
 
 TEST(Config, ReadsAddresses) {

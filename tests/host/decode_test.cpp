@@ -14,38 +14,32 @@ std::string flat(const Values& values) {
 }
 
 TEST(Charset, IsReadFromTheBytes) {
-  struct Row {
-    const char *bytes, *text;
-  };
-  const Row rows[] = {{"plain", "plain"},
-                      {"\xD6\xD0\xCE\xC4", "中文"},          // GBK
-                      {"\xE4\xB8\xAD\xE6\x96\x87", "中文"},  // UTF-8
-                      {"\xC3\xAB", "毛"},  // valid UTF-8 of two bytes, and a common GBK character
-                      {"\x87\xD6", "囍"},
-                      {"\x80", "€"},
-                      {"\xA8\xA6", "é"},
-                      {"\xE4\xB8", "涓"},  // cut UTF-8 is GBK
-                      {"a\xFF", "a\xEF\xBF\xBD"}};
-  for (const Row& row : rows) EXPECT_EQ(decodeText(row.bytes), row.text) << row.text;
+  const std::pair<const char*, const char*> rows[] = {
+      {"plain", "plain"},
+      {"\xD6\xD0\xCE\xC4", "中文"},          // GBK
+      {"\xE4\xB8\xAD\xE6\x96\x87", "中文"},  // UTF-8
+      {"\xC3\xAB", "毛"},                    // valid UTF-8 of two bytes, and a common GBK character
+      {"\x87\xD6", "囍"},
+      {"\x80", "€"},
+      {"\xA8\xA6", "é"},
+      {"\xE4\xB8", "涓"},  // cut UTF-8 is GBK
+      {"a\xFF", "a\xEF\xBF\xBD"}};
+  for (const auto& [bytes, text] : rows) EXPECT_EQ(decodeText(bytes), text) << text;
   EXPECT_EQ(decodeText("\xC3\xA9", Charset::Utf8), "é");
   EXPECT_EQ(decodeUtf8("a\xC0\x80z").substr(0, 4), "a\xEF\xBF\xBD");
 }
 
 TEST(Charset, IsFoundInAContentType) {
-  struct Row {
-    const char* type;
-    bool found;
-    Charset charset;
-  };
-  const Row rows[] = {{"application/x-www-form-urlencoded; charset=UTF-8", true, Charset::Utf8},
-                      {"text/plain;charset=gb2312", true, Charset::Gbk},
-                      {"text/plain; charset=\"GBK\"", true, Charset::Gbk},
-                      {"text/plain; charset=koi8-r", false, Charset::Gbk},
-                      {"text/plain", false, Charset::Gbk}};
-  for (const Row& row : rows) {
+  const std::tuple<const char*, bool, Charset> rows[] = {
+      {"application/x-www-form-urlencoded; charset=UTF-8", true, Charset::Utf8},
+      {"text/plain;charset=gb2312", true, Charset::Gbk},
+      {"text/plain; charset=\"GBK\"", true, Charset::Gbk},
+      {"text/plain; charset=koi8-r", false, Charset::Gbk},
+      {"text/plain", false, Charset::Gbk}};
+  for (const auto& [type, found, expected] : rows) {
     Charset charset = Charset::Gbk;
-    EXPECT_EQ(charsetOf(row.type, charset), row.found) << row.type;
-    EXPECT_EQ(charset, row.charset) << row.type;
+    EXPECT_EQ(charsetOf(type, charset), found) << type;
+    EXPECT_EQ(charset, expected) << type;
   }
 }
 
@@ -58,10 +52,7 @@ TEST(Charset, HasEveryCharacterOnTheWayOut) {
 }
 
 TEST(UrlEncoded, TakesWhatBrowsersAndPagesSend) {
-  struct Row {
-    const char *text, *values;
-  };
-  const Row rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"", ""},
       {"a=1&b=2", "a=1;b=2;"},
       {"a=1&&b", "a=1;b=;"},
@@ -74,7 +65,7 @@ TEST(UrlEncoded, TakesWhatBrowsersAndPagesSend) {
       // One page sent it all: GBK here, so GBK there, though it would read as UTF-8 alone.
       {"v=%E4%B8%AD&w=%D6%D0%CE", "v=涓\xEF\xBF\xBD;w=中\xEF\xBF\xBD;"},
       {"v=%26%23128512%3B", "v=&#128512;;"}};
-  for (const Row& row : rows) EXPECT_EQ(flat(parseUrlEncoded(row.text)), row.values) << row.text;
+  for (const auto& [text, values] : rows) EXPECT_EQ(flat(parseUrlEncoded(text)), values) << text;
   std::string many;
   for (int i = 0; i < 20'000; ++i) many += "a=1&";
   EXPECT_EQ(parseUrlEncoded(many).pairs.size(), kMaxPairs);

@@ -55,18 +55,14 @@ std::string outline(const std::vector<MenuEntry>& entries) {
 }
 
 TEST_F(DesktopTest, MenuTreeFollowsPermissions) {
-  const struct {
-    int user;
-    const char* tree;
-  } kRows[] = {{3, "1(2 3) 100(120(127 128 129)) 200(204(210 211))"},
-               {14, "1(2 3) 100(120(127)) 200(204(210 211))"},
-               {22, "1(2 3) 200(204(210 211))"},
-               {24, "1(2 3) 200(204(210))"},
-               {0, ""},
-               {999, ""}};
-  for (const auto& row : kRows) {
-    EXPECT_EQ(outline(menuTree(page(), row.user)), row.tree) << row.user;
-  }
+  const std::pair<int, const char*> kRows[] = {
+      {3, "1(2 3) 100(120(127 128 129)) 200(204(210 211))"},
+      {14, "1(2 3) 100(120(127)) 200(204(210 211))"},
+      {22, "1(2 3) 200(204(210 211))"},
+      {24, "1(2 3) 200(204(210))"},
+      {0, ""},
+      {999, ""}};
+  for (const auto& [user, tree] : kRows) EXPECT_EQ(outline(menuTree(page(), user)), tree) << user;
 }
 
 TEST_F(DesktopTest, MenuTreeTakesBrokenTables) {
@@ -103,42 +99,36 @@ TEST_F(DesktopTest, OpenMenuNotesTheModuleAndLeadsOn) {
 }
 
 TEST_F(DesktopTest, OpenMenuRefuses) {
-  const struct {
-    const char* user;
-    const char* menu;
-  } kRows[] = {{"24", "211"},  // forbidden
-               {"22", "127"},  // no permission row
-               {"3", "99999"},
-               {"3", "-127"},
-               {"3", "127 or 1=1"},
-               {"3", "127.0"},
-               {"3", "99999999999999999999"},
-               {"", "2"},
-               {"3 or 1=1", "2"}};
-  for (const auto& row : kRows) {
-    signIn(row.user);
+  const std::pair<const char*, const char*> kRows[] = {{"24", "211"},  // forbidden
+                                                       {"22", "127"},  // no permission row
+                                                       {"3", "99999"},
+                                                       {"3", "-127"},
+                                                       {"3", "127 or 1=1"},
+                                                       {"3", "127.0"},
+                                                       {"3", "99999999999999999999"},
+                                                       {"", "2"},
+                                                       {"3 or 1=1", "2"}};
+  for (const auto& [user, menu] : kRows) {
+    signIn(user);
     local().session()["usrICID"] = "2";
-    const std::string text = opened(row.menu);
-    EXPECT_TRUE(holds(text, "没有使用它的权限")) << row.user << '/' << row.menu;
-    EXPECT_FALSE(holds(text, "location")) << row.menu;
-    EXPECT_EQ(session("usrICID"), "2") << row.menu;
+    const std::string text = opened(menu);
+    EXPECT_TRUE(holds(text, "没有使用它的权限")) << user << '/' << menu;
+    EXPECT_FALSE(holds(text, "location")) << menu;
+    EXPECT_EQ(session("usrICID"), "2") << menu;
   }
 }
 
 TEST_F(DesktopTest, OpenMenuTakesAddressesOfPagesOnly) {
-  const struct {
-    const char* href;
-    bool opens;
-  } kRows[] = {{"/a?time=10:30", true},         {"A.Zembra?x=javascript:1", true},
-               {"https://example.test/", true}, {"javascript:alert(1)", false},
-               {" JavaScript:alert(1)", false}, {"java\tscript:alert(1)", false},
-               {"data:text/html,x", false}};
-  for (const auto& row : kRows) {
-    runScript("UPDATE Zembra_Menu SET Menu_Href = '" + std::string(row.href) +
-              "' WHERE Menu_ID = 2");
+  const std::pair<const char*, bool> kRows[] = {
+      {"/a?time=10:30", true},         {"A.Zembra?x=javascript:1", true},
+      {"https://example.test/", true}, {"javascript:alert(1)", false},
+      {" JavaScript:alert(1)", false}, {"java\tscript:alert(1)", false},
+      {"data:text/html,x", false}};
+  for (const auto& [href, opens] : kRows) {
+    runScript("UPDATE Zembra_Menu SET Menu_Href = '" + std::string(href) + "' WHERE Menu_ID = 2");
     local().session()["usrICID"] = "0";
-    EXPECT_EQ(holds(opened("2"), "location.replace"), row.opens) << row.href;
-    EXPECT_EQ(session("usrICID"), row.opens ? "2" : "0") << row.href;
+    EXPECT_EQ(holds(opened("2"), "location.replace"), opens) << href;
+    EXPECT_EQ(session("usrICID"), opens ? "2" : "0") << href;
   }
 }
 
@@ -183,15 +173,14 @@ TEST_F(DesktopTest, StartPageShowsOwnOpenTasksAndSchemesToDesignersOnly) {
 }
 
 TEST_F(DesktopTest, SchemeComesFromTheCookieElseFromTheSession) {
-  const struct {
-    const char *cookie, *before, *word, *after;
-  } kRows[] = {{"", "", "sea", ""},    {"3", "", "orange", "3"}, {"", "2", "olive", "2"},
-               {"4", "2", "sun", "4"}, {"9", "2", "olive", "2"}, {"1\"", "x", "sea", "x"}};
-  for (const auto& row : kRows) {
-    local().request()["tarloStyle"] = row.cookie;
-    local().session()["usrStyle"] = row.before;
-    EXPECT_TRUE(holds(shell(), "data-scheme=\"" + std::string(row.word) + '"')) << row.cookie;
-    EXPECT_EQ(session("usrStyle"), row.after) << row.cookie;
+  const std::tuple<const char*, const char*, const char*, const char*> kRows[] = {
+      {"", "", "sea", ""},    {"3", "", "orange", "3"}, {"", "2", "olive", "2"},
+      {"4", "2", "sun", "4"}, {"9", "2", "olive", "2"}, {"1\"", "x", "sea", "x"}};
+  for (const auto& [cookie, before, word, after] : kRows) {
+    local().request()["tarloStyle"] = cookie;
+    local().session()["usrStyle"] = before;
+    EXPECT_TRUE(holds(shell(), "data-scheme=\"" + std::string(word) + '"')) << cookie;
+    EXPECT_EQ(session("usrStyle"), after) << cookie;
   }
 }
 
@@ -199,12 +188,10 @@ TEST_F(DesktopTest, SchemeComesFromTheCookieElseFromTheSession) {
 TEST_F(DesktopTest, ShellHasWhatPagesReachFor) {
   const std::string text = shell();
   for (const char* id : {"startHeadtop", "startHead", "startFooter", "startFooterBottom",
-                         "hiddenBarForLeft", "TarloTipInfo"}) {
+                         "hiddenBarForLeft", "TarloTipInfo"})
     EXPECT_TRUE(holds(text, "<div id=\"" + std::string(id) + '"')) << id;
-  }
-  for (const char* name : {"TarloY", "Zembra"}) {
+  for (const char* name : {"TarloY", "Zembra"})
     EXPECT_TRUE(holds(text, "<iframe name=\"" + std::string(name) + '"')) << name;
-  }
   EXPECT_TRUE(holds(text, "var g_sReady"));
   EXPECT_TRUE(holds(text, "顾清源"));
 }

@@ -12,9 +12,12 @@
 #include "control/operations.h"
 #include "siblings/siblings.h"
 #include "support/platform_database.h"
+#include "support/text.h"
 
 namespace tarlo::host {
 namespace {
+
+using tarlo::testing::holds;
 
 const std::string kOwnGrid = TARLO_BUILD_FOLDER "/examples/own_grid.so";
 constexpr const char* kOwnClass = "{6B1B7A52-41C3-4C0D-9A35-0F3E5D8C7A11}";
@@ -24,9 +27,8 @@ class RegisteredClassesTest : public ::testing::Test {
  protected:
   RegisteredClassesTest()
       : log_("test", std::make_shared<spdlog::sinks::ostream_sink_mt>(logged_)) {
-    for (const auto& progId : siblings::progIds()) {
+    for (const auto& progId : siblings::progIds())
       factories_[std::string(progId.name)] = progId.make;
-    }
   }
   void add(const std::string& classId, const std::string& library,
            const std::string& progId = "tarlotable.TABLE") {
@@ -43,9 +45,8 @@ class RegisteredClassesTest : public ::testing::Test {
 
 struct Database : testing::PlatformDatabase {
   explicit Database(HttpServer& server) {
-    for (const char* name : {"TarloTable.table", "Tarlo.menu", "TarloDialog.WebDialog"}) {
+    for (const char* name : {"TarloTable.table", "Tarlo.menu", "TarloDialog.WebDialog"})
       local().registerObject(name, [&server, name] { return server.createObject(name); });
-    }
   }
 };
 
@@ -54,9 +55,9 @@ TEST_F(RegisteredClassesTest, APageIsDrawnWithTheOtherGrid) {
   HttpServer server(factories_, Charset::Utf8);
   Database data(server);
   const std::string page = data.writtenBy([&] { control::ctrlSearch_Usrfield(data.page()); });
-  EXPECT_NE(page.find("<table id=\"own_grid\"><caption>关系名称|类型|查询方案</caption></table>"),
-            std::string::npos);
-  EXPECT_EQ(page.find("tarlo-grid"), std::string::npos);
+  EXPECT_TRUE(
+      holds(page, "<table id=\"own_grid\"><caption>关系名称|类型|查询方案</caption></table>"));
+  EXPECT_FALSE(holds(page, "tarlo-grid"));
 }
 
 TEST_F(RegisteredClassesTest, AClassConnectsWithTheTwoArgumentsThatItTakes) {
@@ -69,7 +70,7 @@ TEST_F(RegisteredClassesTest, AClassConnectsWithTheTwoArgumentsThatItTakes) {
 
 TEST_F(RegisteredClassesTest, ALibraryThatFailsIsLoggedAndTakesNoPlace) {
   add("{2}", "/no/such/library.so");
-  EXPECT_NE(logged_.str().find("tarlotable.TABLE"), std::string::npos);
+  EXPECT_TRUE(holds(logged_.str(), "tarlotable.TABLE"));
   HttpServer server(factories_, Charset::Utf8);
   EXPECT_NE(server.createObject("TarloTable.table"), nullptr);  // ours still
   add("{3}", kOwnGrid);

@@ -27,28 +27,25 @@ class SignInTest : public ::testing::Test {
 };
 
 TEST_F(SignInTest, TakesTheRightPasswordOnly) {
-  struct Row {
-    std::string login, password;
-    Outcome outcome;
-  };
-  const Row rows[] = {{"admin", kPassword, Outcome::Done},
-                      {"ADMIN", kPassword, Outcome::Done},
-                      {"admin", "正确的密码 9", Outcome::Refused},
-                      {"admin", "", Outcome::Refused},
-                      {"admin", std::string(kPassword) + std::string(300, ' '), Outcome::Refused},
-                      {"shenwy", "", Outcome::Refused},  // has no password
-                      {"nobody", kPassword, Outcome::Refused},
-                      {"", kPassword, Outcome::Refused},
-                      {"' or 1=1 --", kPassword, Outcome::Refused},
-                      {"a\nb", kPassword, Outcome::Refused},
-                      {std::string(5000, 'a'), kPassword, Outcome::Refused}};
+  const std::tuple<std::string, std::string, Outcome> rows[] = {
+      {"admin", kPassword, Outcome::Done},
+      {"ADMIN", kPassword, Outcome::Done},
+      {"admin", "正确的密码 9", Outcome::Refused},
+      {"admin", "", Outcome::Refused},
+      {"admin", std::string(kPassword) + std::string(300, ' '), Outcome::Refused},
+      {"shenwy", "", Outcome::Refused},  // has no password
+      {"nobody", kPassword, Outcome::Refused},
+      {"", kPassword, Outcome::Refused},
+      {"' or 1=1 --", kPassword, Outcome::Refused},
+      {"a\nb", kPassword, Outcome::Refused},
+      {std::string(5000, 'a'), kPassword, Outcome::Refused}};
   int address = 0;
-  for (const Row& row : rows)
-    EXPECT_EQ(site_.signIn().byPassword(row.login, row.password, std::to_string(++address)).outcome,
-              row.outcome)
-        << row.login;
-  EXPECT_NE(site_.log().find("failed: user \"nobody\""), std::string::npos);
-  EXPECT_EQ(site_.log().find(kPassword), std::string::npos);
+  for (const auto& [login, password, outcome] : rows)
+    EXPECT_EQ(site_.signIn().byPassword(login, password, std::to_string(++address)).outcome,
+              outcome)
+        << login;
+  EXPECT_TRUE(holds(site_.log(), "failed: user \"nobody\""));
+  EXPECT_FALSE(holds(site_.log(), kPassword));
   storePasswordHash(site_.database(), site_.userId("admin"), hashPassword("another one"));
   EXPECT_EQ(site_.signIn().byPassword("admin", kPassword, "a").outcome, Outcome::Refused);
   EXPECT_EQ(site_.signIn().byPassword("admin", "another one", "a").outcome, Outcome::Done);
@@ -165,33 +162,28 @@ class StaleSessionTest : public SignInTest {
 
 TEST_F(StaleSessionTest, EndsWhenTheUserIsNoLongerTheSame) {
   const std::string user = std::to_string(site_.userId("guqy"));
-  struct Row {
-    const char *change, *undo;
-    bool isGone;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, const char*, bool> rows[] = {
       {"update Zembra_User set User_user='x'", "update Zembra_User set User_user='guqy'", false},
       {"update Zembra_User set User_RankID=null", "update Zembra_User set User_RankID=3", false},
       {"update Zembra_User set User_user=''", "update Zembra_User set User_user='guqy'", true},
       {"delete from Zembra_User", "", true}};
-  for (const Row& row : rows) {
+  for (const auto& [change, undo, isGone] : rows) {
     site_.signInAs("guqy");
     run("update Zembra_User set User_DeptID=User_DeptID+1 where User_ID=" + user);
-    EXPECT_EQ(page(), 200U) << row.change;
+    EXPECT_EQ(page(), 200U) << change;
     const std::string token = makeApiToken(site_.database(), std::stoi(user), milliseconds(60'000));
     const std::string cookie = site_.cookie();
-    run(row.change + std::string(" where User_ID=") + user);
+    run(change + std::string(" where User_ID=") + user);
     const auto answer = site_.get("/");
-    EXPECT_NE(answer->text().find("password"), std::string::npos) << row.change;
-    EXPECT_NE(answer->header("Set-Cookie").find("Max-Age=0"), std::string::npos) << row.change;
+    EXPECT_TRUE(holds(answer->text(), "password")) << change;
+    EXPECT_TRUE(holds(answer->header("Set-Cookie"), "Max-Age=0")) << change;
     site_.forgetCookie();
-    EXPECT_EQ(site_.get("/api/controls/1", {{"Cookie", cookie}})->status, 401U) << row.change;
-    EXPECT_EQ(userOfToken(site_.database(), token).has_value(), !row.isGone) << row.change;
-    if (*row.undo != '\0') run(row.undo + std::string(" where User_ID=") + user);
+    EXPECT_EQ(site_.get("/api/controls/1", {{"Cookie", cookie}})->status, 401U) << change;
+    EXPECT_EQ(userOfToken(site_.database(), token).has_value(), !isGone) << change;
+    if (*undo != '\0') run(undo + std::string(" where User_ID=") + user);
   }
-  EXPECT_NE(site_.log().find("the session of \"guqy\" (user " + user + ") ended: name, rank"),
-            std::string::npos);
-  EXPECT_NE(site_.log().find("there is no such user any longer"), std::string::npos);
+  EXPECT_TRUE(holds(site_.log(), "the session of \"guqy\" (user " + user + ") ended: name, rank"));
+  EXPECT_TRUE(holds(site_.log(), "there is no such user any longer"));
 }
 
 TEST_F(StaleSessionTest, ANewPasswordEndsWhatTheOldOneOpened) {
@@ -262,8 +254,8 @@ TEST_F(SignInTest, FormBeginsANewSessionAndLeadsOn) {
   EXPECT_EQ(right->header("Location"), "/a?b=1");
   const std::string cookie = right->header("Set-Cookie");
   for (const char* part : {"TARLOSESSION=", "Path=/", "HttpOnly", "SameSite=Lax"})
-    EXPECT_NE(cookie.find(part), std::string::npos) << part;
-  EXPECT_EQ(cookie.find("Secure"), std::string::npos);
+    EXPECT_TRUE(holds(cookie, part)) << part;
+  EXPECT_FALSE(holds(cookie, "Secure"));
   const std::string first = site_.cookie();
   EXPECT_EQ(site_.post("/sign-in", form + "&next=//evil.example")->header("Location"), "/");
   EXPECT_NE(site_.cookie(), first);
@@ -281,7 +273,7 @@ TEST_F(SignInTest, SignOutEndsTheSession) {
   const std::string cookie = site_.cookie();
   const auto out = site_.post("/sign-out", "");
   EXPECT_EQ(out->status, 303U);
-  EXPECT_NE(out->header("Set-Cookie").find("Max-Age=0"), std::string::npos);
+  EXPECT_TRUE(holds(out->header("Set-Cookie"), "Max-Age=0"));
   site_.forgetCookie();
   EXPECT_EQ(site_.get("/TarloQuery.Zembra?action=getDateTime", {{"Cookie", cookie}})->status, 403U);
 }

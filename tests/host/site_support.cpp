@@ -8,6 +8,7 @@
 #include "database/script.h"
 #include "support/schema_files.h"
 #include "text/fold.h"
+#include "variant/convert.h"
 
 namespace tarlo::host::testing {
 
@@ -34,6 +35,11 @@ const std::filesystem::path& templateDatabase() {
 
 }  // namespace
 
+std::shared_ptr<spdlog::logger> loggerTo(std::ostream& out) {
+  return std::make_shared<spdlog::logger>("test",
+                                          std::make_shared<spdlog::sinks::ostream_sink_mt>(out));
+}
+
 std::string Answer::header(std::string_view name) const {
   std::string values;
   for (const auto& [key, value] : headers) {
@@ -51,8 +57,7 @@ TestSite::TestSite(Config config) : config_(std::move(config)) {
   const std::filesystem::path file = folder_.path() / "site.db";
   std::filesystem::copy_file(templateDatabase(), file);
   config_.database = "sqlite:" + file.string();
-  logger_ = std::make_shared<spdlog::logger>(
-      "test", std::make_shared<spdlog::sinks::ostream_sink_mt>(log_));
+  logger_ = loggerTo(log_);
 }
 
 Site& TestSite::site() {
@@ -70,6 +75,10 @@ SignIn& TestSite::signIn() {
 
 database::Database& TestSite::database() {
   return databases_.find(config_.database);
+}
+
+std::string TestSite::ask(const std::string& sql) {
+  return variant::spliced(database().borrow()->open(sql)->value(0));
 }
 
 int TestSite::userId(const std::string& login) {

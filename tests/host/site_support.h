@@ -8,8 +8,13 @@
 
 #include "host/site/site.h"
 #include "support/temporary_folder.h"
+#include "support/text.h"
 
 namespace tarlo::host::testing {
+
+using tarlo::testing::holds;
+
+std::shared_ptr<spdlog::logger> loggerTo(std::ostream& out);
 
 // What the site answered.
 struct Answer : WireResponse {
@@ -46,6 +51,8 @@ class TestSite {
   Site& site();
   SignIn& signIn();
   database::Database& database();
+  // The first cell of the statement's rows, as text.
+  std::string ask(const std::string& sql);
   int userId(const std::string& login);
   // Ends the site, so that the next request meets a fresh one of the changed configuration.
   Config& changeConfig();

@@ -2,7 +2,6 @@
 // another version; what a page then says; and what the housekeeping removes.
 
 #include <gtest/gtest.h>
-#include <spdlog/sinks/ostream_sink.h>
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -34,9 +33,7 @@ class UpkeepTest : public ::testing::Test {
   }
 
   void run(const std::string& sql) { site_.database().borrow()->execute(sql); }
-  std::string ask(const std::string& sql) {
-    return variant::spliced(site_.database().borrow()->open(sql)->value(0));
-  }
+  std::string ask(const std::string& sql) { return site_.ask(sql); }
   fs::path file() { return database_.substr(std::string("sqlite:").size()); }
 
   std::string ready() {
@@ -56,10 +53,9 @@ class UpkeepTest : public ::testing::Test {
     const auto answer = deleteControl();
     EXPECT_EQ(answer->status, 503U) << answer->text();
     EXPECT_EQ(answer->header("Retry-After"), "5");
-    EXPECT_NE(answer->text().find(title), std::string::npos) << answer->text();
-    EXPECT_EQ(answer->text().find("已经从系统中删除"), std::string::npos) << answer->text();
-    EXPECT_NE(site_.log().find("test-1 \"TarloQuery delSearch_UsrField\" failed: error"),
-              std::string::npos)
+    EXPECT_TRUE(holds(answer->text(), title)) << answer->text();
+    EXPECT_FALSE(holds(answer->text(), "已经从系统中删除")) << answer->text();
+    EXPECT_TRUE(holds(site_.log(), "test-1 \"TarloQuery delSearch_UsrField\" failed: error"))
         << site_.log();
     EXPECT_EQ(ask("select Zembra_Flag from Zembra_Query_Field where QF_ID=1"), "1");
   }
@@ -83,7 +79,7 @@ TEST_F(UpkeepTest, NothingIsSavedIntoAFileThatIsGone) {
   fs::remove(file());
   fs::rename(away, file());
   EXPECT_EQ(ready(), "ready\n");
-  EXPECT_NE(deleteControl()->text().find("已经从系统中删除"), std::string::npos);
+  EXPECT_TRUE(holds(deleteControl()->text(), "已经从系统中删除"));
   EXPECT_EQ(ask("select Zembra_Flag from Zembra_Query_Field where QF_ID=1"), "0");
   // The log has one line for each change, with the file; users never see that.
   const std::string log = site_.log();
@@ -91,7 +87,7 @@ TEST_F(UpkeepTest, NothingIsSavedIntoAFileThatIsGone) {
   ASSERT_NE(replaced, std::string::npos) << log;
   EXPECT_NE(log.find(file().string(), replaced), std::string::npos);
   EXPECT_EQ(log.find("not ready, database-replaced", replaced + 1), std::string::npos);
-  EXPECT_NE(log.find("ready again"), std::string::npos);
+  EXPECT_TRUE(holds(log, "ready again"));
 }
 
 TEST_F(UpkeepTest, AnotherVersionOfTheTablesIsNotReady) {
@@ -116,7 +112,7 @@ TEST_F(UpkeepTest, NothingIsSavedWithoutAConnectionEither) {
   fs::rename(file(), file().string() + ".away");
   const auto answer = deleteControl();
   EXPECT_EQ(answer->status, 503U) << answer->text();
-  EXPECT_EQ(answer->text().find("已经从系统中删除"), std::string::npos) << answer->text();
+  EXPECT_FALSE(holds(answer->text(), "已经从系统中删除")) << answer->text();
 }
 
 // Another program that keeps the database.
@@ -136,11 +132,9 @@ class Locker {
 
 TEST_F(UpkeepTest, ALongLockIsNotReadyAndAShortOneIs) {
   std::ostringstream log;
-  auto logger = std::make_shared<spdlog::logger>(
-      "test", std::make_shared<spdlog::sinks::ostream_sink_mt>(log));
   database::Registry databases;
   auto now = Readiness::Clock::now();
-  Readiness readiness(database_, databases, 0, logger, [&] { return now; });
+  Readiness readiness(database_, databases, 0, loggerTo(log), [&] { return now; });
   EXPECT_EQ(readiness.reason(), "starting");
   {
     const Locker locker(file());
@@ -182,27 +176,17 @@ void addBinding(const std::string& connection) {
 TEST(FullDisk, ASaveThatFindsNoRoomSaysSo) {
   TestSite site(everybodyDesigns());
   addBinding(site.changeConfig().database);
-  const auto bind = [&] {
-    return site.post("/TarloQuery.Zembra",
-                     "action=addSearchDlg_UsrModel3&QF_Name=bound&modelid=1&queryid=1%7C1",
-                     {{"Referer", "http://site.example/"}});
-  };
-  const auto stored = [&] {
-    return variant::spliced(site.database()
-                                .borrow()
-                                ->open("select count(*) from Zembra_Query_Field where "
-                                       "QF_Name='bound'")
-                                ->value(0));
-  };
   {
     const tarlo::testing::NoRoom noRoom;
     site.signInAs("admin");
-    const auto answer = bind();
+    const auto answer = site.post(
+        "/TarloQuery.Zembra", "action=addSearchDlg_UsrModel3&QF_Name=bound&modelid=1&queryid=1%7C1",
+        {{"Referer", "http://site.example/"}});
     EXPECT_EQ(answer->status, 503U) << answer->text();
     EXPECT_EQ(answer->header("Retry-After"), "5");
-    EXPECT_NE(answer->text().find("没有保存任何内容"), std::string::npos) << answer->text();
-    EXPECT_NE(site.log().find("state 53100"), std::string::npos) << site.log();
-    EXPECT_EQ(stored(), "0");
+    EXPECT_TRUE(holds(answer->text(), "没有保存任何内容")) << answer->text();
+    EXPECT_TRUE(holds(site.log(), "state 53100")) << site.log();
+    EXPECT_EQ(site.ask("select count(*) from Zembra_Query_Field where QF_Name='bound'"), "0");
     site.site().readiness().look();
     EXPECT_EQ(site.get("/readyz")->body, "not ready: disk-full\n");
   }
@@ -214,11 +198,7 @@ TEST(FullDisk, ASaveThatFindsNoRoomSaysSo) {
 
 class HousekeepingTest : public UpkeepTest {
  protected:
-  HousekeepingTest()
-      : housekeeping_(config_, databases_,
-                      std::make_shared<spdlog::logger>(
-                          "test", std::make_shared<spdlog::sinks::ostream_sink_mt>(log_)),
-                      [this] { return now_; }) {
+  HousekeepingTest() : housekeeping_(config_, databases_, loggerTo(log_), [this] { return now_; }) {
     config_.database = site_.changeConfig().database;
     config_.drawnGridLife = hours(48);
     config_.operationLogLife = hours(480);
@@ -231,9 +211,8 @@ class HousekeepingTest : public UpkeepTest {
   }
   void draw(int rows) {
     auto connection = site_.database().borrow();
-    for (int i = 0; i < rows; ++i) {
+    for (int i = 0; i < rows; ++i)
       connection->execute("insert into Zembra_Temp_TarloTable (TarloTable_SessionID) values ('s')");
-    }
   }
   std::string counted(const std::string& table) { return ask("select count(*) from " + table); }
 
@@ -255,8 +234,7 @@ TEST_F(HousekeepingTest, RemovesWhatIsOldAndNothingElse) {
   EXPECT_EQ(log_.str(), "");
   round(hours(2));
   EXPECT_EQ(counted("Zembra_Temp_TarloTable"), "3");
-  EXPECT_NE(log_.str().find("housekeeping removed 1200 rows of drawn lists\n"), std::string::npos)
-      << log_.str();
+  EXPECT_TRUE(holds(log_.str(), "housekeeping removed 1200 rows of drawn lists\n")) << log_.str();
   EXPECT_EQ(ask("select min(TarloTable_ID) from Zembra_Temp_TarloTable"), "1201");
   round(hours(72));
   EXPECT_EQ(counted("Zembra_Temp_TarloTable"), "0");
@@ -280,7 +258,7 @@ TEST_F(HousekeepingTest, RemovesLinksAndTokensSomeTimeAfterTheirEnd) {
   EXPECT_EQ(counted("Tarlo_SignInLink"), "1");
   EXPECT_EQ(counted("Tarlo_ApiToken"), "1");
   EXPECT_TRUE(userOfToken(database, token));
-  EXPECT_NE(log_.str().find("1 API tokens, 1 sign-in links"), std::string::npos) << log_.str();
+  EXPECT_TRUE(holds(log_.str(), "1 API tokens, 1 sign-in links")) << log_.str();
 }
 
 TEST_F(HousekeepingTest, KeepsForEverWhatHasNoLife) {
@@ -312,7 +290,7 @@ TEST_F(HousekeepingTest, ALockedDatabaseIsALineInTheLogAndNoMore) {
     const Locker locker(file());
     round(hours(50));
   }
-  EXPECT_NE(log_.str().find("housekeeping ended early"), std::string::npos);
+  EXPECT_TRUE(holds(log_.str(), "housekeeping ended early"));
   EXPECT_EQ(counted("Zembra_Temp_TarloTable"), "5");
   round();
   EXPECT_EQ(counted("Zembra_Temp_TarloTable"), "0");
@@ -321,12 +299,10 @@ TEST_F(HousekeepingTest, ALockedDatabaseIsALineInTheLogAndNoMore) {
 // No page has what the housekeeping has.
 TEST(Operations, NoneMayDelete) {
   EXPECT_FALSE(component::operations().empty());
-  for (const auto& operation : component::operations()) {
+  for (const auto& operation : component::operations())
     EXPECT_TRUE(operation.rights.deletes.empty()) << operation.name;
-  }
-  for (const auto& operation : siblings::pageOperations()) {
+  for (const auto& operation : siblings::pageOperations())
     EXPECT_TRUE(operation.rights.deletes.empty()) << operation.name;
-  }
   EXPECT_TRUE(database::StatementRights::everything().deletes.empty());
 }
 
@@ -335,16 +311,12 @@ TEST_F(UpkeepTest, TheWatcherLooksByItself) {
   EXPECT_EQ(ready(), "ready\n");
   auto logger = std::make_shared<spdlog::logger>("none");
   database::Registry databases;
-  const Config config = [&] {
-    Config made;
-    made.database = site_.changeConfig().database;
-    return made;
-  }();
+  Config config;
+  config.database = database_;
   Readiness readiness(config.database, databases, 0, logger);
   const Upkeep upkeep(config, databases, readiness, logger);
-  for (int i = 0; i < 600 && readiness.reason() != ""; ++i) {
+  for (int i = 0; i < 600 && readiness.reason() != ""; ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  }
   EXPECT_EQ(readiness.reason(), "");
 }
 

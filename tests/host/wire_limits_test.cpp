@@ -99,12 +99,8 @@ TEST_F(WireLimitsTest, RefusedClientsSeeTheAnswer) {
   start([](const WireRequest&, WireResponse& response) { response.send("fine"); },
         [](WireServer::Options& options) { options.limits.bodyBytes = 1000; });
   const std::string trailer = "X: " + std::string(605'000, 'x') + "\r\n\r\n";
-  struct Row {
-    std::string sent;
-    int status;
-  };
   // All of it is sent before the answer is read, as browsers do.
-  const Row rows[] = {
+  const std::pair<std::string, int> rows[] = {
       {"POST /trailer HTTP/1.1\r\nHost: a\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n" + trailer,
        431},
       {"GET /header HTTP/1.1\r\nHost: a\r\n" + trailer, 431},
@@ -115,12 +111,12 @@ TEST_F(WireLimitsTest, RefusedClientsSeeTheAnswer) {
       {"POST /coding HTTP/1.1\r\nHost: a\r\nTransfer-Encoding: gzip\r\n\r\n" +
            std::string(300'000, 'x'),
        501}};
-  for (const Row& row : rows) {
+  for (const auto& [sent, status] : rows) {
     WireClient client(port());
-    EXPECT_TRUE(client.send(row.sent)) << row.status;
+    EXPECT_TRUE(client.send(sent)) << status;
     const std::string answer = client.readAll();
-    EXPECT_EQ(statusOf(answer), row.status) << answer;
-    EXPECT_NE(answer.find("Connection: close"), std::string::npos);
+    EXPECT_EQ(statusOf(answer), status) << answer;
+    EXPECT_TRUE(holds(answer, "Connection: close"));
   }
   for (const char* line : {"431 /trailer", "431 /header", "413 /body", "505 -", "501 /coding"})
     EXPECT_TRUE(access_.await(line)) << line << " in " << access_.text();
@@ -171,7 +167,7 @@ TEST_F(WireLimitsTest, OneVisitorDoesNotTakeEveryPlace) {
   client.send(request("/b", "Session: 1\r\nUser: u\r\n"));
   const std::string refused = client.readAnswer();
   EXPECT_EQ(statusOf(refused), 429);
-  EXPECT_NE(refused.find("Retry-After: "), std::string::npos);
+  EXPECT_TRUE(holds(refused, "Retry-After: "));
   EXPECT_TRUE(failures_.await("user \"u\" has too many operations"));
   EXPECT_EQ(statusOfGet("/b", "Session: 3\r\nUser: u\r\n"), 429);
   EXPECT_EQ(statusOfGet("/b", "Session: 4\r\nUser: other\r\n"), 200);
@@ -291,7 +287,7 @@ TEST_F(WireLimitsTest, ConnectionsBeyondTheLimitAreTold) {
     std::this_thread::sleep_for(milliseconds(50));
     const std::string answer = client.readAll();
     EXPECT_EQ(statusOf(answer), 503);
-    EXPECT_NE(answer.find("Retry-After: "), std::string::npos);
+    EXPECT_TRUE(holds(answer, "Retry-After: "));
   }
   first.reset();
   int status = 0;

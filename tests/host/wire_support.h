@@ -8,9 +8,12 @@
 #include <string>
 
 #include "host/wire/server.h"
+#include "support/text.h"
 #include "wire_client.h"
 
 namespace tarlo::host::testing {
+
+using tarlo::testing::holds;
 
 // Holds handlers until it is opened.
 class Door {

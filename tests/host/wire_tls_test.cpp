@@ -122,7 +122,7 @@ TEST_F(WireTlsTest, AnswersOverTls) {
   start();
   const std::string answer = get("/");
   EXPECT_TRUE(answer.ends_with("\r\n\r\nsecure")) << answer;
-  EXPECT_NE(answer.find("\r\nStrict-Transport-Security: max-age=31536000\r\n"), std::string::npos);
+  EXPECT_TRUE(holds(answer, "\r\nStrict-Transport-Security: max-age=31536000\r\n"));
   const auto bodyOf = [](const std::string& whole) {
     return whole.substr(whole.find("\r\n\r\n") + 4);
   };
@@ -135,7 +135,7 @@ TEST_F(WireTlsTest, AnswersOverTls) {
   ASSERT_TRUE(client.shakeHands());
   client.send("GET /1 HTTP/1.1\r\nHost: a\r\n\r\nGET /2 HTTP/1.1\r\n\r\n");
   const std::string both = client.readAll();
-  EXPECT_NE(both.find("secureHTTP/1.1 400 "), std::string::npos) << both;
+  EXPECT_TRUE(holds(both, "secureHTTP/1.1 400 ")) << both;
 }
 
 TEST_F(WireTlsTest, RefusesOldVersionsAndOtherProtocols) {
@@ -192,11 +192,7 @@ TEST_F(WireTlsTest, SaysWhichFileIsFaulty) {
   const TlsFiles first = makePair("one"), second = makePair("two");
   std::ofstream(path("empty")).close();
   std::ofstream(path("text")) << "no certificate\n";
-  struct Row {
-    TlsFiles files;
-    std::string said;
-  };
-  const Row rows[] = {
+  const std::pair<TlsFiles, std::string> rows[] = {
       {{path("none"), first.key}, "tls.certificate: " + path("none") + ": cannot be read"},
       {{first.certificate, path("none")}, "tls.key: " + path("none") + ": cannot be read"},
       {{path("empty"), first.key}, "tls.certificate: " + path("empty") + ": cannot be read"},
@@ -205,14 +201,14 @@ TEST_F(WireTlsTest, SaysWhichFileIsFaulty) {
       {{first.certificate, second.key},
        "tls.key: " + second.key + ": is not the key of " + first.certificate},
       {{first.certificate, ""}, "tls.certificate needs tls.key"}};
-  for (const Row& row : rows) {
+  for (const auto& [files, expected] : rows) {
     std::string said = "taken";
     try {
-      loadTls(row.files);
+      loadTls(files);
     } catch (const TlsError& error) {
       said = error.what();
     }
-    EXPECT_TRUE(said.starts_with(row.said)) << said;
+    EXPECT_TRUE(said.starts_with(expected)) << said;
   }
   EXPECT_EQ(loadTls({}), nullptr);
 }

@@ -29,8 +29,9 @@ std::string paneOf(tarlo::testing::PageDatabase& data, const Variant& style) {
   return data.writtenBy([&] { writeStylePane(data.page(), style, SidePane::Links); });
 }
 
-TEST(ManagerPage, IsWrittenLineByLineBetweenHeadAndFoot) {
-  tarlo::testing::PageDatabase data;
+using ManagerPage = tarlo::testing::On<tarlo::testing::PageDatabase>;
+
+TEST_F(ManagerPage, IsWrittenLineByLineBetweenHeadAndFoot) {
   const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
   EXPECT_TRUE(everyLineEndIsCrLf(page));
   const std::string head = data.writtenBy([&] { writePageHead(data.page(), "查询方案自定义"); });
@@ -46,16 +47,13 @@ TEST(ManagerPage, IsWrittenLineByLineBetweenHeadAndFoot) {
   EXPECT_EQ(data.local().headers(), headers);
 }
 
-TEST(ManagerPage, WithoutDirectoriesThePullDownHoldsAllAndASeparator) {
-  tarlo::testing::PageDatabase data;
+TEST_F(ManagerPage, WithoutDirectoriesThePullDownHoldsAllAndASeparator) {
   data.execute("update Zembra_Dict_TableDir set Zembra_Flag=0");
   const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
-  EXPECT_NE(page.find("grid.AddSubMenu(<>, <>, <view2>)\r\ngrid.WriteTable()\r\n<br>\r\n"),
-            std::string::npos);
+  EXPECT_TRUE(holds(page, "grid.AddSubMenu(<>, <>, <view2>)\r\ngrid.WriteTable()\r\n<br>\r\n"));
 }
 
-TEST(ManagerPage, ListsLiveSchemesOfADirectoryThatRaiseNoAlert) {
-  tarlo::testing::PageDatabase data;
+TEST_F(ManagerPage, ListsLiveSchemesOfADirectoryThatRaiseNoAlert) {
   const std::string page = data.writtenBy([&] { ctrlSearch(data.page()); });
   const std::size_t start = page.find("grid.sql = <") + 12;
   const std::string list = page.substr(start, page.find(">\r\n", start) - start);
@@ -67,18 +65,13 @@ TEST(ManagerPage, ListsLiveSchemesOfADirectoryThatRaiseNoAlert) {
 }
 
 TEST(PageFrame, HeadAndPaneFollowTheStyle) {
-  struct Row {
-    Variant style;
-    std::string head;
-    std::string pane;
-  };
-  const Row rows[] = {{"1", "sea", "sea"},       {"2", "olive", "olive"},
-                      {"3", "orange", "orange"}, {"4", "sun", "sun"},
-                      {4, "sun", "sun"},         {"5", "sea", ""},
-                      {Variant(), "sea", ""},    {variant::Null{}, "sea", ""}};
-  for (const Row& row : rows) {
+  const std::tuple<Variant, std::string, std::string> rows[] = {
+      {"1", "sea", "sea"},    {"2", "olive", "olive"},     {"3", "orange", "orange"},
+      {"4", "sun", "sun"},    {4, "sun", "sun"},           {"5", "sea", ""},
+      {Variant(), "sea", ""}, {variant::Null{}, "sea", ""}};
+  for (const auto& [style, headWord, paneWord] : rows) {
     tarlo::testing::PageDatabase data;
-    data.setSession("usrStyle", row.style);
+    data.setSession("usrStyle", style);
     const std::string head = data.writtenBy([&] { writePageHead(data.page(), "a'b"); });
     EXPECT_TRUE(holds(head, "document.title = 'Orvane.Zembra - a\\'b';</script>"));
     EXPECT_TRUE(holds(head,
@@ -86,15 +79,13 @@ TEST(PageFrame, HeadAndPaneFollowTheStyle) {
                       "menu.AddMenu0(<Current page color scheme>, <>, <>, <SubMenu1>)\r\n"
                       "menu.AddMenu0(<User temporary operation under authorization>, "
                       "<javascript:GrantPermissionTemp(101);>, <>, <>)"));
-    EXPECT_NE(head.find("class='ZembraxTitle_" + row.head +
-                        "'><img id=Zembra_Head_Style src='/images/icoDefault_" + row.head +
-                        ".gif' border=0>&nbsp;Zembra a'b</div>"),
-              std::string::npos);
-    const std::string pane = paneOf(data, row.style);
-    EXPECT_NE(
-        pane.find("}else{\r\nparent.TarloY.document.body.className='" + row.pane +
-                  "body';\r\nparent.startHeadtop.className='startHeadtop" + row.pane + "';\r\n"),
-        std::string::npos);
+    EXPECT_TRUE(holds(head, "class='ZembraxTitle_" + headWord +
+                                "'><img id=Zembra_Head_Style src='/images/icoDefault_" + headWord +
+                                ".gif' border=0>&nbsp;Zembra a'b</div>"));
+    const std::string pane = paneOf(data, style);
+    EXPECT_TRUE(holds(pane, "}else{\r\nparent.TarloY.document.body.className='" + paneWord +
+                                "body';\r\nparent.startHeadtop.className='startHeadtop" + paneWord +
+                                "';\r\n"));
   }
 }
 
@@ -111,8 +102,8 @@ TEST(PageFrame, AChildOfTheWorkflowMenuGetsNoAuthorizationEntry) {
   tarlo::testing::PageDatabase data;
   data.setSession("usrICID", "205");
   const std::string head = data.writtenBy([&] { writePageHead(data.page(), "t"); });
-  EXPECT_EQ(head.find("authorization"), std::string::npos);
-  EXPECT_NE(head.find("ZembraSaveStyle(205,1)"), std::string::npos);
+  EXPECT_FALSE(holds(head, "authorization"));
+  EXPECT_TRUE(holds(head, "ZembraSaveStyle(205,1)"));
 }
 
 TEST(PageFrame, AModuleThatIsNoNumberStopsThePage) {
@@ -134,8 +125,8 @@ TEST(PageFrame, PaneTextIsOneScriptString) {
   const std::size_t start = pane.find("var HTMLHelp = '") + 16;
   const std::string text = pane.substr(start, pane.find("\r\n", start) - start);
   EXPECT_TRUE(text.ends_with("      </table>';"));
-  EXPECT_NE(text.find("</table>\\n<div id=helpDiv style=\\'width:100%\\'>\\n"), std::string::npos);
-  EXPECT_NE(text.find("desc=\"it\\'s\""), std::string::npos);
+  EXPECT_TRUE(holds(text, "</table>\\n<div id=helpDiv style=\\'width:100%\\'>\\n"));
+  EXPECT_TRUE(holds(text, "desc=\"it\\'s\""));
 }
 
 }  // namespace

@@ -13,9 +13,7 @@
 namespace tarlo::scheme {
 namespace {
 
-using tarlo::testing::expectGolden;
-using tarlo::testing::holds;
-using tarlo::testing::WizardDatabase;
+using namespace tarlo::testing;
 
 constexpr std::string_view kSaved =
     "<script>window.top.switchStep();top.dialogArguments.window.location.reload();</script>";
@@ -50,17 +48,17 @@ TEST(Preview, TitlesOfASelectList) {
 
 void post(WizardDatabase& data, const std::string& computed, const std::string& filter,
           const std::string& statistics) {
-  data.ask("TableName", "10");
-  data.ask("step0Multi", "5");
-  data.ask("step1Virtual", computed);
-  data.ask("step2Rel", filter);
-  data.ask("step3Stats", statistics);
-  data.ask("step3Groupby", "102");
-  data.ask("Mulrelation", "0");
-  data.ask("step4Name", "it's");
-  data.ask("step4Memo", "d'oh");
-  data.ask("step4Sys", "1");
-  data.ask("step4Dic", "1");
+  data.ask({{"TableName", "10"},
+            {"step0Multi", "5"},
+            {"step1Virtual", computed},
+            {"step2Rel", filter},
+            {"step3Stats", statistics},
+            {"step3Groupby", "102"},
+            {"Mulrelation", "0"},
+            {"step4Name", "it's"},
+            {"step4Memo", "d'oh"},
+            {"step4Sys", "1"},
+            {"step4Dic", "1"}});
 }
 
 TEST(Preview, ListsTitlesOrRefuses) {
@@ -76,25 +74,20 @@ std::string save(WizardDatabase& data) {
 }
 
 TEST(SaveScheme, RefusalsWriteNothing) {
-  struct Row {
-    std::string key;
-    std::string value;
-    std::string answer;
-  };
-  const Row rows[] = {
+  const std::tuple<std::string, std::string, std::string> rows[] = {
       {"step4Name", "  ", "<script>sAlert('查询方案名称不能为空,请输入一个名字！');</script>"},
       {"step4Name", "taken",
        "<script>top.sAlert('查询方案名称已存在,请使用另一个名字！');</script>"},
       {"step1Virtual", "N:1+", "<script>top.sAlert('查询方案数据错误',false);</script>"},
       {"Mulrelation", "", "<script>top.sAlert('查询方案保存时出错！' , false );</script>"},
   };
-  for (const Row& row : rows) {
+  for (const auto& [key, value, answer] : rows) {
     WizardDatabase data;
     data.addScheme("taken", "Zembra_Flag", "1");
     post(data, "", "", "");
-    data.ask(row.key, row.value);
-    EXPECT_EQ(save(data), row.answer) << row.key;
-    EXPECT_EQ(data.rows("select count(*) from Zembra_Query_Main"), "1") << row.key;
+    data.ask(key, value);
+    EXPECT_EQ(save(data), answer) << key;
+    EXPECT_EQ(data.rows("select count(*) from Zembra_Query_Main"), "1") << key;
   }
 }
 
@@ -123,8 +116,7 @@ TEST(SaveScheme, StatisticsLeaveTheStoredRelationsAlone) {
   WizardDatabase data;
   const std::string id = data.addScheme("s", "Query_MultiRel,Query_MultiRelSel", "1,'6'");
   post(data, "", "", "102,6|||101,4|||");
-  data.ask("type", "1");
-  data.ask("prikeyid", id);
+  data.ask({{"type", "1"}, {"prikeyid", id}});
   EXPECT_EQ(save(data), kSaved);
   EXPECT_EQ(data.rows("select Query_Name,Query_Static,Query_MultiRel,Query_MultiRelSel,"
                       "Query_HasStatic,Zembra_ModiUser from Zembra_Query_Main"),

@@ -20,13 +20,7 @@ TEST(SchemeStore, LoadsListsAndCompiles) {
   EXPECT_EQ(titles[0].name, "大单");
   EXPECT_EQ(titles[1].id, 3);
 
-  struct Row {
-    int id;
-    std::string variant;
-    bool deleted;
-    std::string statement;
-  };
-  const Row rows[] = {
+  const std::tuple<int, std::string, bool, std::string> rows[] = {
       {1, "getQuery_Vir_Fil_Sta", false,
        "select SUM([Orders].[Amount]*2) as [Net] from [Orders] where [Orders].[Zembra_Flag]=1"
        " and ( [Orders].[Amount]*2 > '100') group by [Orders].[CustID]"},
@@ -39,12 +33,12 @@ TEST(SchemeStore, LoadsListsAndCompiles) {
        " where [Region].[ID]=[Customer].[ID] and [Customer].[Zembra_Flag]=1"
        " and [Region].[Zembra_Flag]=1"},
   };
-  for (const Row& row : rows) {
-    const auto scheme = loadScheme(data.page(), row.id);
+  for (const auto& [id, variant, deleted, statement] : rows) {
+    const auto scheme = loadScheme(data.page(), id);
     ASSERT_TRUE(scheme);
-    EXPECT_EQ(compile::operationFor(scheme->definition), row.variant);
-    EXPECT_EQ(scheme->deleted, row.deleted);
-    EXPECT_EQ(compile::compileDefinition(data.page(), scheme->definition), row.statement);
+    EXPECT_EQ(compile::operationFor(scheme->definition), variant);
+    EXPECT_EQ(scheme->deleted, deleted);
+    EXPECT_EQ(compile::compileDefinition(data.page(), scheme->definition), statement);
   }
   EXPECT_EQ(loadScheme(data.page(), 1)->stored, "select 1");
   EXPECT_FALSE(loadScheme(data.page(), 4));

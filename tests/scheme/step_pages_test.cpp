@@ -10,17 +10,12 @@
 namespace tarlo::scheme {
 namespace {
 
-using tarlo::testing::between;
-using tarlo::testing::expectGolden;
-using tarlo::testing::holds;
-using tarlo::testing::WizardDatabase;
+using namespace tarlo::testing;
 
 void askFor(WizardDatabase& data, const std::string& scheme = "") {
-  data.ask("sTable", "10");
-  data.ask("multi", "5,6,7");
+  data.ask({{"sTable", "10"}, {"multi", "5,6,7"}});
   if (scheme.empty()) return;
-  data.ask("type", "1");
-  data.ask("prikeyid", scheme);
+  data.ask({{"type", "1"}, {"prikeyid", scheme}});
 }
 
 TEST(StepFields, NamesOfPostedComputedFields) {
@@ -39,11 +34,7 @@ TEST(ComputedStep, OffersFieldsAndAnEmptyList) {
 }
 
 TEST(ComputedStep, RestoresReferencesAndDropsThoseThatAreGone) {
-  struct Row {
-    std::string stored;
-    std::string list;
-  };
-  const Row rows[] = {
+  const std::pair<std::string, std::string> rows[] = {
       {"N:[101]*2", "N:[Order.Sum|101]*2;"},
       {"N:1+[111]-[120]", "N:1+[Client.Town|111]-[Area.Key|120];"},
       {"a:[999]*2+[101];b:YEAR(GETDATE())", "a:[Order.Sum|101];b:YEAR(GETDATE());"},
@@ -52,16 +43,17 @@ TEST(ComputedStep, RestoresReferencesAndDropsThoseThatAreGone) {
       {"a:[101]]b[101", "a:[Order.Sum|101]101;"},
       {"", ""},
   };
-  for (const Row& row : rows) {
+  for (const auto& [stored, list] : rows) {
     WizardDatabase data;
-    askFor(data, data.addScheme("s", "Query_Vir", "'" + row.stored + "'"));
+    askFor(data, data.addScheme("s", "Query_Vir", "'" + stored + "'"));
     const std::string page = data.writtenBy([&] { addSearchDlg2(data.page()); });
-    EXPECT_EQ(between(page, "var divHTML='", "';\r\n"), "var divHTML='" + row.list) << row.stored;
+    EXPECT_EQ(between(page, "var divHTML='", "';\r\n"), "var divHTML='" + list) << stored;
   }
 }
 
-TEST(FilterStep, FieldsOfTablesReachedOnceAndTwice) {
-  WizardDatabase data;
+using FilterStep = tarlo::testing::On<WizardDatabase>;
+
+TEST_F(FilterStep, FieldsOfTablesReachedOnceAndTwice) {
   EXPECT_EQ(
       filterFields(data.page(), "10", "5", {"N"}),
       "N<<<<<<-1>>>>>>Key<<<<<<100>>>>>>Sum<<<<<<101>>>>>>Cust<<<<<<102>>>>>>Ship<<<<<<103>>>>>>"
@@ -79,8 +71,7 @@ TEST(FilterStep, FieldsOfTablesReachedOnceAndTwice) {
   EXPECT_FALSE(holds(filterFields(data.page(), "10", "5", {}), "Sum"));
 }
 
-TEST(FilterStep, RowsOfANewAndOfAStoredFilter) {
-  WizardDatabase data;
+TEST_F(FilterStep, RowsOfANewAndOfAStoredFilter) {
   askFor(data, data.addScheme("s", "Query_Rel", "'101,1,5\"0,and|||111|102,7,Paris'"));
   data.ask("virtual", "N:[Order.Sum|101]%252");
   expectGolden("filter_step.html",
@@ -113,24 +104,19 @@ TEST(StatisticsStep, OffersOrdinaryFieldsAndRestores) {
 }
 
 TEST(StatisticsStep, GroupingAndEscapesOfStoredSchemes) {
-  struct Row {
-    std::string statistics;
-    std::string grouping;
-    std::string script;
-  };
-  const Row rows[] = {
+  const std::tuple<std::string, std::string, std::string> rows[] = {
       {"", "", "</script>"},
       {"", "102",
        "    document.all(\"groupby\").selectvalue=102;\r\n"
        "    document.all(\"groupby\").value=102;\r\n</script>"},
       {"''x'',1", "", "StatsRecord='\\\\\\'x\\\\\\',1|||';\r\n"},
   };
-  for (const Row& row : rows) {
+  for (const auto& [statistics, grouping, script] : rows) {
     WizardDatabase data;
     askFor(data, data.addScheme("s", "Query_Static,Query_Group",
-                                "'" + row.statistics + "','" + row.grouping + "'"));
+                                "'" + statistics + "','" + grouping + "'"));
     const std::string page = data.writtenBy([&] { addSearchDlg4(data.page()); });
-    EXPECT_TRUE(holds(page, row.script)) << row.statistics << row.grouping;
+    EXPECT_TRUE(holds(page, script)) << statistics << grouping;
   }
 }
 

@@ -22,33 +22,27 @@ compile::Definition definitionOf(const std::string& computed, const std::string&
 }
 
 TEST(Diagnosis, NamesThePartAndTheReason) {
-  struct Row {
-    compile::Definition definition;
-    std::string where;
-    std::string reason;  // a part of it
-  };
-  const Row rows[] = {
+  const std::tuple<compile::Definition, std::string, std::string> rows[] = {
       {definitionOf("ok:1;bad:NOSUCH([101])"), "计算字段“bad”", "“NOSUCH”不存在"},
       {definitionOf("bad:1+"), "计算字段“bad”", "写法有误"},
       {definitionOf("", "101,1,1,and|||102,7,abc,-1"), "第 2 个过滤条件", "数据类型不符"},
       {definitionOf("N:[111]", "", "-1,4"), "第 1 个统计项", "数据类型不符"},
       {definitionOf("", "", "101,4|||111,6", "102"), "分组", "都应列入分组"},
   };
-  for (const Row& row : rows) {
+  for (const auto& [definition, where, reason] : rows) {
     WizardDatabase data;
     std::string statement;
     ErrorState err;
-    err.run([&] { statement = compile::compileDefinition(data.page(), row.definition); });
-    const Diagnosis found = diagnose(data.page(), row.definition, statement);
-    EXPECT_EQ(found.where, row.where) << statement;
-    EXPECT_TRUE(holds(found.reason, row.reason)) << found.reason << "\n" << statement;
+    err.run([&] { statement = compile::compileDefinition(data.page(), definition); });
+    const Diagnosis found = diagnose(data.page(), definition, statement);
+    EXPECT_EQ(found.where, where) << statement;
+    EXPECT_TRUE(holds(found.reason, reason)) << found.reason << "\n" << statement;
     EXPECT_FALSE(holds(found.reason, "Orders")) << found.reason;
   }
 }
 
 std::string preview(WizardDatabase& data, const std::string& computed) {
-  data.ask("TableName", "10");
-  data.ask("step1Virtual", computed);
+  data.ask({{"TableName", "10"}, {"step1Virtual", computed}});
   return data.writtenBy([&] { previewSearchdlg(data.page()); });
 }
 

@@ -9,10 +9,7 @@
 namespace tarlo::scheme {
 namespace {
 
-using tarlo::testing::between;
-using tarlo::testing::expectGolden;
-using tarlo::testing::holds;
-using tarlo::testing::WizardDatabase;
+using namespace tarlo::testing;
 
 std::string shell(WizardDatabase& data) {
   return data.writtenBy([&] { addSearchDlg(data.page()); });
@@ -51,8 +48,7 @@ TEST(WizardShell, SetsUpTheDialogInOrder) {
 TEST(WizardShell, AChangedSchemePresetsTheFirstStep) {
   WizardDatabase data;
   const std::string unchanged = shell(data);
-  data.ask("type", "1");
-  data.ask("prikeyid", data.addScheme("s", "Query_MultiRel", "1"));
+  data.ask({{"type", "1"}, {"prikeyid", data.addScheme("s", "Query_MultiRel", "1")}});
   const std::string page = data.writtenBy([&] { modisearchdlg(data.page()); });
   expectGolden("wizard_change.html", linesBeyond(page, unchanged));
 }
@@ -61,8 +57,7 @@ TEST(WizardShell, OnlyZeroIsSingleLevel) {
   for (const auto& [stored, isMultiLevel] :
        {std::pair{"0", false}, std::pair{"1", true}, std::pair{"null", true}}) {
     WizardDatabase data;
-    data.ask("type", 1);
-    data.ask("prikeyid", data.addScheme("s", "Query_MultiRel", stored));
+    data.ask({{"type", 1}, {"prikeyid", data.addScheme("s", "Query_MultiRel", stored)}});
     const std::string page = shell(data);
     EXPECT_EQ(holds(page, "value=\"1\" checked"), isMultiLevel) << stored;
     EXPECT_EQ(holds(page, "value=\"0\" checked"), !isMultiLevel) << stored;
@@ -71,8 +66,7 @@ TEST(WizardShell, OnlyZeroIsSingleLevel) {
 
 TEST(WizardShell, ASchemeThatIsNotThereGivesEmptyPresets) {
   WizardDatabase data;
-  data.ask("type", "1");
-  data.ask("prikeyid", "999");
+  data.ask({{"type", "1"}, {"prikeyid", "999"}});
   const std::string page = shell(data);
   EXPECT_TRUE(holds(page, "beginvalue=\"-1\" selectvalue=\"\""));
   EXPECT_TRUE(holds(page, "value=\"0\" checked"));
@@ -80,8 +74,7 @@ TEST(WizardShell, ASchemeThatIsNotThereGivesEmptyPresets) {
 
 TEST(WizardShell, AHostileIdEndsNeitherScriptNorAttribute) {
   WizardDatabase data;
-  data.ask("type", "1");
-  data.ask("prikeyid", "1'\"</script><b>");
+  data.ask({{"type", "1"}, {"prikeyid", "1'\"</script><b>"}});
   const std::string page = shell(data);
   EXPECT_FALSE(holds(page, "1'\"</script>"));
   EXPECT_TRUE(holds(page, "&prikeyid=1%27%22%3C/script%3E%3Cb%3E&sTable"));

@@ -13,6 +13,7 @@ namespace tarlo::services {
 namespace {
 
 using testing::errorOf;
+using testing::holds;
 using testing::PlatformDatabase;
 using testing::textOf;
 
@@ -54,17 +55,12 @@ class TransferTest : public ::testing::Test {
   }
   TransferTest() {
     std::filesystem::create_directories(folder_.path() / "root");
-    data_.registerObject("Scripting.FileSystemObject",
-                         [this] { return makeFileSystem(folder_.path() / "root"); });
+    data_.local().registerObject("Scripting.FileSystemObject",
+                                 [this] { return makeFileSystem(folder_.path() / "root"); });
   }
 
-  struct Database : PlatformDatabase {
-    void registerObject(std::string name, std::function<std::shared_ptr<Object>()> make) {
-      local().registerObject(std::move(name), std::move(make));
-    }
-  };
   testing::TemporaryFolder folder_;
-  Database data_;
+  PlatformDatabase data_;
   CountingResponse response_;
 };
 
@@ -99,7 +95,7 @@ TEST_F(TransferTest, AFileOfMoreThanTwoGigabytes) {
   constexpr std::uint64_t kSize = (std::uint64_t{1} << 31) + 5;
   EXPECT_TRUE(transfer(file("large", kSize)));  // without blocks on the disk
   EXPECT_EQ(response_.sent, kSize);
-  EXPECT_NE(response_.headers.find("content-length: 2147483653\n"), std::string::npos);
+  EXPECT_TRUE(holds(response_.headers, "content-length: 2147483653\n"));
 }
 
 TEST_F(TransferTest, NothingOutsideTheFolderIsSent) {
@@ -118,7 +114,7 @@ TEST_F(TransferTest, NothingOutsideTheFolderIsSent) {
     EXPECT_EQ(errorOf([&] { transfer(path); }), 53) << path;
     EXPECT_EQ(response_.headers, "") << path;
   }
-  data_.registerObject("Scripting.FileSystemObject", [] { return makeFileSystem(""); });
+  data_.local().registerObject("Scripting.FileSystemObject", [] { return makeFileSystem(""); });
   EXPECT_EQ(errorOf([&] { transfer(inside); }), 53);
 }
 
@@ -156,7 +152,7 @@ TEST(Policies, AnUnknownOneIsATableOfZeros) {
   EXPECT_TRUE(cells.at(9, 0).isEmpty());
   EXPECT_TRUE(cells.at(0, 1).isEmpty());
   const std::string pane = frame::getOEMInfoHTML(page);
-  EXPECT_NE(pane.find(">一<br>二</td>"), std::string::npos) << pane;
+  EXPECT_TRUE(holds(pane, ">一<br>二</td>")) << pane;
   data.execute("update Zembra_Policy set Policy_Name='x'");
   EXPECT_EQ(errorOf([&] { frame::getOEMInfoHTML(page); }), 5);
 }

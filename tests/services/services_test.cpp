@@ -2,29 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "services/data_sources.h"
 #include "services/operations.h"
 #include "support/dictionary.h"
+#include "support/golden_page.h"
+#include "support/text.h"
 
 namespace tarlo::services {
 namespace {
 
 using testing::errorOf;
+using testing::holds;
 using testing::textOf;
 
 constexpr const char* kColours =
     "select 1,'Red' union all select 2,'Green' union all select 3,'Blue'";
 
 TEST(DataSources, ADelimitedSourceEndsWithTheLastMatch) {
-  struct Row {
-    std::string sql;
-    Variant wanted;
-    std::string source;
-  };
-  const Row rows[] = {
+  const std::tuple<std::string, Variant, std::string> rows[] = {
       {kColours, "2", "<Red<1<Green<2<Blue<3>1"},
       {kColours, 3, "<Red<1<Green<2<Blue<3>2"},
       {kColours, "", "<Red<1<Green<2<Blue<3>"},
@@ -33,9 +28,9 @@ TEST(DataSources, ADelimitedSourceEndsWithTheLastMatch) {
       {"select 1,'a' where 1=0", "1", "Empty"},
   };
   testing::DictionaryDatabase data;
-  for (const Row& row : rows) {
-    Variant wanted = row.wanted;
-    EXPECT_EQ(textOf(TarloCBODataSource(data.page(), row.sql, wanted)), row.source) << row.sql;
+  for (const auto& [sql, given, source] : rows) {
+    Variant wanted = given;
+    EXPECT_EQ(textOf(TarloCBODataSource(data.page(), sql, wanted)), source) << sql;
   }
   Variant wanted = variant::Null{};
   TarloCBODataSource(data.page(), kColours, wanted);
@@ -105,16 +100,8 @@ TEST(DivDialog, IsWrittenWithStandardButtonsUnlessSomeAreGiven) {
   int error = 0;
   const std::string page = dialog(400, "300", "", error);
   EXPECT_EQ(error, 0);
-  const std::string path = TARLO_TEST_DATA "/golden/div_dialog.html";
-  if (std::getenv("TARLO_REWRITE_GOLDEN") != nullptr) {
-    std::ofstream(path, std::ios::binary) << page;
-  }
-  std::ifstream file(path, std::ios::binary);
-  std::stringstream expected;
-  expected << file.rdbuf();
-  EXPECT_EQ(page, expected.str());
-  EXPECT_NE(dialog(400, 300, "[own]", error).find("<div id=winBtnID>[own]</div>"),
-            std::string::npos);
+  testing::expectGolden("div_dialog.html", page);
+  EXPECT_TRUE(holds(dialog(400, 300, "[own]", error), "<div id=winBtnID>[own]</div>"));
 }
 
 TEST(DivDialog, AWrongSizeStopsBehindTheStartOfTheBox) {
@@ -124,7 +111,7 @@ TEST(DivDialog, AWrongSizeStopsBehindTheStartOfTheBox) {
     const std::string page = dialog(width, 300, "", error);
     EXPECT_EQ(error, number);
     EXPECT_TRUE(page.starts_with("    <div neo=comboParent   id=box "));
-    EXPECT_EQ(page.find("<table"), std::string::npos);
+    EXPECT_FALSE(holds(page, "<table"));
   }
 }
 

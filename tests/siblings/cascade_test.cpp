@@ -68,9 +68,8 @@ TEST_F(Cascade, GivesOnlyWhatAPageOffered) {
            {"value", "City"},
            {"text", "ID"},
            {"condition", ""},
-           {"condition", "Zembra_Flag <> 0 or 1=1"}}) {
+           {"condition", "Zembra_Flag <> 0 or 1=1"}})
     EXPECT_EQ(refusal({change}), kDenied) << change.first;
-  }
 }
 
 TEST_F(Cascade, RefusesWhatTheDictionaryDoesNotHold) {

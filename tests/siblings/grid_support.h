@@ -14,6 +14,7 @@
 #include "siblings/siblings.h"
 #include "support/database_page.h"
 #include "support/schema_files.h"
+#include "support/text.h"
 #include "text/fold.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
@@ -96,9 +97,8 @@ class GridPage : public ::testing::Test, public DatabasePage {
   static std::string names(const Json& answer) {
     if (!answer.at("ok").get<bool>()) return answer.at("error");
     std::string all;
-    for (const Json& row : answer.at("rows")) {
+    for (const Json& row : answer.at("rows"))
       all += (all.empty() ? "" : ",") + row.at("cells").at(0).get<std::string>();
-    }
     return all;
   }
 };

@@ -6,6 +6,8 @@
 namespace tarlo::siblings {
 namespace {
 
+using tarlo::testing::holds;
+
 using frame::callMethod;
 
 class Grid : public testing::GridPage {
@@ -32,32 +34,30 @@ TEST_F(Grid, DrawsItsFirstPageAtOnce) {
   table->put("onRowDoubleClick", "ShowDetail()");
   callMethod(*table, "WriteTable");
   const std::string html = local().written();
-  EXPECT_NE(html.find("<tr id=\"SearchTable_row1\" dataID=\"40\"><td>方案40</td><td>销售</td>"
-                      "<td>用户</td><td>2024-02-10</td></tr>"),
-            std::string::npos)
+  EXPECT_TRUE(holds(html,
+                    "<tr id=\"SearchTable_row1\" dataID=\"40\"><td>方案40</td><td>销售</td>"
+                    "<td>用户</td><td>2024-02-10</td></tr>"))
       << html;
-  EXPECT_EQ(html.find("SearchTable_row16"), std::string::npos);
+  EXPECT_FALSE(holds(html, "SearchTable_row16"));
   const Json set = settings(html);
   EXPECT_EQ(set.at("total"), 40);
   EXPECT_EQ(set.at("buttons").at(0).at("cssClass"), "btnX");
   EXPECT_EQ(set.at("menus").at(0).at("views").at(1).at("script"),
             "SearchTable.gotoView(\" a.Query_System = 1 \",\"视图\")");
-  EXPECT_EQ(html.find("Zembra_Query_Main"), std::string::npos) << "the statement left the server";
+  EXPECT_FALSE(holds(html, "Zembra_Query_Main")) << "the statement left the server";
 }
 
 TEST_F(Grid, TakesFlagsAsBooleansAndAsTexts) {
-  const struct {
-    Variant value;
-    bool expected;
-  } rows[] = {{true, true},       {false, false}, {"true", true}, {"false", false},
-              {" False ", false}, {"", false},    {-1, true},     {Variant(), false}};
-  for (const auto& row : rows) {
+  const std::pair<Variant, bool> rows[] = {{true, true},     {false, false},     {"true", true},
+                                           {"false", false}, {" False ", false}, {"", false},
+                                           {-1, true},       {Variant(), false}};
+  for (const auto& [value, expected] : rows) {
     auto table = withViews();
-    for (const char* name : {"showMenu", "MultiPage", "Search"}) table->put(name, row.value);
+    for (const char* name : {"showMenu", "MultiPage", "Search"}) table->put(name, value);
     const Json set = settings(draw(*table));
-    EXPECT_EQ(set.at("menus").size(), row.expected ? 1u : 0u);
-    EXPECT_EQ(set.at("multiPage"), row.expected);
-    EXPECT_EQ(set.at("search"), row.expected);
+    EXPECT_EQ(set.at("menus").size(), expected ? 1u : 0u);
+    EXPECT_EQ(set.at("multiPage"), expected);
+    EXPECT_EQ(set.at("search"), expected);
   }
 }
 
@@ -83,12 +83,7 @@ TEST_F(Grid, RefusesWhatItsPageGotWrong) {
 
 TEST_F(Grid, PagesSortsAndSearches) {
   const std::string key = keyOf(*withViews());
-  const struct {
-    std::map<std::string, std::string> values;
-    const char* names;
-    int total;
-    int page;
-  } cases[] = {
+  const std::tuple<std::map<std::string, std::string>, const char*, int, int> cases[] = {
       {{{"page", "3"}}, "方案10,方案9,方案8,方案7,方案6,方案5,方案4,方案3,方案2,方案1", 40, 3},
       {{{"page", "99"}, {"search", "方案3"}},
        "方案39,方案38,方案37,方案36,方案35,方案34,方案33,"
@@ -109,11 +104,11 @@ TEST_F(Grid, PagesSortsAndSearches) {
       {{{"search", "没有"}}, "", 0, 1},
       {{{"search", "2024-02-1x"}}, "", 0, 1},
   };
-  for (const auto& row : cases) {
-    const Json answer = rows(key, row.values);
-    EXPECT_EQ(names(answer), row.names);
-    EXPECT_EQ(answer.value("total", -1), row.total) << answer;
-    EXPECT_EQ(answer.value("page", -1), row.page);
+  for (const auto& [values, names, total, page] : cases) {
+    const Json answer = rows(key, values);
+    EXPECT_EQ(names(answer), names);
+    EXPECT_EQ(answer.value("total", -1), total) << answer;
+    EXPECT_EQ(answer.value("page", -1), page);
   }
   EXPECT_EQ(local().headers().at("Content-Type"), "application/json; charset=utf-8");
 }
@@ -121,14 +116,11 @@ TEST_F(Grid, PagesSortsAndSearches) {
 TEST_F(Grid, TakesSearchTextAsText) {
   addScheme("100% [a] it's_x", 0, 0);
   const std::string key = keyOf(*grid());
-  const struct {
-    const char* search;
-    int total;
-  } cases[] = {{"%", 1},           {"_", 1},    {"[a]", 1}, {"[a", 1},   {"'", 1},
-               {"' or 1=1 --", 0}, {"it's", 1}, {"]", 1},   {"[^x]", 0}, {"100% [A] IT'S_X", 1}};
-  for (const auto& row : cases) {
-    EXPECT_EQ(rows(key, {{"search", row.search}}).value("total", -1), row.total) << row.search;
-  }
+  const std::pair<const char*, int> cases[] = {
+      {"%", 1},           {"_", 1},    {"[a]", 1}, {"[a", 1},   {"'", 1},
+      {"' or 1=1 --", 0}, {"it's", 1}, {"]", 1},   {"[^x]", 0}, {"100% [A] IT'S_X", 1}};
+  for (const auto& [search, total] : cases)
+    EXPECT_EQ(rows(key, {{"search", search}}).value("total", -1), total) << search;
 }
 
 TEST_F(Grid, RunsNoConditionButItsOwn) {
@@ -153,12 +145,7 @@ TEST_F(Grid, RunsNoConditionButItsOwn) {
 
 TEST_F(Grid, ListsWhateverStatementPagesGiveIt) {
   addScheme("=1+1", 0, -9);
-  const struct {
-    const char* sql;
-    const char* title;
-    const char* names;
-    int total;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*, int> cases[] = {
       {"select str(a.Query_ID)+'|7' as id,a.Query_Name as [x] from Zembra_Query_Main a where "
        "a.Query_ID=1 union select str(a.Query_ID)+'|8',a.Query_Name from Zembra_Query_Main a where "
        "a.Query_ID=2 ",
@@ -175,13 +162,13 @@ TEST_F(Grid, ListsWhateverStatementPagesGiveIt) {
        "方案40,=1+1", 2},
       {"select * from Zembra_Dict_TableDir", "名称", "销售,采购", 2},
   };
-  for (const auto& row : cases) {
-    const std::string html = draw(*grid(row.sql, row.title));
+  for (const auto& [sql, title, names, total] : cases) {
+    const std::string html = draw(*grid(sql, title));
     const Json set = settings(html);
-    EXPECT_EQ(set.at("error"), "") << row.sql;
-    EXPECT_EQ(set.at("total"), row.total) << row.sql;
-    EXPECT_EQ(names(rows(set.at("key"), {{"reload", "1"}})), row.names) << row.sql;
-    EXPECT_TRUE(rows(set.at("key"), {{"search", "x"}, {"sort", "1"}}).at("ok")) << row.sql;
+    EXPECT_EQ(set.at("error"), "") << sql;
+    EXPECT_EQ(set.at("total"), total) << sql;
+    EXPECT_EQ(names(rows(set.at("key"), {{"reload", "1"}})), names) << sql;
+    EXPECT_TRUE(rows(set.at("key"), {{"search", "x"}, {"sort", "1"}}).at("ok")) << sql;
   }
 }
 
@@ -203,7 +190,7 @@ TEST_F(Grid, SaysInPlainWordsThatItHasNoRows) {
         "select a.Query_ID,a.Query_Name/0 from Zembra_Query_Main a"}) {
     const std::string html = draw(*grid(sql));
     EXPECT_EQ(settings(html).at("error"), "列表的查询语句无法执行，请与系统管理员联系。") << sql;
-    EXPECT_EQ(html.find("Nowhere"), std::string::npos);
+    EXPECT_FALSE(holds(html, "Nowhere"));
   }
   EXPECT_EQ(names(rows(keyOf(*grid()))).substr(0, 8), "方案40");
   // Without a statement there is nothing to list, and nothing broken.
@@ -213,13 +200,13 @@ TEST_F(Grid, SaysInPlainWordsThatItHasNoRows) {
 TEST_F(Grid, WritesNoMarkupThatDataBringsAlong) {
   addScheme("<script>x</script>&lt;b&gt; & &#128512;\"", 0, 99);
   const std::string html = draw(*grid());
-  EXPECT_NE(html.find("<td>&lt;script&gt;x&lt;/script&gt;&lt;b&gt; &amp; &#128512;&quot;</td>"),
-            std::string::npos);
+  EXPECT_TRUE(
+      holds(html, "<td>&lt;script&gt;x&lt;/script&gt;&lt;b&gt; &amp; &#128512;&quot;</td>"));
   auto table = grid();
   callMethod(*table, "addActions", {"</script><img>", "c", "f()", "btnX"});
-  EXPECT_EQ(draw(*table).find("</script><img>"), std::string::npos);
+  EXPECT_FALSE(holds(draw(*table), "</script><img>"));
   table->put("Width", "1%;background:url(x)");
-  EXPECT_EQ(draw(*table).find("url("), std::string::npos);
+  EXPECT_FALSE(holds(draw(*table), "url("));
 }
 
 TEST_F(Grid, ExportsTheViewForSpreadsheets) {
@@ -259,7 +246,7 @@ TEST_F(Grid, ServesTheManagerOfSchemes) {
   for (const auto& each : progIds()) local().registerObject(std::string(each.name), each.make);
   scheme::ctrlSearch(page());
   const std::string html = local().written();
-  EXPECT_NE(html.find("role=\"menubar\""), std::string::npos);
+  EXPECT_TRUE(holds(html, "role=\"menubar\""));
   const Json set = settings(html);
   EXPECT_EQ(set.at("error"), "");
   EXPECT_EQ(set.at("total"), 40);
@@ -267,9 +254,8 @@ TEST_F(Grid, ServesTheManagerOfSchemes) {
   EXPECT_EQ(set.at("menus").at(1).at("views").size(), 4u);
   // What the page's own two functions set, and a directory's view.
   const std::string key = set.at("key");
-  for (const char* condition : {" and a.Query_System = 1", " and a.Query_System = 0"}) {
+  for (const char* condition : {" and a.Query_System = 1", " and a.Query_System = 0"})
     EXPECT_EQ(rows(key, {{"right", condition}}).value("total", -1), 20);
-  }
   EXPECT_EQ(rows(key, {{"view", " b.Zembra_ID =2 "}}).value("total", -1), 0);
 }
 
@@ -285,7 +271,7 @@ TEST_F(Grid, NotesWhatASessionHasListed) {
   };
   EXPECT_EQ(kept(0), kSql);
   const std::string ordered = kept(1);
-  EXPECT_NE(ordered.find("ORDER BY [a].[Zembra_WriteDate] DESC"), std::string::npos) << ordered;
+  EXPECT_TRUE(holds(ordered, "ORDER BY [a].[Zembra_WriteDate] DESC")) << ordered;
   EXPECT_FALSE(frame::rows(page(), ordered).empty());
   for (int i = 0; i < 25; ++i) draw(*grid());  // the same list keeps its row
   const auto written = [&] {

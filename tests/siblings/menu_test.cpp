@@ -2,11 +2,14 @@
 
 #include "frame/sibling_calls.h"
 #include "siblings/components.h"
+#include "support/text.h"
 #include "variant/convert.h"
 #include "variant/runtime_error.h"
 
 namespace tarlo::siblings {
 namespace {
+
+using tarlo::testing::holds;
 
 using frame::callMethod;
 
@@ -31,14 +34,13 @@ TEST(Menu, WritesItsTitleOnceAndItsEntriesWhereTheyBelong) {
   menu->put("title", "<div id=Head><img id=Head></div>");
   const std::string html = variant::spliced(callMethod(*menu, "writemenu"));
   EXPECT_EQ(countOf(html, "id=Head"), 2u);
-  EXPECT_EQ(html.find("plain"), std::string::npos);
-  EXPECT_NE(
-      html.find("href=\"javascript: Save(1,&quot;a&quot;);\" target=\"main\">Ocean &amp; Sky</a>"),
-      std::string::npos)
+  EXPECT_FALSE(holds(html, "plain"));
+  EXPECT_TRUE(holds(
+      html, "href=\"javascript: Save(1,&quot;a&quot;);\" target=\"main\">Ocean &amp; Sky</a>"))
       << html;
   EXPECT_EQ(countOf(html, "aria-haspopup"), 1u);
   EXPECT_EQ(countOf(html, "role=\"separator\""), 2u);
-  EXPECT_EQ(html.find("Elsewhere"), std::string::npos);
+  EXPECT_FALSE(holds(html, "Elsewhere"));
   EXPECT_EQ(variant::spliced(menu->get("title")), "<div id=Head><img id=Head></div>");
 }
 
@@ -47,7 +49,7 @@ TEST(Menu, RefusesUnknownMembersAndWrongCalls) {
   EXPECT_THROW(menu->put("Width", 1), RuntimeError);
   EXPECT_THROW(callMethod(*menu, "AddMenu0", {"a", "b"}), RuntimeError);
   menu->put("Left", "1px;color:red");
-  EXPECT_EQ(variant::spliced(callMethod(*menu, "WriteMenu")).find("red"), std::string::npos);
+  EXPECT_FALSE(holds(variant::spliced(callMethod(*menu, "WriteMenu")), "red"));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 // A menu with its permissions, directories and schemes, and siblings that write what is done with
 // them into the page, in order.
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <memory>
 #include <string>
@@ -12,6 +14,12 @@
 #include "variant/convert.h"
 
 namespace tarlo::testing {
+
+// A fixture that has a database of its own for each test.
+template <class Database>
+struct On : ::testing::Test {
+  Database data;
+};
 
 inline constexpr std::string_view kPageTables = R"sql(
 CREATE TABLE Zembra_Menu (Menu_ID int, Menu_Name nvarchar(100), Menu_Href nvarchar(500),

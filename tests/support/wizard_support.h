@@ -16,6 +16,10 @@ class WizardDatabase : public PlatformDatabase {
           progId, [this, name] { return std::make_shared<RecordingObject>(page(), name); });
     }
   }
+  using PlatformDatabase::ask;
+  void ask(std::initializer_list<std::pair<std::string_view, Variant>> values) {
+    for (const auto& [key, value] : values) ask(key, value);
+  }
 };
 
 }  // namespace tarlo::testing
