@@ -104,9 +104,9 @@ TEST_F(Grid, PagesSortsAndSearches) {
       {{{"search", "没有"}}, "", 0, 1},
       {{{"search", "2024-02-1x"}}, "", 0, 1},
   };
-  for (const auto& [values, names, total, page] : cases) {
+  for (const auto& [values, listed, total, page] : cases) {
     const Json answer = rows(key, values);
-    EXPECT_EQ(names(answer), names);
+    EXPECT_EQ(names(answer), listed);
     EXPECT_EQ(answer.value("total", -1), total) << answer;
     EXPECT_EQ(answer.value("page", -1), page);
   }
@@ -162,12 +162,12 @@ TEST_F(Grid, ListsWhateverStatementPagesGiveIt) {
        "方案40,=1+1", 2},
       {"select * from Zembra_Dict_TableDir", "名称", "销售,采购", 2},
   };
-  for (const auto& [sql, title, names, total] : cases) {
+  for (const auto& [sql, title, listed, total] : cases) {
     const std::string html = draw(*grid(sql, title));
     const Json set = settings(html);
     EXPECT_EQ(set.at("error"), "") << sql;
     EXPECT_EQ(set.at("total"), total) << sql;
-    EXPECT_EQ(names(rows(set.at("key"), {{"reload", "1"}})), names) << sql;
+    EXPECT_EQ(names(rows(set.at("key"), {{"reload", "1"}})), listed) << sql;
     EXPECT_TRUE(rows(set.at("key"), {{"search", "x"}, {"sort", "1"}}).at("ok")) << sql;
   }
 }
