@@ -1,6 +1,6 @@
 #include "text/date_text.h"
 
-#include <fmt/format.h>
+#include <fmt/compile.h>
 
 #include <algorithm>
 #include <array>
@@ -40,18 +40,14 @@ class DateReader {
   }
 
  private:
-  std::size_t digits() const {
-    const auto* end = std::find_if_not(rest_.begin(), rest_.end(), isDigit);
-    return static_cast<std::size_t>(end - rest_.begin());
+  bool beginsTime() const {
+    const auto* end = std::ranges::find_if_not(rest_, isDigit);
+    return end != rest_.end() && *end == ':';
   }
 
-  bool beginsTime() const { return rest_.substr(digits()).starts_with(':'); }
-
   bool readDay() {
-    if (digits() == 8) {
-      return number(4, 4, time_.year) && number(2, 2, time_.month) && number(2, 2, time_.day);
-    }
     if (!number(4, 4, time_.year) || rest_.empty()) return false;
+    if (isDigit(rest_[0])) return number(2, 2, time_.month) && number(2, 2, time_.day);
     const char separator = rest_[0];
     return forms_.separators.find(separator) != std::string_view::npos && character(separator) &&
            number(1, 2, time_.month) && character(separator) && number(1, 2, time_.day);
@@ -71,9 +67,9 @@ class DateReader {
     if (!character(':')) return true;
     if (!number(forms_.leastDigits, 2, time_.second)) return false;
     if (!character('.')) return true;
-    const std::size_t count = digits();
+    const std::size_t before = rest_.size();
     if (!number(1, 3, time_.millisecond)) return false;
-    for (std::size_t given = count; given < 3; ++given) time_.millisecond *= 10;
+    for (std::size_t given = before - rest_.size(); given < 3; ++given) time_.millisecond *= 10;
     return true;
   }
 
@@ -84,10 +80,13 @@ class DateReader {
   }
 
   bool number(std::size_t fewest, std::size_t most, int& value) {
-    const std::size_t count = std::min(digits(), most);
+    std::size_t count = 0;
+    int read = 0;
+    while (count < most && count < rest_.size() && isDigit(rest_[count])) {
+      read = read * 10 + (rest_[count++] - '0');
+    }
     if (count < fewest) return false;
-    value = 0;
-    for (const char c : rest_.substr(0, count)) value = value * 10 + (c - '0');
+    value = read;
     rest_.remove_prefix(count);
     return true;
   }
@@ -96,14 +95,6 @@ class DateReader {
   const DateForms& forms_;
   CalendarTime time_;
 };
-
-using Written = fmt::basic_memory_buffer<char, 32>;
-Written written(const CalendarTime& time) {
-  Written text;
-  fmt::format_to(std::back_inserter(text), "{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year,
-                 time.month, time.day, time.hour, time.minute, time.second);
-  return text;
-}
 
 }  // namespace
 
@@ -157,17 +148,18 @@ std::optional<CalendarTime> readWrittenDate(std::string_view text) {
 }
 
 std::string dayText(const CalendarTime& time) {
-  return fmt::format("{:04}-{:02}-{:02}", time.year, time.month, time.day);
+  return fmt::format(FMT_COMPILE("{:04}-{:02}-{:02}"), time.year, time.month, time.day);
 }
 
 std::string dateTimeText(const CalendarTime& time) {
-  return fmt::to_string(written(time));
+  return fmt::format(FMT_COMPILE("{:04}-{:02}-{:02} {:02}:{:02}:{:02}"), time.year, time.month,
+                     time.day, time.hour, time.minute, time.second);
 }
 
 std::string millisecondText(const CalendarTime& time) {
-  Written text = written(time);
-  fmt::format_to(std::back_inserter(text), ".{:03}", time.millisecond);
-  return fmt::to_string(text);
+  std::string text = dateTimeText(time);
+  fmt::format_to(std::back_inserter(text), FMT_COMPILE(".{:03}"), time.millisecond);
+  return text;
 }
 
 }  // namespace tarlo::text

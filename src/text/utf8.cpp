@@ -1,38 +1,60 @@
 #include "text/utf8.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tarlo::text {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// Bytes that the lead byte announces; 0 for a byte that leads nothing.
-std::uint32_t announced(unsigned lead) {
-  if (lead < 0xC2 || lead > 0xF4) return 0;
-  if (lead < 0xE0) return 2;
-  return lead < 0xF0 ? 3 : 4;
+// The low bits of the byte at `i`; above 0x3F where that continues no character.
+unsigned tailAt(std::string_view text, std::size_t i) {
+  return static_cast<unsigned char>(text[i]) ^ 0x80U;
+}
+
+// The reading itself, for the loops below too: a call for each character would be felt.
+inline Character readBeyondAscii(std::string_view text) {
+  const unsigned lead = static_cast<unsigned char>(text.front());
+  const Character none{lead, 0};
+  if (lead < 0xC2 || lead > 0xF4 || text.size() < 2) return none;
+  const unsigned second = tailAt(text, 1);
+  if (second > 0x3F) return none;
+  if (lead < 0xE0) return {(lead & 0x1F) << 6 | second, 2};
+  if (text.size() < 3) return none;
+  const unsigned third = tailAt(text, 2);
+  if (third > 0x3F) return none;
+  if (lead < 0xF0) {
+    const char32_t point = (lead & 0x0F) << 12 | second << 6 | third;
+    const bool isSurrogate = point >= 0xD800 && point <= 0xDFFF;
+    return point < 0x800 || isSurrogate ? none : Character{point, 3};
+  }
+  if (text.size() < 4) return none;
+  const unsigned fourth = tailAt(text, 3);
+  const char32_t point = (lead & 0x07) << 18 | second << 12 | third << 6 | fourth;
+  return fourth > 0x3F || point < 0x10000 || point > 0x10FFFF ? none : Character{point, 4};
+}
+
+std::size_t lengthAt(std::string_view text) {
+  return text.front() >= 0 ? 1 : readBeyondAscii(text).length;
+}
+
+// Bytes at the front that are ASCII and not NUL, in steps of eight: statements and pages are mostly
+// that.
+std::size_t plainRun(std::string_view text) {
+  std::size_t run = 0;
+  for (; text.size() - run >= 8; run += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + run, sizeof word);
+    if ((((word - 0x0101010101010101U) | word) & 0x8080808080808080U) != 0) break;
+  }
+  return run;
 }
 
 }  // namespace
 
 Character characterBeyondAscii(std::string_view text) {
-  const auto byteAt = [&](std::size_t i) -> unsigned {
-    return static_cast<unsigned char>(text[i]);
-  };
-  const Character none{byteAt(0), 0};
-  const std::uint32_t length = announced(none.point);
-  if (length == 0 || length > text.size()) return none;
-  char32_t point = none.point & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    const unsigned tail = byteAt(i) ^ 0x80U;
-    if (tail > 0x3F) return none;
-    point = point << 6 | tail;
-  }
-  constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool isSurrogate = point >= 0xD800 && point <= 0xDFFF;
-  if (point < kLeast[length] || point > 0x10FFFF || isSurrogate) return none;
-  return {point, length};
+  return readBeyondAscii(text);
 }
 
 char32_t takeCodePoint(std::string_view& text) {
@@ -59,17 +81,14 @@ void appendUtf8(std::string& text, char32_t point) {
 }
 
 std::size_t firstInvalidByte(std::string_view text) {
-  std::size_t i = 0;
-  while (i < text.size()) {
-    if (beginsPlain(text.substr(i))) {
-      i += 8;
-      continue;
-    }
-    const std::size_t length = text[i] == '\0' ? 0 : utf8Length(text.substr(i));
-    if (length == 0) return i;
-    i += length;
+  std::string_view rest = text;
+  for (;;) {
+    rest.remove_prefix(plainRun(rest));
+    if (rest.empty()) return std::string_view::npos;
+    const std::size_t length = rest.front() == '\0' ? 0 : lengthAt(rest);
+    if (length == 0) return text.size() - rest.size();
+    rest.remove_prefix(length);
   }
-  return std::string_view::npos;
 }
 
 std::string_view utf8Prefix(std::string_view text, std::size_t characters) {
@@ -89,21 +108,19 @@ std::size_t utf16Length(std::string_view text) {
 }
 
 Utf16Cut utf16Cut(std::string_view text, std::size_t units) {
-  std::size_t byte = 0;
+  std::string_view rest = text;
   std::size_t counted = 0;
-  while (counted < units && byte < text.size()) {
-    const std::string_view rest = text.substr(byte);
-    if (units - counted >= 8 && beginsPlain(rest)) {
-      byte += 8;
-      counted += 8;
-      continue;
-    }
-    const std::size_t length = std::max<std::size_t>(utf8Length(rest), 1);
+  for (;;) {
+    const std::size_t run = plainRun(rest.substr(0, units - counted));
+    rest.remove_prefix(run);
+    counted += run;
+    const std::size_t byte = text.size() - rest.size();
+    if (counted == units || rest.empty()) return {byte, byte, counted};
+    const std::size_t length = std::max<std::size_t>(lengthAt(rest), 1);
     counted += length == 4 ? 2 : 1;
     if (counted > units) return {byte, byte + length, counted};
-    byte += length;
+    rest.remove_prefix(length);
   }
-  return {byte, byte, counted};
 }
 
 }  // namespace tarlo::text

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -32,15 +31,6 @@ void appendUtf8(std::string& text, char32_t point);
 
 constexpr bool isContinuation(char c) {
   return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
-// Whether the text begins with eight bytes of ASCII that are not NUL: statements and pages are
-// mostly that, and go by in such steps.
-inline bool beginsPlain(std::string_view text) {
-  if (text.size() < 8) return false;
-  std::uint64_t word;
-  std::memcpy(&word, text.data(), sizeof word);
-  return (((word - 0x0101010101010101U) | word) & 0x8080808080808080U) == 0;
 }
 
 // Offset of the first byte that is not UTF-8 or is NUL; npos when there is none.

@@ -149,7 +149,8 @@ class Conversion {
     bound.text = text_;
     if (class_ != LiteralClass::Text) return owned(numberText());
     const std::size_t most = parameter_.target.length;
-    if (most == 0 || text::utf16Length(text_) <= most) return bound;
+    // No text has more units than bytes.
+    if (most == 0 || text_.size() <= most || text::utf16Length(text_) <= most) return bound;
     const std::size_t kept = text::rtrim(text_).size();
     const std::size_t units = text::utf16Length(text_.substr(0, kept));
     if (units > most) {

@@ -111,6 +111,11 @@ TEST_F(CliDatabaseTest, RowsInThreeForms) {
             "{\"columns\": [\"id\",\"name\",\"数量\"], \"rows\": [\n[1,\"客户\",5],\n[2,null,-7],\n"
             "[3,\"a,\\\"b\",null]\n]}\n");
   EXPECT_EQ(sql({"--csv", select}).out, "id,name,数量\r\n1,客户,5\r\n2,,-7\r\n3,\"a,\"\"b\",\r\n");
+  EXPECT_EQ(sql({"--csv",
+                 "select '' as a, null as b, cast(10.50 as decimal(9,2)) as c, '=1' as d, 'x"
+                 "' + char(10) + 'y' as [e,f]"})
+                .out,
+            "a,b,c,d,\"e,f\"\r\n\"\",,10.5,=1,\"x\ny\"\r\n");
   EXPECT_EQ(sql({"--json", "select id from T where id < 0"}).out,
             "{\"columns\": [\"id\"], \"rows\": []}\n");
   EXPECT_EQ(sql({"-- a comment first\nselect count(*) as c from T"}).out, "c\n-\n3\n(1 row)\n");

@@ -46,7 +46,7 @@ DateTime parseDateTime(std::string_view text) {
 }
 
 std::string canonicalText(DateTime time) {
-  constexpr std::int64_t kFirst = -79'258;   // 1753-01-01
+  constexpr std::int64_t kFirst = -79'258;   // the day before 1753-01-01 is taken too
   constexpr std::int64_t kLast = 2'932'896;  // 9999-12-31
   if (time.day < kFirst || time.day > kLast) {
     throw FunctionError("the date is outside of the years 1753 to 9999");

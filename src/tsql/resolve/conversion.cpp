@@ -92,7 +92,7 @@ void want(ast::Expr& expr, Type type, std::string_view column) {
   tryLiteral(expr, type);
   const ast::Literal* literal = textLiteral(expr);
   // Blanks beyond a column's length are cut when they are written, so they do not count.
-  if (literal && type.kind == Kind::Text && type.length > 0 &&
+  if (literal && type.kind == Kind::Text && type.length > 0 && literal->text.size() > type.length &&
       text::utf16Length(text::rtrim(literal->text)) > type.length) {
     throw StatementError(Refusal::Kind, expr.position,
                          fmt::format("{} is longer than the {} characters of column {}",
