@@ -17,7 +17,7 @@ Variant clauseArray(ClauseSet clauses) {
                     Variant(std::move(clauses.where))});
 }
 
-// For operations that never raise: "" for an argument that is no text.
+// For look-ups, which never raise: "" for an argument that is no text, and nothing is found.
 std::string lenient(const Variant& argument) {
   ErrorState errors;
   std::string text;
@@ -30,12 +30,12 @@ Variant compiled(Page& page, Parts parts, const Variant& sTable, const Variant& 
                  const Variant& filter, const Variant& stats, const Variant& group,
                  const Variant& rel) {
   return compileParts(page,
-                      {.mainTable = spliced(sTable),
+                      {.mainTable = lenient(sTable),
                        .computed = spliced(computed),
                        .filter = toText(filter),
                        .statistics = toText(stats),
                        .grouping = spliced(group),
-                       .relations = spliced(rel)},
+                       .relations = lenient(rel)},
                       parts);
 }
 
@@ -84,17 +84,17 @@ Variant getQuery_Vir_Fil_Sta(Page& page, const Variant& sTable, const Variant& c
 }
 
 Variant getQuery_Field_In(Page& page, const Variant& sTable, const Variant& rel) {
-  return clauseArray(fieldListClauses(page, spliced(sTable), spliced(rel)));
+  return clauseArray(fieldListClauses(page, lenient(sTable), lenient(rel)));
 }
 
 Variant Query_getStats(Page& page, const Variant& sTable, const Variant& stats,
                        const Variant& computed, const Variant& group, const Variant& rel) {
   const std::string fields = spliced(computed);
   return clauseArray(statisticsClauses(page,
-                                       {.mainTable = spliced(sTable),
+                                       {.mainTable = lenient(sTable),
                                         .statistics = toText(stats),
                                         .grouping = spliced(group),
-                                        .relations = spliced(rel)},
+                                        .relations = lenient(rel)},
                                        ComputedFields(fields)));
 }
 

@@ -155,16 +155,16 @@ bool isCalculated(std::string_view expression) {
 
 Variant getQueryFields(Page& page, const Variant& queryid, const Variant& tablename,
                        const Variant& controlType, const Variant& isInstance) {
-  const std::string scheme = spliced(queryid);
   const std::string given = spliced(tablename);
   const std::string kind = spliced(controlType);
   if (kind.empty()) {
     const std::string_view trimmed = text::trim(given);
-    return plainFields(page, scheme, trimmed.starts_with('[') ? withoutBrackets(trimmed) : given,
+    return plainFields(page, spliced(queryid),
+                       trimmed.starts_with('[') ? withoutBrackets(trimmed) : given,
                        versionOf(isInstance));
   }
-  if (kind == "1" || kind == "2") return boundFields(page, scheme, kind, isInstance);
-  return kind == "3" ? listControls(page, scheme, versionOf(isInstance)) : Variant();
+  if (kind == "1" || kind == "2") return boundFields(page, spliced(queryid), kind, isInstance);
+  return kind == "3" ? listControls(page, spliced(queryid), versionOf(isInstance)) : Variant();
 }
 
 Variant getQueryField(Page&, const Variant& sql) {
