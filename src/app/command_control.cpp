@@ -49,7 +49,7 @@ void describe(Console console, Page& page, const Control& control) {
   line("scheme", std::to_string(control.scheme));
   line("field", fieldLine(control::boundField(page, control)));
   for (const std::string& title : control.titles) line("title", title);
-  for (const control::ControlLevel& level : control.levels) line("level", level.written);
+  for (const std::string& level : control.levels) line("level", level);
 }
 
 // A list that does not run is given to no form, so its statement is not shown.

@@ -123,7 +123,7 @@ std::string filterWithComputed(Page& page, std::string_view filter,
 }
 
 std::string mergedFilter(std::string_view filter, std::string_view where) {
-  const Pieces items = text::split(filter, kPartMark);
+  const Pieces items = filterItems(filter);
   if (items.size() <= 1) return std::string(filter);
 
   const Pieces conditions = text::split(where, " and ");

@@ -48,6 +48,14 @@ std::vector<ExpressionToken> expressionTokens(std::string_view expression) {
   return tokens;
 }
 
+Pieces filterItems(std::string_view filter) {
+  return text::split(filter, text::kPartMark);
+}
+
+Pieces statisticsItems(std::string_view statistics) {
+  return text::split(statistics, text::kPartMark);
+}
+
 Condition::Condition(std::string_view text) : parts_(text::split(text, ",")) {}
 
 std::string_view Condition::field() const {
@@ -62,8 +70,16 @@ std::optional<std::string_view> Condition::via() const {
 
 std::vector<Condition> conditionsOf(std::string_view filter) {
   std::vector<Condition> conditions;
-  for (std::string_view text : text::split(filter, text::kPartMark)) conditions.emplace_back(text);
+  for (std::string_view text : filterItems(filter)) conditions.emplace_back(text);
   return conditions;
+}
+
+Statistic::Statistic(std::string_view text) : parts_(text::split(text, ",")) {}
+
+std::vector<Statistic> statisticsOf(std::string_view statistics) {
+  std::vector<Statistic> items;
+  for (std::string_view text : statisticsItems(statistics)) items.emplace_back(text);
+  return items;
 }
 
 std::optional<std::string_view> comparisonOperator(std::string_view code) {

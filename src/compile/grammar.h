@@ -44,6 +44,10 @@ struct ExpressionToken {
 };
 std::vector<ExpressionToken> expressionTokens(std::string_view expression);
 
+// The conditions of a filter and the items of statistics, as they are written.
+Pieces filterItems(std::string_view filter);
+Pieces statisticsItems(std::string_view statistics);
+
 // One condition of a filter, token, comparison code, value and logic joined by ",". A part that is
 // missing is error 9 when it is asked for, and not before: a condition that is dropped earlier may
 // lack the rest.
@@ -54,6 +58,8 @@ class Condition {
   std::string_view code() const { return piece(parts_, 1); }
   std::string_view value() const { return piece(parts_, 2); }
   std::string_view logic() const { return piece(parts_, 3); }
+  // The parts that are there, for pages that show a condition whether or not it compiles.
+  const Pieces& parts() const { return parts_; }
 
   // The token cut at its "|", which stands before the field that the table is reached by.
   std::string_view field() const;
@@ -63,6 +69,19 @@ class Condition {
   Pieces parts_;
 };
 std::vector<Condition> conditionsOf(std::string_view filter);
+
+// One item of statistics, token and function code joined by ",". Both as those of a condition.
+class Statistic {
+ public:
+  explicit Statistic(std::string_view text);
+  std::string_view token() const { return piece(parts_, 0); }
+  std::string_view code() const { return piece(parts_, 1); }
+  const Pieces& parts() const { return parts_; }
+
+ private:
+  Pieces parts_;
+};
+std::vector<Statistic> statisticsOf(std::string_view statistics);
 
 // By code, from 1: the order of the operator lists in the wizards.
 inline constexpr std::array<std::string_view, 8> kComparisonOperators = {

@@ -26,75 +26,79 @@ std::string lenient(const Variant& argument) {
 }
 
 // The statement of a definition whose parts come as arguments. Those that take no part are Empty.
-Variant compiled(Page& page, Parts parts, const Variant& sTable, const Variant& computed,
-                 const Variant& filter, const Variant& stats, const Variant& group,
-                 const Variant& rel) {
+Variant compiled(Page& page, Parts parts, const Variant& mainTable, const Variant& computed,
+                 const Variant& filter, const Variant& statistics, const Variant& grouping,
+                 const Variant& relations) {
   return compileParts(page,
-                      {.mainTable = lenient(sTable),
+                      {.mainTable = lenient(mainTable),
                        .computed = spliced(computed),
                        .filter = toText(filter),
-                       .statistics = toText(stats),
-                       .grouping = spliced(group),
-                       .relations = lenient(rel)},
+                       .statistics = toText(statistics),
+                       .grouping = spliced(grouping),
+                       .relations = lenient(relations)},
                       parts);
 }
 
 }  // namespace
 
-Variant getQuery_None(Page& page, const Variant& sTable, const Variant& rel) {
-  return compiled(page, {}, sTable, {}, {}, {}, {}, rel);
+Variant getQuery_None(Page& page, const Variant& mainTable, const Variant& relations) {
+  return compiled(page, {}, mainTable, {}, {}, {}, {}, relations);
 }
 
-Variant getQuery_Vir(Page& page, const Variant& sTable, const Variant& computed,
-                     const Variant& rel) {
-  return compiled(page, {.computed = true}, sTable, lenient(computed), {}, {}, {}, rel);
+Variant getQuery_Vir(Page& page, const Variant& mainTable, const Variant& computed,
+                     const Variant& relations) {
+  return compiled(page, {.computed = true}, mainTable, lenient(computed), {}, {}, {}, relations);
 }
 
-Variant getQuery_Fil(Page& page, const Variant& sTable, const Variant& filter, const Variant& rel) {
-  return compiled(page, {.filter = true}, sTable, {}, filter, {}, {}, rel);
+Variant getQuery_Fil(Page& page, const Variant& mainTable, const Variant& filter,
+                     const Variant& relations) {
+  return compiled(page, {.filter = true}, mainTable, {}, filter, {}, {}, relations);
 }
 
-Variant getQuery_Vir_Fil(Page& page, const Variant& sTable, const Variant& computed,
-                         const Variant& filter, const Variant& rel) {
-  return compiled(page, {.computed = true, .filter = true}, sTable, computed, filter, {}, {}, rel);
+Variant getQuery_Vir_Fil(Page& page, const Variant& mainTable, const Variant& computed,
+                         const Variant& filter, const Variant& relations) {
+  return compiled(page, {.computed = true, .filter = true}, mainTable, computed, filter, {}, {},
+                  relations);
 }
 
-Variant getQuery_Sta(Page& page, const Variant& sTable, const Variant& stats, const Variant& group,
-                     const Variant& rel) {
-  return compiled(page, {.statistics = true}, sTable, {}, {}, stats, group, rel);
+Variant getQuery_Sta(Page& page, const Variant& mainTable, const Variant& statistics,
+                     const Variant& grouping, const Variant& relations) {
+  return compiled(page, {.statistics = true}, mainTable, {}, {}, statistics, grouping, relations);
 }
 
-Variant getQuery_Vir_Sta(Page& page, const Variant& sTable, const Variant& computed,
-                         const Variant& stats, const Variant& group, const Variant& rel) {
-  return compiled(page, {.computed = true, .statistics = true}, sTable, computed, {}, stats, group,
-                  rel);
+Variant getQuery_Vir_Sta(Page& page, const Variant& mainTable, const Variant& computed,
+                         const Variant& statistics, const Variant& grouping,
+                         const Variant& relations) {
+  return compiled(page, {.computed = true, .statistics = true}, mainTable, computed, {}, statistics,
+                  grouping, relations);
 }
 
-Variant getQuery_Fil_Sta(Page& page, const Variant& sTable, const Variant& filter,
-                         const Variant& stats, const Variant& group, const Variant& rel) {
-  return compiled(page, {.filter = true, .statistics = true}, sTable, {}, filter, stats, group,
-                  rel);
+Variant getQuery_Fil_Sta(Page& page, const Variant& mainTable, const Variant& filter,
+                         const Variant& statistics, const Variant& grouping,
+                         const Variant& relations) {
+  return compiled(page, {.filter = true, .statistics = true}, mainTable, {}, filter, statistics,
+                  grouping, relations);
 }
 
-Variant getQuery_Vir_Fil_Sta(Page& page, const Variant& sTable, const Variant& computed,
-                             const Variant& filter, const Variant& stats, const Variant& group,
-                             const Variant& rel) {
-  return compiled(page, {.computed = true, .filter = true, .statistics = true}, sTable, computed,
-                  filter, stats, group, rel);
+Variant getQuery_Vir_Fil_Sta(Page& page, const Variant& mainTable, const Variant& computed,
+                             const Variant& filter, const Variant& statistics,
+                             const Variant& grouping, const Variant& relations) {
+  return compiled(page, {.computed = true, .filter = true, .statistics = true}, mainTable, computed,
+                  filter, statistics, grouping, relations);
 }
 
-Variant getQuery_Field_In(Page& page, const Variant& sTable, const Variant& rel) {
-  return clauseArray(fieldListClauses(page, lenient(sTable), lenient(rel)));
+Variant getQuery_Field_In(Page& page, const Variant& mainTable, const Variant& relations) {
+  return clauseArray(fieldListClauses(page, lenient(mainTable), lenient(relations)));
 }
 
-Variant Query_getStats(Page& page, const Variant& sTable, const Variant& stats,
-                       const Variant& computed, const Variant& group, const Variant& rel) {
+Variant Query_getStats(Page& page, const Variant& mainTable, const Variant& statistics,
+                       const Variant& computed, const Variant& grouping, const Variant& relations) {
   const std::string fields = spliced(computed);
   return clauseArray(statisticsClauses(page,
-                                       {.mainTable = lenient(sTable),
-                                        .statistics = toText(stats),
-                                        .grouping = spliced(group),
-                                        .relations = lenient(rel)},
+                                       {.mainTable = lenient(mainTable),
+                                        .statistics = toText(statistics),
+                                        .grouping = spliced(grouping),
+                                        .relations = lenient(relations)},
                                        ComputedFields(fields)));
 }
 
@@ -113,13 +117,13 @@ Variant Query_getfilter(Page& page, const Variant& filter, const Variant& comput
   return filterWithComputed(page, conditions, ComputedFields(fields));
 }
 
-Variant Query_getGroupbyNoVir(Page& page, const Variant& group) {
-  return groupBy(page, spliced(group));
+Variant Query_getGroupbyNoVir(Page& page, const Variant& grouping) {
+  return groupBy(page, spliced(grouping));
 }
 
-Variant Query_getGroupby(Page& page, const Variant& group, const Variant& computed) {
+Variant Query_getGroupby(Page& page, const Variant& grouping, const Variant& computed) {
   const std::string fields = spliced(computed);
-  return groupByWithComputed(page, spliced(group), ComputedFields(fields));
+  return groupByWithComputed(page, spliced(grouping), ComputedFields(fields));
 }
 
 }  // namespace tarlo::compile

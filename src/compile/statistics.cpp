@@ -131,10 +131,9 @@ ClauseSet statisticsClauses(Page& page, const Definition& definition,
                             const ComputedFields& computed) {
   Statistics statistics(page, definition, computed);
   std::string_view function;  // an unknown code leaves the function of the item before
-  for (std::string_view item : text::split(definition.statistics, text::kPartMark)) {
-    const Pieces parts = text::split(item, ",");
-    function = statisticsFunction(piece(parts, 1)).value_or(function);
-    statistics.addItem(parts[0], function);
+  for (const Statistic& item : statisticsOf(definition.statistics)) {
+    function = statisticsFunction(item.code()).value_or(function);
+    statistics.addItem(item.token(), function);
   }
   for (std::string_view token : groupingTokens(definition.grouping)) {
     statistics.addGrouping(token);

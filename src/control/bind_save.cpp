@@ -4,6 +4,7 @@
 #include "control/operations.h"
 #include "control/posted_control.h"
 #include "frame/data.h"
+#include "metadata/stored_controls.h"
 #include "metadata/stored_schemes.h"
 #include "text/pieces.h"
 
@@ -66,7 +67,7 @@ std::string insertOf(const Binding& binding, const frame::Row& original) {
   for (const std::string& value :
        {binding.row.name, binding.row.remark, binding.row.scheme, original.text(0),
         original.text(1), original.text(2), original.text(3),
-        text::joined({original.text(4), text::kPartMark, binding.field}), original.text(5)}) {
+        metadata::withPart(original.text(4), binding.field), original.text(5)}) {
     sql.append(value).append("','");
   }
   return sql.append("1','0')");

@@ -6,8 +6,8 @@
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
-#include "frame/template.h"
 #include "metadata/dictionary.h"
 #include "metadata/stored_schemes.h"
 #include "text/pieces.h"
@@ -16,7 +16,7 @@
 namespace tarlo::control {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 
 // The blank at its end is part of the text.
 constexpr std::string_view kFirstList =
@@ -74,9 +74,9 @@ void writeGrid(Page& page, Object& grid) {
 }  // namespace
 
 void addsearchdlg_UsrModel(Page& page) {
-  static const Template first(embedded::control_pages::find("bind_first.html"));
-  static const Template second(embedded::control_pages::find("bind_second.html"));
-  static const Template third(embedded::control_pages::find("control_name.html"));
+  static const PageText first(embedded::control_pages::find("bind_first.html"));
+  static const PageText second(embedded::control_pages::find("bind_second.html"));
+  static const PageText third(embedded::control_pages::find("control_name.html"));
   const std::string schemes = first.fill();
   const std::string templates = second.fill();
   const std::string name =

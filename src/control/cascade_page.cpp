@@ -3,7 +3,7 @@
 #include "control/operations.h"
 #include "embedded_control_pages.h"
 #include "frame/dialog_frame.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/dictionary.h"
 #include "metadata/stored_schemes.h"
 #include "text/pieces.h"
@@ -13,8 +13,8 @@ namespace tarlo::control {
 namespace {
 
 using frame::inPlace;
+using frame::PageText;
 using frame::Place;
-using frame::Template;
 using text::joined;
 
 // The scheme's columns as options: [table].[column] with the display names of both.
@@ -36,9 +36,9 @@ std::string columnOptions(Page& page, const std::string& scheme) {
 }  // namespace
 
 Variant addSearchDlg_UsrField2_2(Page& page, const Variant& id) {
-  static const Template body(embedded::control_pages::find("cascade_page.html"));
-  static const Template level(embedded::control_pages::find("cascade_level.html"));
-  static const Template buttons(embedded::control_pages::find("cascade_buttons.html"));
+  static const PageText body(embedded::control_pages::find("cascade_page.html"));
+  static const PageText level(embedded::control_pages::find("cascade_level.html"));
+  static const PageText buttons(embedded::control_pages::find("cascade_buttons.html"));
   const std::string scheme = variant::spliced(id);
   const std::string options = columnOptions(page, scheme);
   const std::string row = level.fill({{"options", options}});

@@ -14,30 +14,19 @@ namespace {
 constexpr std::string_view kRows =
     "select QF_ID,QF_Name,QF_Desc,QF_FieldType,QF_NameID,QF_Relation from Zembra_Query_Field";
 
-ControlKind kindOf(const Variant& cell) {
-  const std::int64_t number = cell.isNumber() ? variant::toInt64(cell) : 0;
-  return number >= 1 && number <= 3 ? static_cast<ControlKind>(number) : ControlKind::Unknown;
-}
-
-ControlLevel levelOf(std::string_view written) {
-  const auto parts = text::split(written, ",");
-  const auto part = [&](std::size_t i) { return std::string(i < parts.size() ? parts[i] : ""); };
-  return {std::string(written), part(0), part(1), part(2), part(3), part(4)};
-}
-
 Control controlOf(const frame::Row& row) {
   Control control;
   control.id = variant::toInt64(row.value(0));
   control.name = row.text(1);
   control.remark = row.text(2);
-  control.kind = kindOf(row.value(3));
+  control.kind = metadata::controlKind(row.value(3));
   control.scheme = row.value(4).isNumber() ? variant::toInt64(row.value(4)) : 0;
-  Definition definition = definitionOf(row.text(5), control.kind);
+  metadata::ControlDefinition definition = metadata::controlDefinition(row.text(5), control.kind);
   control.statement = std::move(definition.statement);
-  control.field = std::move(definition.field);
+  control.field = std::move(definition.field).value_or("");
   if (control.kind == ControlKind::Cascade) {
-    for (const std::string_view level : text::split(definition.rest, ";")) {
-      control.levels.push_back(levelOf(text::trim(level)));
+    for (const metadata::ControlLevel& level : metadata::controlLevels(definition.rest)) {
+      control.levels.emplace_back(level.written);
     }
   }
   if (control.kind == ControlKind::List) {
@@ -62,22 +51,6 @@ std::string_view nameOf(ControlKind kind) {
       break;
   }
   return "unknown";
-}
-
-Definition definitionOf(std::string_view text, ControlKind kind) {
-  const auto parts = text::split(text, text::kPartMark);
-  const auto part = [&](std::size_t i) { return std::string(i < parts.size() ? parts[i] : ""); };
-  switch (kind) {
-    case ControlKind::DropDown:
-      return {part(0), "", part(1)};
-    case ControlKind::Cascade:
-      return {part(0), part(1), part(2)};
-    case ControlKind::List:
-      return {part(0), part(1), ""};
-    case ControlKind::Unknown:
-      break;
-  }
-  return {part(0), "", ""};
 }
 
 std::optional<Control> loadControl(Page& page, std::int64_t id) {
@@ -113,7 +86,7 @@ std::optional<BoundField> boundField(Page& page, const Control& control) {
 
 std::optional<std::string> levelStatement(const Control& control, std::size_t level) {
   if (level == 0 || level > control.levels.size()) return std::nullopt;
-  const ControlLevel& below = control.levels[level - 1];
+  const metadata::ControlLevel below = metadata::controlLevels(control.levels[level - 1]).front();
   if (below.text.empty()) return std::nullopt;  // the level is not whole
   std::string sql = text::joined(
       {"select ", below.value, ",", below.text, ",", below.link, " from ", below.table});

@@ -1,10 +1,6 @@
 #pragma once
-// A control scheme as it is stored. Its definition is parts joined by "|||":
-//   drop-down  statement, field id
-//   cascade    statement, levels, field id
-//   list       statement, titles
-// Levels are joined by ";", each "table,link,value,text[,condition]", titles by "|". Nothing is
-// escaped. A template's drop-down is its statement alone, and no template has a field.
+// A control scheme as a whole: the row, and its definition (metadata/stored_controls.h) with the
+// levels and titles taken apart. Pages, forms, the JSON API and the command line read it here.
 
 #include <cstdint>
 #include <optional>
@@ -14,30 +10,12 @@
 
 #include "frame/page.h"
 #include "metadata/dictionary.h"
+#include "metadata/stored_controls.h"
 
 namespace tarlo::control {
 
-// The numbers are those of the rows.
-enum class ControlKind { Unknown = 0, DropDown = 1, Cascade = 2, List = 3 };
+using metadata::ControlKind;
 std::string_view nameOf(ControlKind kind);  // "drop-down", "cascade", "list", "unknown"
-
-// The parts as they are written; "" for one that is not there.
-struct Definition {
-  std::string statement;
-  std::string rest;   // levels or titles
-  std::string field;  // id
-};
-Definition definitionOf(std::string_view text, ControlKind kind);
-
-// A level of a cascade below the first box: columns and table as they stand in statements.
-struct ControlLevel {
-  std::string written;  // the whole level
-  std::string table;
-  std::string link;  // the column that has the value chosen in the level above
-  std::string value;
-  std::string text;
-  std::string condition;
-};
 
 struct Control {
   std::int64_t id = 0;
@@ -45,10 +23,10 @@ struct Control {
   std::string remark;
   ControlKind kind = ControlKind::Unknown;
   std::int64_t scheme = 0;
-  std::string statement;             // that fills the control or its first box
-  std::vector<std::string> titles;   // of a list's columns behind the row's id
-  std::vector<ControlLevel> levels;  // of a cascade
-  std::string field;                 // id of the one that it is bound to, "" for none
+  std::string statement;            // that fills the control or its first box
+  std::vector<std::string> titles;  // of a list's columns behind the row's id
+  std::vector<std::string> levels;  // of a cascade, as they are written
+  std::string field;                // id of the one that it is bound to, "" for none
 };
 
 // Nothing when there is none of that id, or a deleted one. Raises DatabaseError.

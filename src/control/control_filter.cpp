@@ -15,8 +15,8 @@ std::string_view operatorOf(std::string_view code) {
 std::string conditions(std::string_view filter) {
   std::string text;
   std::string_view comparison;
-  for (const std::string_view row : text::split(filter, text::kPartMark)) {
-    const auto parts = text::split(row, ",");
+  for (const compile::Condition& row : compile::conditionsOf(filter)) {
+    const compile::Pieces& parts = row.parts();
     if (parts.size() < 3) continue;
     if (const auto found = operatorOf(parts[1]); !found.empty()) comparison = found;
     const std::string_view around = comparison.ends_with("Like") ? "%" : "";

@@ -4,7 +4,7 @@
 #include "control/posted_control.h"
 #include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/dictionary.h"
 #include "metadata/stored_schemes.h"
 #include "services/data_sources.h"
@@ -15,7 +15,7 @@
 namespace tarlo::control {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using metadata::Path;
 
 // The main table itself, then every field by which a selected relation leaves it. A field whose id
@@ -74,9 +74,9 @@ Offer offerOf(Page& page, const std::string& scheme, const std::string& chosen) 
 }  // namespace
 
 Variant addSearchDlg_UsrField2_1(Page& page, const Variant& id) {
-  static const Template functions(embedded::control_pages::find("drop_down_functions.js"));
-  static const Template form(embedded::control_pages::find("drop_down_fields.html"));
-  static const Template step(embedded::control_pages::find("drop_down_step.html"));
+  static const PageText functions(embedded::control_pages::find("drop_down_functions.js"));
+  static const PageText form(embedded::control_pages::find("drop_down_fields.html"));
+  static const PageText step(embedded::control_pages::find("drop_down_step.html"));
   const std::string scheme = variant::spliced(id);
   const std::string chosen = posted(page, "relfield");
   const Offer offer = offerOf(page, scheme, chosen);

@@ -5,7 +5,7 @@
 #include "control/posted_control.h"
 #include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/stored_schemes.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
@@ -15,8 +15,8 @@ namespace tarlo::control {
 namespace {
 
 using frame::inPlace;
+using frame::PageText;
 using frame::Place;
-using frame::Template;
 
 constexpr std::string_view kFirstList =
     "function doFirstStep(){frametest.location='/TarloQuery.Zembra?action="
@@ -46,8 +46,8 @@ std::string titleBoxes(const std::vector<std::string>& titles) {
 }  // namespace
 
 void addSearchDlg_UsrField(Page& page) {
-  static const Template first(embedded::control_pages::find("field_wizard_first.html"));
-  static const Template name(embedded::control_pages::find("control_name.html"));
+  static const PageText first(embedded::control_pages::find("field_wizard_first.html"));
+  static const PageText name(embedded::control_pages::find("control_name.html"));
   static const std::string preview =
       "<div id=div4></div><iframe name=\"frametest1\" "
       "src=\"/TarloQuery.Zembra?action=getQueryTable\" width=\"600\" height=\"300\" "
@@ -72,8 +72,8 @@ void addSearchDlg_UsrField2(Page& page) {
 }
 
 Variant addSearchDlg_UsrField2_3(Page& page, const Variant& id) {
-  static const Template functions(embedded::control_pages::find("list_functions.js"));
-  static const Template step(embedded::control_pages::find("list_step.html"));
+  static const PageText functions(embedded::control_pages::find("list_functions.js"));
+  static const PageText step(embedded::control_pages::find("list_step.html"));
   const std::string scheme = variant::spliced(id);
   const auto titles = metadata::columnTitles(page, scheme);
   if (!titles) throw RuntimeError(ErrorNumber::TypeMismatch, "the scheme's titles");
@@ -90,8 +90,8 @@ Variant addSearchDlg_UsrField2_3(Page& page, const Variant& id) {
 }
 
 void addSearchDlg_UsrField3(Page& page) {
-  static const Template functions(embedded::control_pages::find("titles_functions.js"));
-  static const Template step(embedded::control_pages::find("titles_step.html"));
+  static const PageText functions(embedded::control_pages::find("titles_functions.js"));
+  static const PageText step(embedded::control_pages::find("titles_step.html"));
   const auto chosen = postedColumnNumbers(page);
   if (chosen.empty()) {
     page.response.write("<script>parent.sAlert('请选择显示字段！',0);</script>");

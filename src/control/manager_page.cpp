@@ -6,8 +6,8 @@
 #include "control/operations.h"
 #include "control/posted_control.h"
 #include "embedded_control_pages.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
-#include "frame/template.h"
 #include "scheme/page_frame.h"
 
 namespace tarlo::control {
@@ -15,7 +15,7 @@ namespace {
 
 using frame::callMethod;
 using frame::gridViewScript;
-using frame::Template;
+using frame::PageText;
 
 struct View {
   std::string_view name;  // "" for a separator
@@ -110,8 +110,8 @@ void addViews(Object& grid, std::span<const View> views) {
 }
 
 // `adding` is the script of the functions that add.
-void writeManager(Page& page, const Manager& manager, const Template& adding) {
-  static const Template script(embedded::control_pages::find("manager.html"));
+void writeManager(Page& page, const Manager& manager, const PageText& adding) {
+  static const PageText script(embedded::control_pages::find("manager.html"));
   scheme::writePageHead(page, manager.title);
   script.write(page.response, {{"delete", manager.deleteOperation},
                                {"show", manager.showOperation},
@@ -151,12 +151,12 @@ bool deleteControls(Page& page) {
 }  // namespace
 
 void ctrlSearch_Usrfield(Page& page) {
-  static const Template adding(embedded::control_pages::find("manager_user.js"));
+  static const PageText adding(embedded::control_pages::find("manager_user.js"));
   writeManager(page, kUserManager, adding);
 }
 
 void ctrlSearch_Sysfield(Page& page) {
-  static const Template adding(embedded::control_pages::find("manager_template.js"));
+  static const PageText adding(embedded::control_pages::find("manager_template.js"));
   writeManager(page, kTemplateManager, adding);
 }
 

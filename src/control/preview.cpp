@@ -8,8 +8,8 @@
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
 #include "frame/helpers.h"
+#include "frame/page_text.h"
 #include "frame/statement_scope.h"
-#include "frame/template.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
@@ -20,7 +20,7 @@
 namespace tarlo::control {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 
 constexpr std::string_view kRefusedDropDown =
     "<script>parent.sAlert('得到的查询语句有错误，无法预览！\\n"
@@ -46,7 +46,7 @@ constexpr DropDownLook kTemplateDropDown = {
 // When the database accepts the statement, writes the drop-down with its rows and gives true. A
 // statement too long for the log is run as the log's words, which give no rows. Never raises.
 bool writeDropDownPreview(Page& page, std::string sql, const DropDownLook& look) {
-  static const Template preview(embedded::control_pages::find("drop_down_preview.html"));
+  static const PageText preview(embedded::control_pages::find("drop_down_preview.html"));
   if (!runsAsTest(page, sql)) return false;
   ErrorState err;
   const frame::Rows rows =
@@ -98,7 +98,7 @@ void previewSearchdlg_UsrField1(Page& page) {
 }
 
 void previewSearchdlg_UsrField2(Page& page) {
-  static const Template preview(embedded::control_pages::find("cascade_preview.html"));
+  static const PageText preview(embedded::control_pages::find("cascade_preview.html"));
   const ControlColumns columns = postedColumns(page);
   std::string sql = twoTableStatement(page, posted(page, "id"), columns.value, columns.text);
   const bool isGrouped = sql.find(" group by ") != std::string::npos;
@@ -127,7 +127,7 @@ void previewSearchdlg_UsrField3(Page& page) {
 }
 
 void showSearchpreview_UsrField(Page& page) {
-  static const Template preview(embedded::control_pages::find("list_preview.html"));
+  static const PageText preview(embedded::control_pages::find("list_preview.html"));
   const std::string sql = variant::spliced(page.session.get("query_sql"));
   const std::string titles = variant::spliced(page.session.get("query_title"));
   page.session.put("query_sql", "");
@@ -156,7 +156,7 @@ void previewSearchdlg_sysField1(Page& page) {
 }
 
 void previewSearchdlg_sysField2(Page& page) {
-  static const Template preview(embedded::control_pages::find("template_cascade_preview.html"));
+  static const PageText preview(embedded::control_pages::find("template_cascade_preview.html"));
   const auto cascade = postedCascade(page);
   if (!cascade) return page.response.write(kOneLevel);
   services::offerCascade(page, cascade->levels, frame::kDesignersRights);
@@ -165,7 +165,7 @@ void previewSearchdlg_sysField2(Page& page) {
 }
 
 void showSearchpreview_SysField(Page& page) {
-  static const Template body(embedded::control_pages::find("show_cascade_of_caller.html"));
+  static const PageText body(embedded::control_pages::find("show_cascade_of_caller.html"));
   const std::string statement = posted(page, "sql");
   const bool isAllowed = frame::isSwitchedOn(page, "statementsByUrl") || isStored(page, statement);
   if (!isAllowed && page.statements.refusals != nullptr) {

@@ -16,7 +16,7 @@
 namespace tarlo::control {
 namespace {
 
-constexpr std::string_view kRefusedDropDown =
+constexpr std::string_view kDropDownNotSaveable =
     "parent.sAlert('得到的查询语句有错误，无法保存！\\n请检查主表关联字段是否已正确选择！');";
 constexpr std::string_view kRefusedCascade = "top.sAlert('得到的查询语句有错误，无法保存！');";
 constexpr std::string_view kCascadeNameTaken =
@@ -130,11 +130,10 @@ void savesearch_UsrField1(Page& page) {
   const bool isGood = runsAsTest(page, sql);
   page.response.write("<script>");
   if (isGood) {
-    row.definition =
-        text::doubledQuotes(text::joined({sql, text::kPartMark, posted(page, "relfield")}));
+    row.definition = text::doubledQuotes(metadata::withPart(sql, posted(page, "relfield")));
     page.response.write(store(page, row));
   } else {
-    page.response.write(kRefusedDropDown);
+    page.response.write(kDropDownNotSaveable);
   }
   page.response.write("</script>");
 }
@@ -151,7 +150,7 @@ void savesearch_UsrField2(Page& page) {
   if (!runsAsTest(page, sql)) return page.response.write(kRefusedCascade);
   if (isNameTaken(page, row)) return page.response.write(kCascadeNameTaken);
   // Quotes of the statement are not doubled here: one that has any fails the INSERT.
-  row.definition = text::joined({sql, text::kPartMark, postedLevels(page, "Zembra_Flag <> 0")});
+  row.definition = metadata::withPart(sql, postedLevels(page, "Zembra_Flag <> 0"));
   if (isInserted(page, row)) return page.response.write(kCascadeSaved);
   page.response.write(asScript(kNotSaved));
 }
@@ -164,7 +163,7 @@ void savesearch_UsrField3(Page& page) {
   if (sql.empty()) {
     page.response.write(kNotSaveable);
   } else {
-    row.definition = text::joined({text::doubledQuotes(sql), text::kPartMark, postedTitles(page)});
+    row.definition = metadata::withPart(text::doubledQuotes(sql), postedTitles(page));
     page.response.write(store(page, row));
   }
   page.response.write("</script>");
@@ -189,7 +188,7 @@ void savesearch_sysField2(Page& page) {
   if (!hasName(row)) return page.response.write(kNoName);
   if (isNameTaken(page, row)) return page.response.write(asScript(kNameTaken));
   row.scheme = posted(page, "queryid");
-  row.definition = text::joined({cascade->statement, text::kPartMark, cascade->levels});
+  row.definition = metadata::withPart(cascade->statement, cascade->levels);
   if (!isInserted(page, row)) return page.response.write(asScript(kNotSaved));
   page.response.write(asScript("parent.sAlert('方案成功保存！');"));
   page.response.write(asScript(kReloadOpenerGrid));

@@ -1,5 +1,5 @@
-// Stored controls as they look. Their definitions come as the forms get them, over the operation:
-// showing a list is in the operation log.
+// Stored controls as they look. Their definitions come as forms get them: showing a list runs its
+// statement, and is in the operation log.
 
 #include "control/control.h"
 #include "control/control_statement.h"
@@ -8,10 +8,10 @@
 #include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
 #include "frame/statement_scope.h"
-#include "frame/template.h"
-#include "metadata/operations.h"
+#include "metadata/stored_controls.h"
 #include "services/cascade_levels.h"
 #include "services/data_sources.h"
 #include "variant/convert.h"
@@ -20,13 +20,18 @@
 namespace tarlo::control {
 namespace {
 
-using frame::Template;
+using frame::PageText;
+using metadata::ControlDefinition;
 using variant::spliced;
 
-Definition storedDefinition(Page& page, ControlKind kind) {
-  const Variant stored = metadata::getControlSQL(page, page.request.value("id"),
-                                                 Variant(static_cast<int>(kind)), false);
-  return definitionOf(spliced(stored), kind);
+// What a form is answered stands in the statement's place where it gets none; no database runs it.
+ControlDefinition storedDefinition(Page& page, ControlKind kind) {
+  using Answer = metadata::FormControl::Answer;
+  metadata::FormControl stored =
+      metadata::formControl(page, spliced(page.request.value("id")), static_cast<int>(kind));
+  if (stored.answer == Answer::Unknown) return {"-1"};
+  if (stored.answer == Answer::OtherKind) return {"-2"};
+  return stored.answer == Answer::Given ? std::move(stored.definition) : ControlDefinition{};
 }
 
 // The list's statement made empty. A grouped one keeps its rows' columns and loses the rows.
@@ -55,20 +60,20 @@ struct Layout {
 
 constexpr Layout kUserLayout = {"<br><br>", "width=\"90%\" height=\"90%\""};
 // The dialog of a template has the opening lines itself.
-constexpr Layout kTemplateDropDown = {"", "width=\"90%\""};
-constexpr Layout kTemplateCascade = {"", "width=\"600\" height=\"200\""};
+constexpr Layout kTemplateLayout = {"", "width=\"90%\""};
+constexpr Layout kTemplateCascadeLayout = {"", "width=\"600\" height=\"200\""};
 
 std::string dropDownBody(Page& page, const Layout& layout) {
-  static const Template body(embedded::control_pages::find("show_drop_down.html"));
-  const Definition control = storedDefinition(page, ControlKind::DropDown);
+  static const PageText body(embedded::control_pages::find("show_drop_down.html"));
+  const ControlDefinition control = storedDefinition(page, ControlKind::DropDown);
   return body.fill({{"opening", layout.opening},
                     {"size", layout.size},
                     {"options", services::storedOptions(page, control.statement)}});
 }
 
 std::string cascadeBody(Page& page, const Layout& layout) {
-  static const Template body(embedded::control_pages::find("show_cascade.html"));
-  const Definition control = storedDefinition(page, ControlKind::Cascade);
+  static const PageText body(embedded::control_pages::find("show_cascade.html"));
+  const ControlDefinition control = storedDefinition(page, ControlKind::Cascade);
   services::offerCascade(page, control.rest, frame::kDesignersRights);
   return body.fill({{"opening", layout.opening},
                     {"size", layout.size},
@@ -77,8 +82,8 @@ std::string cascadeBody(Page& page, const Layout& layout) {
 }
 
 std::string listBody(Page& page) {
-  static const Template body(embedded::control_pages::find("show_list.html"));
-  const Definition control = storedDefinition(page, ControlKind::List);
+  static const PageText body(embedded::control_pages::find("show_list.html"));
+  const ControlDefinition control = storedDefinition(page, ControlKind::List);
   ErrorState err;
   const std::string grid = err.value(
       [&] { return listGrid(page, withoutRows(control.statement), control.rest, "100%"); });
@@ -97,8 +102,8 @@ Variant userBody(Page& page) {
 Variant templateBody(Page& page) {
   const std::string kind = kindOf(page);
   std::string body = "<br><br>";
-  if (kind == "1") body += dropDownBody(page, kTemplateDropDown);
-  if (kind == "2") body += cascadeBody(page, kTemplateCascade);
+  if (kind == "1") body += dropDownBody(page, kTemplateLayout);
+  if (kind == "2") body += cascadeBody(page, kTemplateCascadeLayout);
   return body;
 }
 
@@ -137,11 +142,11 @@ void showSearchDlg_sysField(Page& page) {
 }
 
 Variant showSearchDlg_sysField1(Page& page) {
-  return dropDownBody(page, kTemplateDropDown);
+  return dropDownBody(page, kTemplateLayout);
 }
 
 Variant showSearchDlg_sysField2(Page& page) {
-  return cascadeBody(page, kTemplateCascade);
+  return cascadeBody(page, kTemplateCascadeLayout);
 }
 
 }  // namespace tarlo::control

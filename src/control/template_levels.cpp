@@ -4,7 +4,7 @@
 #include "control/posted_control.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/dictionary.h"
 #include "metadata/stored_schemes.h"
 #include "services/data_sources.h"
@@ -13,7 +13,7 @@
 namespace tarlo::control {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using metadata::FieldNames;
 using text::kPartMark;
 
@@ -59,7 +59,7 @@ struct ChosenLevels {
 };
 
 ChosenLevels chosenLevels(Page& page, const Chosen& chosen) {
-  static const Template row(embedded::control_pages::find("template_level_chosen.html"));
+  static const PageText row(embedded::control_pages::find("template_level_chosen.html"));
   const auto relations = text::split(chosen.relations, kPartMark);
   ChosenLevels levels;
   std::size_t at = 0;
@@ -78,8 +78,8 @@ ChosenLevels chosenLevels(Page& page, const Chosen& chosen) {
 // The boxes for the next level. The relating box is left out where no relation goes on.
 std::string levelForm(Page& page, const Chosen& chosen, const ChosenLevels& levels,
                       const std::string& relating) {
-  static const Template form(embedded::control_pages::find("template_level_form.html"));
-  static const Template further(embedded::control_pages::find("template_level_relating.html"));
+  static const PageText form(embedded::control_pages::find("template_level_form.html"));
+  static const PageText further(embedded::control_pages::find("template_level_relating.html"));
   std::string relatingBox;
   if (!relating.empty()) {
     const std::string options = services::comboBoxOptions(
@@ -108,8 +108,8 @@ std::string continued(const std::string& ids) {
 }  // namespace
 
 void addSearchDlg_sysField2_2(Page& page) {
-  static const Template step(embedded::control_pages::find("template_levels.html"));
-  static const Template none(embedded::control_pages::find("template_no_relation.html"));
+  static const PageText step(embedded::control_pages::find("template_levels.html"));
+  static const PageText none(embedded::control_pages::find("template_no_relation.html"));
   const Chosen chosen = {posted(page, "Fields"), posted(page, "rel")};
   const std::string scheme = posted(page, "id");
   const bool isFirst = chosen.fields.empty();

@@ -5,7 +5,7 @@
 #include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/data.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/dictionary.h"
 #include "metadata/stored_schemes.h"
 #include "text/pieces.h"
@@ -14,7 +14,7 @@
 namespace tarlo::control {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using text::joined;
 
 constexpr std::string_view kFirstList =
@@ -46,10 +46,10 @@ std::string mainTableFields(Page& page, std::string_view scheme) {
 }  // namespace
 
 void addSearchDlg_sysfield(Page& page) {
-  static const Template first(embedded::control_pages::find("template_first.html"));
-  static const Template cascade(embedded::control_pages::find("template_cascade.html"));
-  static const Template dropDown(embedded::control_pages::find("template_drop_down.html"));
-  static const Template preview(embedded::control_pages::find("template_preview.html"));
+  static const PageText first(embedded::control_pages::find("template_first.html"));
+  static const PageText cascade(embedded::control_pages::find("template_cascade.html"));
+  static const PageText dropDown(embedded::control_pages::find("template_drop_down.html"));
+  static const PageText preview(embedded::control_pages::find("template_preview.html"));
   const std::string firstStep = first.fill();
   const std::string cascadeStep = cascade.fill();
   const std::string dropDownStep = dropDown.fill({{"filter", filterScript(FirstRow::AsStands)}});
@@ -72,8 +72,8 @@ void addSearchDlg_sysField2(Page& page) {
 }
 
 void addSearchDlg_sysField2_1(Page& page) {
-  static const Template form(embedded::control_pages::find("template_fields.html"));
-  static const Template step(embedded::control_pages::find("template_fields_step.html"));
+  static const PageText form(embedded::control_pages::find("template_fields.html"));
+  static const PageText step(embedded::control_pages::find("template_fields_step.html"));
   const std::string scheme = posted(page, "id");
   const std::string fields = mainTableFields(page, scheme);
   const std::string markup = form.fill({{"fields", fields}, {"filter", filterArea("190", fields)}});
@@ -81,7 +81,7 @@ void addSearchDlg_sysField2_1(Page& page) {
 }
 
 Variant getSaveName(Page&) {
-  static const Template name(embedded::control_pages::find("control_name.html"));
+  static const PageText name(embedded::control_pages::find("control_name.html"));
   return Variant(name.fill({{"check", ""}, {"size", "72"}, {"rows", "8"}}));
 }
 

@@ -6,8 +6,8 @@
 #include "embedded_control_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
-#include "frame/template.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
 
@@ -15,7 +15,7 @@ namespace tarlo::control {
 namespace {
 
 using frame::callMethod;
-using frame::Template;
+using frame::PageText;
 
 // A drop-down takes no scheme with statistics, a list does.
 std::string userSchemes(std::string_view kind) {
@@ -54,8 +54,8 @@ void addSearchDlg_UsrField1_1(Page& page) {
 }
 
 void addSearchDlg_UsrField1_2(Page& page) {
-  static const Template choice(embedded::control_pages::find("scheme_choice.html"));
-  static const Template element(embedded::control_pages::find("scheme_choice_element.html"));
+  static const PageText choice(embedded::control_pages::find("scheme_choice.html"));
+  static const PageText element(embedded::control_pages::find("scheme_choice_element.html"));
   services::OptionList options;
   options.add("请选查询方案...", "-1");
   for (frame::Row row : frame::rows(page, userSchemes(posted(page, "contrltype")))) {
@@ -70,7 +70,7 @@ void addSearchDlg_UsrField1(Page& page) {
 }
 
 void addSearchDlg_sysfield1_1(Page& page) {
-  static const Template kinds(embedded::control_pages::find("template_kinds.html"));
+  static const PageText kinds(embedded::control_pages::find("template_kinds.html"));
   frame::writeStepHead(page);
   const auto grid = choiceGrid(page, "查询方案|方案说明|创建时间", kSystemSchemes, 10);
   grid->put("showButton", false);

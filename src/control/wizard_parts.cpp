@@ -2,15 +2,15 @@
 
 #include "embedded_control_pages.h"
 #include "frame/dialog_frame.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
 #include "frame/statement_scope.h"
-#include "frame/template.h"
 #include "services/operations.h"
 #include "variant/convert.h"
 
 namespace tarlo::control {
 
-using frame::Template;
+using frame::PageText;
 
 void writeControlDialog(Page& page, const ControlDialog& settings,
                         const std::vector<ControlStep>& steps) {
@@ -30,7 +30,7 @@ void writeControlDialog(Page& page, const ControlDialog& settings,
 }
 
 void writeFrameWrapper(Page& page, std::string_view action) {
-  static const Template wrapper(embedded::control_pages::find("frame_wrapper.html"));
+  static const PageText wrapper(embedded::control_pages::find("frame_wrapper.html"));
   frame::writeStepOpening(page);
   wrapper.write(page.response, {{"action", action}});
 }
@@ -63,12 +63,12 @@ std::string listGrid(Page& page, std::string_view sql, std::string_view titles,
 }
 
 std::string filterArea(std::string_view width, std::string_view fields) {
-  static const Template area(embedded::control_pages::find("filter_area.html"));
+  static const PageText area(embedded::control_pages::find("filter_area.html"));
   return area.fill({{"width", width}, {"fields", fields}});
 }
 
 std::string filterScript(FirstRow copy) {
-  static const Template script(embedded::control_pages::find("filter_area.js"));
+  static const PageText script(embedded::control_pages::find("filter_area.js"));
   const bool isFresh = copy == FirstRow::AsStands;
   return script.fill(
       {{"first", isFresh ? "var divHTML;" : "var divHTML=relation2.innerHTML;"},

@@ -48,13 +48,12 @@ void writeOperateLog(Page& page, database::Connection& connection, std::string& 
   Variant module = err.value([&] { return page.session.get("usrICID"); });
   if (module.isNull() || module.isEmpty()) module = kNoModule;
   if (variant::len(sql) > kLongestLogged) sql = "Batch update";
-  Variant literal(text::replace(sql, "<", "&lt;"));
-  err.run([&] { preSQLFormat(page, literal, false); });
+  const std::string literal = literalOf(text::replace(sql, "<", "&lt;"));
   const LogRights rights(page, connection);
   err.run([&] {
     connection.execute(fmt::format(
         " insert into {}(OperateLog_UID,OperateLog_ModulID,OperateLog_SQL) values({},{},{})",
-        kLogTable, variant::spliced(user), variant::spliced(module), variant::spliced(literal)));
+        kLogTable, variant::spliced(user), variant::spliced(module), literal));
   });
 }
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "embedded_frame_pages.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 
 namespace tarlo::frame {
 namespace {
@@ -29,7 +29,7 @@ void writeResponseSettings(Response& response) {
 }
 
 void writeDialogHead(Page& page, std::string_view title, DialogBody body) {
-  static const Template head(embedded::frame_pages::find("dialog_head.html"));
+  static const PageText head(embedded::frame_pages::find("dialog_head.html"));
   static const std::string padding = titlePadding();
   writeResponseSettings(page.response);
   head.write(page.response, {{"title", title},
@@ -38,17 +38,17 @@ void writeDialogHead(Page& page, std::string_view title, DialogBody body) {
 }
 
 void writeDialogBodyEnd(Page& page) {
-  static const Template end(embedded::frame_pages::find("dialog_body_end.html"));
+  static const PageText end(embedded::frame_pages::find("dialog_body_end.html"));
   end.write(page.response);
 }
 
 void writeDialogFoot(Page& page) {
-  static const Template foot(embedded::frame_pages::find("dialog_foot.html"));
+  static const PageText foot(embedded::frame_pages::find("dialog_foot.html"));
   foot.write(page.response);
 }
 
 void writeStepOpening(Page& page) {
-  static const Template opening(embedded::frame_pages::find("step_opening.html"));
+  static const PageText opening(embedded::frame_pages::find("step_opening.html"));
   opening.write(page.response);
 }
 

@@ -63,33 +63,46 @@ Variant ServerHTMLEncode(Page& page, const Variant& strA) {
 
 Variant preSQLFormat(Page&, Variant& s, const Variant& bolnull) {
   const std::string text = variant::toText(s);
-  if (text::trim(text).empty()) {
-    s = variant::equals(bolnull, true) ? "null" : "''";
-  } else {
-    s = "'" + rewritten(text, kLiteralText) + "'";
-  }
+  const bool isNull = text::trim(text).empty() && variant::equals(bolnull, true);
+  s = isNull ? "null" : literalOf(text);
   return s;
 }
 
 Variant replaceChar(Page&, const Variant& strName) {
   if (strName.isNull()) return "";
-  return rewritten(variant::toText(strName), kAttributeText);
+  return attributeText(variant::toText(strName));
 }
 
 Variant validINT(Page&, const Variant& iINT) {
-  if (iINT.isEmpty() || !variant::isNumeric(iINT)) return false;
-  const double number = variant::toDouble(iINT);
-  return number >= INT32_MIN && number <= INT32_MAX;
+  return isWholeNumber(iINT);
 }
 
 Variant isNothing(Page&, const Variant& sStr) {
-  return sStr.isNull() || sStr.isEmpty() || variant::equals(sStr, "");
+  return isBlank(sStr);
 }
 
 void getDateTime(Page& page) {
   const variant::CalendarTime time = variant::calendarOf(variant::now());
   page.response.write(fmt::format("{},{},{},", time.year, time.month, time.day));
   page.response.write(fmt::format("{},{:02},{:02}", time.hour, time.minute, time.second));
+}
+
+bool isWholeNumber(const Variant& value) {
+  if (value.isEmpty() || !variant::isNumeric(value)) return false;
+  const double number = variant::toDouble(value);
+  return number >= INT32_MIN && number <= INT32_MAX;
+}
+
+bool isBlank(const Variant& value) {
+  return value.isNull() || value.isEmpty() || variant::equals(value, "");
+}
+
+std::string literalOf(std::string_view text) {
+  return text::trim(text).empty() ? "''" : "'" + rewritten(text, kLiteralText) + "'";
+}
+
+std::string attributeText(std::string_view text) {
+  return rewritten(text, kAttributeText);
 }
 
 bool hasValidOrigin(Page& page) {

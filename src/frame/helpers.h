@@ -17,8 +17,12 @@ Variant isNothing(Page& page, const Variant& sStr);  // Null, Empty or ""
 void getDateTime(Page& page);                        // writes "2002,1,8,9,05,33"
 Variant isValidConnect(Page& page);  // the origin check; writes the refusal and gives False
 
-// The origin check as the house asks it.
+// The same as the house asks them.
 bool hasValidOrigin(Page& page);
+bool isBlank(const Variant& value);            // Null, Empty or ""
+bool isWholeNumber(const Variant& value);      // numeric and within 32 bits; fractions pass
+std::string literalOf(std::string_view text);  // blank text gives ''
+std::string attributeText(std::string_view text);
 
 // Whether an Application value is on: True, or not set.
 bool isSwitchedOn(Page& page, std::string_view key);

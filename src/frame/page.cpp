@@ -20,13 +20,12 @@ std::string Server::htmlEncode(std::string_view text) const {
   return inPlace(Place::Encoded, text);
 }
 
-std::string urlEncodeBytes(std::string_view bytes) {
+std::string urlEncodeBytes(std::string_view bytes, std::string_view alsoPlain) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string result;
   result.reserve(bytes.size());
   for (const char c : bytes) {
-    const bool plain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-    if (plain) {
+    if (text::isLetterOrDigit(c) || alsoPlain.find(c) != std::string_view::npos) {
       result += c;
     } else if (c == ' ') {
       result += '+';

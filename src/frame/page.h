@@ -67,9 +67,9 @@ class Application {
   virtual Variant get(std::string_view key) const = 0;  // any case; Empty when absent
 };
 
-// Letters and digits as they are, a blank as "+", every other byte as %XX: what urlEncode gives for
-// text that already is in the page's code page.
-std::string urlEncodeBytes(std::string_view bytes);
+// Letters, digits and the bytes of `alsoPlain` as they are, a blank as "+", every other byte as
+// %XX: what urlEncode gives for text that already is in the page's code page.
+std::string urlEncodeBytes(std::string_view bytes, std::string_view alsoPlain = {});
 
 struct Page {
   Request& request;

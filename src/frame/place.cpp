@@ -9,6 +9,9 @@
 namespace tarlo::frame {
 namespace {
 
+using text::isDigit;
+using text::isLetter;
+
 constexpr std::array<std::pair<std::string_view, Place>, 16> kWords = {{
     {"built", Place::Built},
     {"text", Place::Text},
@@ -30,14 +33,6 @@ constexpr std::array<std::pair<std::string_view, Place>, 16> kWords = {{
 
 bool isOneOf(char c, std::string_view set) {
   return set.find(c) != std::string_view::npos;
-}
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool isLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 std::string_view namedReference(char c) {

@@ -2,7 +2,7 @@
 
 #include "embedded_frame_pages.h"
 #include "frame/data.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "text/pieces.h"
 #include "variant/array.h"
 #include "variant/convert.h"
@@ -40,7 +40,7 @@ std::string getOEMInfoHTML(Page& page) {
   if (!value) throw RuntimeError(ErrorNumber::InvalidCall, kInstallation);
   const std::string text = variant::toText(*value);
   const std::string shown = text.substr(0, text.find(','));
-  static const Template pane(embedded::frame_pages::find("oem_pane.html"));
+  static const PageText pane(embedded::frame_pages::find("oem_pane.html"));
   return pane.fill({{"text", text::replace(inPlace(Place::Text, shown), "\r\n", "<br>")}});
 }
 

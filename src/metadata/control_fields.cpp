@@ -4,6 +4,7 @@
 #include "frame/data.h"
 #include "metadata/operations.h"
 #include "metadata/select_list.h"
+#include "metadata/stored_controls.h"
 #include "metadata/stored_rows.h"
 #include "text/pieces.h"
 #include "variant/compare.h"
@@ -63,15 +64,15 @@ std::string controlsFrom(Version version) {
 }
 
 // Fields that the scheme's controls of the kind are bound to.
-Variant boundFields(Page& page, std::string_view scheme, std::string_view kind,
-                    const Variant& isInstance) {
+Variant boundFields(Page& page, std::string_view scheme, std::string_view kind, Version version) {
   const Rows controls =
-      frame::rows(page, joined({controlsFrom(versionOf(isInstance)), " where QF_NameID = ", scheme,
+      frame::rows(page, joined({controlsFrom(version), " where QF_NameID = ", scheme,
                                 " and  QF_FieldType  =  ", kind, " and Zembra_Flag <> 0"}));
   if (controls.empty()) return -1;
   std::string list;
   for (Row control : controls) {
-    const std::string field = spliced(Control2Fieldid(page, control.value(0), isInstance));
+    const BoundTo bound = boundTo(page, control.text(0), version);
+    const std::string field = bound.isKnown ? bound.field.value_or("0") : "-1";
     const Rows found =
         fieldWhere(page, joined({"a.Zembra_ID = ", field, " and a.DDF_TableID = b.Zembra_ID"}));
     if (found.empty()) continue;
@@ -163,7 +164,8 @@ Variant getQueryFields(Page& page, const Variant& queryid, const Variant& tablen
                        trimmed.starts_with('[') ? withoutBrackets(trimmed) : given,
                        versionOf(isInstance));
   }
-  if (kind == "1" || kind == "2") return boundFields(page, spliced(queryid), kind, isInstance);
+  if (kind == "1" || kind == "2")
+    return boundFields(page, spliced(queryid), kind, versionOf(isInstance));
   return kind == "3" ? listControls(page, spliced(queryid), versionOf(isInstance)) : Variant();
 }
 
@@ -177,11 +179,13 @@ Variant getQueryField(Page&, const Variant& sql) {
 }
 
 Variant getCalFieldOrder(Page& page, const Variant& controlid, const Variant&) {
-  const Variant definition = getControlSQL(page, controlid, 3, true);
-  if (!definition.isText()) return -1;
+  const FormControl list =
+      formControl(page, spliced(controlid), static_cast<int>(ControlKind::List), Version::Frozen);
+  if (list.answer != FormControl::Answer::Given) return -1;
+  const std::string definition = withPart(list.definition.statement, list.definition.rest);
   ErrorState errors;
   std::vector<Item> chosen;
-  const auto items = listItems(definition.text());
+  const auto items = listItems(definition);
   for (std::size_t i = 0; i < items.size(); ++i) {
     const auto parts = text::split(items[i], " as ");
     if (parts.size() < 2) continue;

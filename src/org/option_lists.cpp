@@ -2,8 +2,8 @@
 
 #include "embedded_org_pages.h"
 #include "frame/data.h"
+#include "frame/page_text.h"
 #include "frame/place.h"
-#include "frame/template.h"
 #include "org/groups.h"
 #include "org/operations.h"
 #include "variant/compare.h"
@@ -118,7 +118,7 @@ Variant getMenuParentList(Page& page, const Variant& menuID) {
 }
 
 Variant getIconList(Page& page, const Variant& id) {
-  static const frame::Template line(embedded::org_pages::find("icon_option.js"));
+  static const frame::PageText line(embedded::org_pages::find("icon_option.js"));
   const std::string columns = "select Icon_ID , icon_name ,icon_file  from Zembra_ICON ";
   const std::string sql =
       columns + "Where Icon_ID = " + spliced(id) + "   union all " + columns + " ";

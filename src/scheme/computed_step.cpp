@@ -1,7 +1,7 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/dictionary.h"
 #include "scheme/operations.h"
 #include "scheme/step_fields.h"
@@ -12,7 +12,7 @@
 namespace tarlo::scheme {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 // Fields of every kind, key fields included. "*" tells those of a related table.
@@ -54,7 +54,7 @@ void restorePiece(Page& page, std::string_view piece, Restored& restored) {
 }
 
 void restoreItem(Page& page, std::string_view item, Restored& restored) {
-  static const Template open(embedded::scheme_pages::find("computed_step_row.html"));
+  static const PageText open(embedded::scheme_pages::find("computed_step_row.html"));
   std::string row = open.fill();
   while (row.ends_with('\n') || row.ends_with('\r')) row.pop_back();
   restored.rows += row;
@@ -83,7 +83,7 @@ Restored restore(Page& page) {
 }  // namespace
 
 void addSearchDlg2(Page& page) {
-  static const Template rest(embedded::scheme_pages::find("computed_step.html"));
+  static const PageText rest(embedded::scheme_pages::find("computed_step.html"));
   const std::string mainTable = spliced(page.request.value("sTable"));
   const std::string statement =
       fieldStatement(page, mainTable, spliced(page.request.value("multi")));

@@ -8,6 +8,7 @@
 #include "frame/data.h"
 #include "frame/statement_scope.h"
 #include "metadata/dictionary.h"
+#include "text/fold.h"
 #include "text/pieces.h"
 #include "variant/error_state.h"
 
@@ -48,12 +49,12 @@ std::vector<Trial> trialsOf(const Definition& whole) {
         {.computed = std::string(item)});
   }
   int number = 0;
-  for (const std::string_view condition : text::split(whole.filter, text::kPartMark)) {
+  for (const std::string_view condition : compile::filterItems(whole.filter)) {
     add("第 " + std::to_string(++number) + " 个过滤条件",
         {.computed = whole.computed, .filter = alone(condition)});
   }
   number = 0;
-  for (const std::string_view statistic : text::split(whole.statistics, text::kPartMark)) {
+  for (const std::string_view statistic : compile::statisticsItems(whole.statistics)) {
     // A field without a function stands only beside its grouping.
     const bool isGrouped = statistic.ends_with(",6");
     add("第 " + std::to_string(++number) + " 个统计项",
@@ -108,8 +109,7 @@ std::string_view sentenceFor(Fault fault) {
 }
 
 bool isNameByte(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-         (c & 0x80) != 0;
+  return text::isLetterOrDigit(c) || c == '_' || (c & 0x80) != 0;
 }
 
 // The name that begins at the offset, dots and brackets included; "" for none.

@@ -9,8 +9,8 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/helpers.h"
+#include "frame/page_text.h"
 #include "frame/statement_scope.h"
-#include "frame/template.h"
 #include "scheme/diagnosis.h"
 #include "text/display_width.h"
 #include "variant/compare.h"
@@ -21,8 +21,8 @@ namespace tarlo::scheme {
 namespace {
 
 using frame::inPlace;
+using frame::PageText;
 using frame::Place;
-using frame::Template;
 using variant::spliced;
 
 // FNV-1a, 64 bits: tells two texts apart, guards nothing.
@@ -42,7 +42,7 @@ std::string nameOf(Page& page, const Variant& user) {
 }
 
 constexpr int kShownRows = 10;
-constexpr auto kMostTime = std::chrono::seconds(5);
+constexpr auto kMostRowsTime = std::chrono::seconds(5);
 constexpr std::size_t kStatementColumns = 90;
 constexpr std::size_t kCellColumns = 40;
 
@@ -57,7 +57,7 @@ std::string cellMarkup(const Variant& value) {
 // The table of the first rows, or "" when there are none.
 std::string rowsMarkup(Page& page, const std::string& statement) {
   database::Lease connection = frame::borrowConnection(page);
-  connection->setCommandTimeout(kMostTime);
+  connection->setCommandTimeout(kMostRowsTime);
   const auto rows = connection->open(statement);
   if (rows->atEnd()) return "";
   std::string table = "<table class=\"tarlo-rows\"><thead><tr>";
@@ -103,7 +103,7 @@ SchemeState schemeState(Page& page, const Variant& scheme) {
 }
 
 std::string wizardExtras(Page& page, std::string_view scheme) {
-  static const Template script(embedded::scheme_pages::find("wizard_extras.js"));
+  static const PageText script(embedded::scheme_pages::find("wizard_extras.js"));
   ErrorState err;
   std::string text;
   err.run([&] {
@@ -115,7 +115,7 @@ std::string wizardExtras(Page& page, std::string_view scheme) {
 }
 
 std::string firstRows(Page& page, const std::string& statement) {
-  static const Template extras(embedded::scheme_pages::find("preview_extras.html"));
+  static const PageText extras(embedded::scheme_pages::find("preview_extras.html"));
   ErrorState err;
   std::string rows;
   const frame::DispensableScope dispensable(page);
@@ -127,7 +127,7 @@ std::string firstRows(Page& page, const std::string& statement) {
 
 std::string refusalReason(Page& page, const compile::Definition& definition,
                           const std::string& statement) {
-  static const Template reason(embedded::scheme_pages::find("preview_reason.html"));
+  static const PageText reason(embedded::scheme_pages::find("preview_reason.html"));
   ErrorState err;
   Diagnosis found;
   const frame::DispensableScope dispensable(page);

@@ -1,7 +1,8 @@
+#include "compile/grammar.h"
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "scheme/operations.h"
 #include "scheme/step_fields.h"
 #include "text/pieces.h"
@@ -11,37 +12,25 @@
 namespace tarlo::scheme {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
-// The parts of a stored condition; those of an empty row are "".
-struct Condition {
-  std::string field;
-  std::string comparison;
-  std::string value;
-  std::string logic;
-};
-
-std::string rowMarkup(const std::string& fields, const Condition& condition) {
-  static const Template row(embedded::scheme_pages::find("filter_step_row.html"));
-  const auto preset = [](const std::string& value) {
-    return value.empty()
+// A row with the parts of a stored condition; one that it lacks is left empty.
+std::string rowMarkup(const std::string& fields, const compile::Pieces& condition) {
+  static const PageText row(embedded::scheme_pages::find("filter_step_row.html"));
+  const auto part = [&](std::size_t i) {
+    return std::string(i < condition.size() ? condition[i] : "");
+  };
+  const auto preset = [&](std::size_t i) {
+    return part(i).empty()
                ? std::string()
-               : " selectvalue=\"" + frame::inPlace(frame::Place::Attribute, value) + "\"";
+               : " selectvalue=\"" + frame::inPlace(frame::Place::Attribute, part(i)) + "\"";
   };
   return row.fill({{"fields", fields},
-                   {"field", preset(condition.field)},
-                   {"comparison", preset(condition.comparison)},
-                   {"value", condition.value},
-                   {"logic", preset(condition.logic)}});
-}
-
-Condition conditionOf(std::string_view text) {
-  const auto parts = text::split(text, ",");
-  const auto part = [&](std::size_t i) {
-    return i < parts.size() ? std::string(parts[i]) : std::string();
-  };
-  return {part(0), part(1), part(2), part(3)};
+                   {"field", preset(0)},
+                   {"comparison", preset(1)},
+                   {"value", part(2)},
+                   {"logic", preset(3)}});
 }
 
 struct ConditionRows {
@@ -61,8 +50,8 @@ ConditionRows restoredRows(Page& page, const std::string& fields) {
   const std::string_view filter = text::trim(stored);
   if (filter.empty()) return {rowMarkup(fields, {}), "selectIndex=1;\r\n"};
   ConditionRows rows;
-  for (const std::string_view text : text::split(filter, text::kPartMark)) {
-    rows.markup += rowMarkup(fields, conditionOf(text));
+  for (const compile::Condition& condition : compile::conditionsOf(filter)) {
+    rows.markup += rowMarkup(fields, condition.parts());
     rows.counting += "selectIndex++;\r\n";
   }
   return rows;
@@ -71,7 +60,7 @@ ConditionRows restoredRows(Page& page, const std::string& fields) {
 }  // namespace
 
 void addSearchDlg3(Page& page) {
-  static const Template rest(embedded::scheme_pages::find("filter_step.html"));
+  static const PageText rest(embedded::scheme_pages::find("filter_step.html"));
   const std::string posted = unescaped(spliced(page.request.value("virtual")));
   const std::string fields =
       filterFields(page, spliced(page.request.value("sTable")),

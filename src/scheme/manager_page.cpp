@@ -1,7 +1,7 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
-#include "frame/template.h"
 #include "scheme/operations.h"
 #include "scheme/page_frame.h"
 #include "text/pieces.h"
@@ -90,7 +90,7 @@ void addDirectoryViews(Page& page, Object& grid) {
 }  // namespace
 
 void ctrlSearch(Page& page) {
-  static const frame::Template script(embedded::scheme_pages::find("ctrl_search.html"));
+  static const frame::PageText script(embedded::scheme_pages::find("ctrl_search.html"));
   writePageHead(page, "查询方案自定义");
   script.write(page.response);
   {

@@ -5,14 +5,14 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/helpers.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "scheme/operations.h"
 #include "variant/convert.h"
 
 namespace tarlo::scheme {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 std::string currentModule(Page& page) {
@@ -40,17 +40,17 @@ std::vector<MenuRow> menuRows(Page& page, const std::string& condition) {
 }
 
 // Rows of the pane stand side by side on one line, so the file's last line end goes.
-Template rowTemplate(std::string_view file) {
+PageText rowTemplate(std::string_view file) {
   std::string_view text = embedded::scheme_pages::find(file);
   if (text.ends_with('\n')) text.remove_suffix(1);
-  return Template(text);
+  return PageText(text);
 }
 
 // A folder and its entries. All of them carry the folder's id, by which a click on the folder shows
 // and hides them.
 std::string folderText(Page& page, const MenuRow& folder) {
-  static const Template folderRow = rowTemplate("links_folder.html");
-  static const Template entryRow = rowTemplate("links_folder_entry.html");
+  static const PageText folderRow = rowTemplate("links_folder.html");
+  static const PageText entryRow = rowTemplate("links_folder_entry.html");
   std::string text = folderRow.fill(
       {{"id", folder.id}, {"description", folder.description}, {"name", folder.name}});
   const std::string condition =
@@ -67,8 +67,8 @@ std::string folderText(Page& page, const MenuRow& folder) {
 }
 
 std::string entryText(const MenuRow& entry, bool isCurrent) {
-  static const Template current = rowTemplate("links_current.html");
-  static const Template other = rowTemplate("links_entry.html");
+  static const PageText current = rowTemplate("links_current.html");
+  static const PageText other = rowTemplate("links_entry.html");
   return (isCurrent ? current : other)
       .fill({{"id", entry.id}, {"description", entry.description}, {"name", entry.name}});
 }
@@ -103,14 +103,14 @@ std::optional<std::string> moduleWorkflow(Page& page) {
 
 std::string neighbourLinks(Page& page) {
   const Variant module = page.session.get("usrICID");
-  if (!variant::toBoolean(frame::validINT(page, module))) return "";
+  if (!frame::isWholeNumber(module)) return "";
   const std::string condition =
       " AND Menu_ID = permission_MenuID AND permission_forbid <> 1 and Menu_ParentID In (Select "
       "Menu_ParentID From Zembra_Menu Where Menu_ID = " +
       spliced(module) + ")";
   const std::vector<MenuRow> rows = menuRows(page, condition);
   if (rows.empty()) return "";
-  static const Template head(embedded::scheme_pages::find("links_head.html"));
+  static const PageText head(embedded::scheme_pages::find("links_head.html"));
   std::string text = head.fill();
   const std::int32_t current = variant::toInt32(module);
   for (const MenuRow& row : rows) {

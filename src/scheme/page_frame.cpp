@@ -5,9 +5,9 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/dialog_frame.h"
+#include "frame/page_text.h"
 #include "frame/policy.h"
 #include "frame/sibling_calls.h"
-#include "frame/template.h"
 #include "scheme/module_links.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
@@ -16,7 +16,7 @@ namespace tarlo::scheme {
 namespace {
 
 using frame::callMethod;
-using frame::Template;
+using frame::PageText;
 
 struct ColourScheme {
   std::string_view number;  // as in Session("usrStyle")
@@ -89,8 +89,8 @@ std::shared_ptr<Object> makeMenu(Page& page, std::string_view title) {
 }
 
 void writeSidePane(Page& page, SidePane pane) {
-  static const Template links(embedded::scheme_pages::find("side_pane_links.html"));
-  static const Template oem(embedded::scheme_pages::find("side_pane_oem.html"));
+  static const PageText links(embedded::scheme_pages::find("side_pane_links.html"));
+  static const PageText oem(embedded::scheme_pages::find("side_pane_oem.html"));
   const bool isLinks = pane == SidePane::Links;
   const std::string text = isLinks ? neighbourLinks(page) : frame::getOEMInfoHTML(page);
   (isLinks ? links : oem).write(page.response, {{"text", text}});
@@ -99,8 +99,8 @@ void writeSidePane(Page& page, SidePane pane) {
 }  // namespace
 
 void writePageHead(Page& page, const Variant& title) {
-  static const Template head(embedded::scheme_pages::find("page_head.html"));
-  static const Template headEnd(embedded::scheme_pages::find("page_head_end.html"));
+  static const PageText head(embedded::scheme_pages::find("page_head.html"));
+  static const PageText headEnd(embedded::scheme_pages::find("page_head_end.html"));
   frame::writeResponseSettings(page.response);
   const bool hasMenu = title.isObject();
   const std::string text = variant::spliced(hasMenu ? title.object()->get("title") : title);
@@ -121,17 +121,17 @@ void writePageHead(Page& page, const Variant& title) {
 }
 
 void writePageFoot(Page& page) {
-  static const Template foot(embedded::scheme_pages::find("page_foot.html"));
-  static const Template footEnd(embedded::scheme_pages::find("page_foot_end.html"));
+  static const PageText foot(embedded::scheme_pages::find("page_foot.html"));
+  static const PageText footEnd(embedded::scheme_pages::find("page_foot_end.html"));
   foot.write(page.response);
   writeStylePane(page, page.session.get("usrStyle"), SidePane::Links);
   footEnd.write(page.response);
 }
 
 void writeStylePane(Page& page, const Variant& style, SidePane pane) {
-  static const Template module(embedded::scheme_pages::find("module_style.html"));
-  static const Template moduleCase(embedded::scheme_pages::find("module_style_case.html"));
-  static const Template session(embedded::scheme_pages::find("session_style.html"));
+  static const PageText module(embedded::scheme_pages::find("module_style.html"));
+  static const PageText moduleCase(embedded::scheme_pages::find("module_style_case.html"));
+  static const PageText session(embedded::scheme_pages::find("session_style.html"));
   writeSidePane(page, pane);
   module.write(page.response, {{"module", moduleId(page)}});
   for (const std::size_t index : kScriptOrder) {

@@ -1,8 +1,8 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
+#include "frame/page_text.h"
 #include "frame/statement_scope.h"
-#include "frame/template.h"
 #include "scheme/extras.h"
 #include "scheme/operations.h"
 #include "scheme/posted_definition.h"
@@ -11,11 +11,11 @@
 
 namespace tarlo::scheme {
 
-using frame::Template;
+using frame::PageText;
 
 void previewSearchdlg(Page& page) {
-  static const Template fields(embedded::scheme_pages::find("preview_fields.html"));
-  static const Template refused(embedded::scheme_pages::find("preview_refused.html"));
+  static const PageText fields(embedded::scheme_pages::find("preview_fields.html"));
+  static const PageText refused(embedded::scheme_pages::find("preview_refused.html"));
   ErrorState err;
   compile::Definition definition;
   err.run([&] { definition = postedDefinition(page, Blanks::Trimmed); });

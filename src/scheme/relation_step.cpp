@@ -3,8 +3,8 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
-#include "frame/template.h"
 #include "scheme/operations.h"
 #include "scheme/step_fields.h"
 #include "text/pieces.h"
@@ -16,7 +16,7 @@ namespace tarlo::scheme {
 namespace {
 
 using frame::callMethod;
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 constexpr std::string_view kRelations =
@@ -88,7 +88,7 @@ std::string optionalSteps(std::string_view computed, std::string_view filter,
 // The selection is made anew from the relations that are there: one that has left the dictionary
 // leaves the scheme.
 void selectRelations(Page& page, const std::string& stored, Selection& selection) {
-  static const Template line(embedded::scheme_pages::find("relation_step_row.html"));
+  static const PageText line(embedded::scheme_pages::find("relation_step_row.html"));
   for (frame::Row row : frame::rows(page, std::string(kRelations) + " where Zembra_ID in (" +
                                               (stored.empty() ? "0" : stored) + ")")) {
     selection.relations += row.text(0) + ",";
@@ -141,7 +141,7 @@ void writeGrid(Page& page) {
 }  // namespace
 
 void addSearchDlg1(Page& page) {
-  static const Template rest(embedded::scheme_pages::find("relation_step.html"));
+  static const PageText rest(embedded::scheme_pages::find("relation_step.html"));
   const Selection selection = readSelection(page);
   frame::writeStepHead(page);
   writeGrid(page);

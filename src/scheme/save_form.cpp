@@ -1,7 +1,7 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/stored_schemes.h"
 #include "scheme/operations.h"
 #include "services/data_sources.h"
@@ -11,7 +11,7 @@
 namespace tarlo::scheme {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 constexpr std::string_view kDirectories =
@@ -50,7 +50,7 @@ std::string_view kindTag(const std::string& kind) {
 }  // namespace
 
 void addSearchDlg6(Page& page) {
-  static const Template form(embedded::scheme_pages::find("save_form.html"));
+  static const PageText form(embedded::scheme_pages::find("save_form.html"));
   const std::string id = spliced(page.request.value("prikeyid"));
   const Stored stored = readStored(page, id);
   const std::string step = spliced(page.request.value("gostep"));

@@ -1,6 +1,6 @@
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/stored_schemes.h"
 #include "scheme/dialog.h"
 #include "scheme/operations.h"
@@ -9,13 +9,13 @@
 
 namespace tarlo::scheme {
 
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 void showSearchDlg(Page& page) {
-  static const Template body(embedded::scheme_pages::find("scheme_detail.html"));
-  const std::string id = spliced(page.request.value("id"));
+  static const PageText body(embedded::scheme_pages::find("scheme_detail.html"));
   ErrorState err;
+  const std::string id = err.value([&] { return spliced(page.request.value("id")); });
   // The name is asked for and not shown.
   err.run(
       [&] { frame::rows(page, "select Query_Name from Zembra_Query_Main where Query_ID=" + id); });

@@ -1,10 +1,11 @@
 #include <array>
 #include <cmath>
 
+#include "compile/grammar.h"
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
 #include "frame/dialog_frame.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/dictionary.h"
 #include "scheme/operations.h"
 #include "scheme/step_fields.h"
@@ -17,8 +18,8 @@ namespace tarlo::scheme {
 namespace {
 
 using frame::inPlace;
+using frame::PageText;
 using frame::Place;
-using frame::Template;
 using variant::spliced;
 
 constexpr std::string_view kOrdinaryKinds = "(NOT (DDF_Type IN (1 , 10 , 11 , 12 , 13 , 14)))";
@@ -45,13 +46,13 @@ std::string fieldStatement(Page& page, const std::string& mainTable,
 }
 
 // What a stored scheme brings.
-struct Stored {
+struct StoredStatistics {
   std::string grouping;
   std::string statistics;
   std::string computed;
 };
 
-Stored readStored(Page& page) {
+StoredStatistics readStored(Page& page) {
   ErrorState err;
   const frame::Rows rows = err.value([&] {
     return frame::rows(page,
@@ -100,12 +101,12 @@ std::string escaped(const std::string& text) {
   return inPlace(Place::ScriptSingle, text::replace(text, "'", "\\'"));
 }
 
-std::string statisticsScript(Page& page, const Stored& stored) {
+std::string statisticsScript(Page& page, const StoredStatistics& stored) {
   if (stored.statistics.empty()) return "";
-  const auto items = text::split(stored.statistics, text::kPartMark);
+  const auto items = compile::statisticsOf(stored.statistics);
   std::string lines;
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto parts = text::split(items[i], ",");
+    const compile::Pieces& parts = items[i].parts();
     const std::string_view token = parts.empty() ? std::string_view() : parts[0];
     lines += itemName(page, i, token, stored.computed);
     if (parts.size() > 1) lines += functionLine(parts[1]);
@@ -146,8 +147,8 @@ std::string withoutLineEnds(const std::string& text) {
 }  // namespace
 
 void addSearchDlg4(Page& page) {
-  static const Template controls(embedded::scheme_pages::find("statistics_step.html"));
-  static const Template script(embedded::scheme_pages::find("statistics_step.js"));
+  static const PageText controls(embedded::scheme_pages::find("statistics_step.html"));
+  static const PageText script(embedded::scheme_pages::find("statistics_step.js"));
   const std::string mainTable(text::trim(spliced(page.request.value("sTable"))));
   std::string posted = spliced(page.request.value("virtual"));
   const std::string step = spliced(page.request.value("gostep"));
@@ -156,7 +157,7 @@ void addSearchDlg4(Page& page) {
   const std::string groups =
       services::comboBoxOptions(page, statement + " union select -1000,'--不分组--'");
   const std::string fields = services::comboBoxOptions(page, statement);
-  const Stored stored = isChange(page) ? readStored(page) : Stored();
+  const StoredStatistics stored = isChange(page) ? readStored(page) : StoredStatistics();
   frame::writeStepHead(page);
   controls.write(page.response, {{"fields", fields}, {"groups", groups}});
   page.response.write("<script>\r\n" +

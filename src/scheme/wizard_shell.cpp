@@ -2,7 +2,7 @@
 
 #include "embedded_scheme_pages.h"
 #include "frame/data.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "metadata/stored_schemes.h"
 #include "scheme/dialog.h"
 #include "scheme/extras.h"
@@ -19,8 +19,8 @@ namespace tarlo::scheme {
 namespace {
 
 using frame::inPlace;
+using frame::PageText;
 using frame::Place;
-using frame::Template;
 using variant::spliced;
 
 // Tables in development are offered too, as this system has always been shipped.
@@ -89,10 +89,10 @@ void readMultiLevel(Page& page, Preset& preset) {
 
 Preset readPreset(Page& page) {
   Preset preset;
-  preset.isChange = isChange(page);
-  if (!preset.isChange) return preset;
   ErrorState err;
-  preset.id = spliced(page.request.value("prikeyid"));
+  err.run([&] { preset.isChange = isChange(page); });
+  if (!preset.isChange) return preset;
+  err.run([&] { preset.id = spliced(page.request.value("prikeyid")); });
   preset.mainTable = metadata::keyTable(page, preset.id).value_or("-1");
   err.run([&] {
     preset.directory = frame::firstText(
@@ -103,7 +103,7 @@ Preset readPreset(Page& page) {
 }
 
 std::string firstStep(Page& page, const Preset& preset) {
-  static const Template content(embedded::scheme_pages::find("wizard_first_step.html"));
+  static const PageText content(embedded::scheme_pages::find("wizard_first_step.html"));
   const std::string directories = services::comboBoxOptions(page, std::string(kDirectories));
   const std::string scheme = preset.isChange ? "<input type = hidden name = type value = \"1\">\r\n"
                                                "<input type = hidden name = prikeyid value = \"" +
@@ -125,7 +125,7 @@ std::string firstStep(Page& page, const Preset& preset) {
 }
 
 std::string shellScript(Page& page, const Preset& preset) {
-  static const Template script(embedded::scheme_pages::find("wizard_shell.js"));
+  static const PageText script(embedded::scheme_pages::find("wizard_shell.js"));
   const std::string mode =
       preset.isChange ? "&type=1&prikeyid=" + inPlace(Place::Address, preset.id) : "";
   return "<script>\r\n" + script.fill({{"mode", mode}}) + "</script>\r\n" +
@@ -149,9 +149,11 @@ void addSearchDlg(Page& page) {
   const Preset preset = readPreset(page);
   Dialog dialog(page, "TarloDialog.WebDialog", frame::kSessionAndResponse);
   setUp(page, dialog, preset);
+  ErrorState err;
   for (const Step& step : kSteps) {
-    const std::string content =
-        step.content.empty() ? firstStep(page, preset) : std::string(step.content);
+    const std::string content = step.content.empty()
+                                    ? err.value([&] { return firstStep(page, preset); })
+                                    : std::string(step.content);
     dialog.call("addStep", {step.title, content, step.next, step.back});
   }
   dialog.call("writeDialog");

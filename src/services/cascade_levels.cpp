@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "metadata/stored_controls.h"
 #include "text/fold.h"
 #include "text/pieces.h"
 
@@ -46,14 +47,13 @@ std::optional<CascadeLevel> cascadeLevel(std::string_view table, std::string_vie
 }
 
 std::vector<CascadeLevel> cascadeLevels(std::string_view relation) {
-  constexpr std::size_t kNames = 4;
   std::vector<CascadeLevel> levels;
-  for (const std::string_view piece : text::split(relation, ";")) {
-    const auto parts = text::split(piece, ",");
-    if (parts.size() < kNames) continue;
-    const std::vector<std::string_view> rest(parts.begin() + kNames, parts.end());
-    const auto level = cascadeLevel(parts[0], parts[1], parts[2], parts[3], text::join(rest, ","));
-    if (level) levels.push_back(*level);
+  for (const metadata::ControlLevel& written : metadata::controlLevels(relation)) {
+    if (written.text.empty()) continue;
+    if (const auto level = cascadeLevel(written.table, written.link, written.value, written.text,
+                                        written.condition)) {
+      levels.push_back(*level);
+    }
   }
   return levels;
 }

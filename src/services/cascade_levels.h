@@ -31,8 +31,8 @@ struct CascadeLevel {
 std::optional<CascadeLevel> cascadeLevel(std::string_view table, std::string_view link,
                                          std::string_view value, std::string_view text,
                                          std::string_view condition);
-// Those of a cascade's definition, "table,link,value,text[,condition]" joined by ";". Pieces that
-// are no level are left out.
+// Those of a cascade's definition (metadata/stored_controls.h). Pieces that are no level are left
+// out.
 std::vector<CascadeLevel> cascadeLevels(std::string_view relation);
 
 class OfferedCascades : public Object {

@@ -16,8 +16,8 @@ using variant::spliced;
 constexpr std::string_view kValueMark = "<<<<<<";
 constexpr std::string_view kOptionMark = ">>>>>>";
 
-std::string encoded(Page& page, const std::string& cell) {
-  return spliced(frame::replaceChar(page, text::trim(cell)));
+std::string encoded(const std::string& cell) {
+  return frame::attributeText(text::trim(cell));
 }
 
 }  // namespace
@@ -37,8 +37,8 @@ std::string comboBoxOptions(Page& page, std::string_view statement) {
   std::string xml = "<?xml version = '1.0' encoding = 'gb2312'?><root>";
   for (const frame::Row row : rows) {
     err.run([&] {
-      xml += text::joined({"<option><value>", encoded(page, row.text(0)), "</value><text>",
-                           encoded(page, row.text(1)), "</text></option>"});
+      xml += text::joined({"<option><value>", encoded(row.text(0)), "</value><text>",
+                           encoded(row.text(1)), "</text></option>"});
     });
   }
   return xml + "</root>";

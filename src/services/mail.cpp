@@ -56,7 +56,7 @@ Variant send(Object& mail, const Variant& body) {
 }
 
 constexpr int kBytesBetweenFlushes = 16384;
-constexpr int kForReading = 1;
+constexpr int kOpenForReading = 1;
 constexpr int kUnicode = -1;
 
 bool reachesClient(Page& page) {
@@ -98,7 +98,8 @@ Variant TransferFile(Page& page, const Variant& pathandfilename, const Variant& 
   const auto files = page.server.createObject("Scripting.FileSystemObject");
   const Variant file = callMethod(*files, "GetFile", {pathandfilename});
   const Variant size = file.object()->get("Size");
-  const Variant stream = callMethod(*file.object(), "OpenAsTextStream", {kForReading, kUnicode});
+  const Variant stream =
+      callMethod(*file.object(), "OpenAsTextStream", {kOpenForReading, kUnicode});
   page.response.setHeader("content-type", "application/x-msdownload");
   page.response.setHeader("Content-Disposition",
                           "attachment;filename=" + variant::spliced(filename));

@@ -17,7 +17,7 @@ namespace {
 using variant::spliced;
 
 constexpr int kPermissionDenied = 70;
-constexpr int kDeviceError = 31;
+constexpr int kMailFailed = 31;
 
 struct CurlCleanup {
   void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -31,7 +31,7 @@ using Mime = std::unique_ptr<curl_mime, CurlCleanup>;
 Handle openHandle() {
   static const CURLcode isReady = curl_global_init(CURL_GLOBAL_DEFAULT);
   Handle handle(isReady == CURLE_OK ? curl_easy_init() : nullptr);
-  if (!handle) throw RuntimeError(kDeviceError, "the mail library does not start", "NewMail");
+  if (!handle) throw RuntimeError(kMailFailed, "the mail library does not start", "NewMail");
   return handle;
 }
 
@@ -180,7 +180,7 @@ Variant NewMail::send(std::span<Variant>) {
   curl_easy_setopt(handle.get(), CURLOPT_MIMEPOST, mime.get());
   const CURLcode result = curl_easy_perform(handle.get());
   if (result != CURLE_OK) {
-    throw RuntimeError(kDeviceError,
+    throw RuntimeError(kMailFailed,
                        std::string("the mail was not sent: ") + curl_easy_strerror(result),
                        "NewMail");
   }

@@ -6,8 +6,8 @@
 #include "embedded_services_pages.h"
 #include "frame/data.h"
 #include "frame/helpers.h"
+#include "frame/page_text.h"
 #include "frame/policy.h"
-#include "frame/template.h"
 #include "text/pieces.h"
 #include "variant/compare.h"
 #include "variant/convert.h"
@@ -15,7 +15,7 @@
 namespace tarlo::services {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 // The box's inner size, in the 16-bit arithmetic of the page's language.
@@ -25,11 +25,11 @@ std::string reduced(const Variant& size, int by) {
   return std::to_string(inner);
 }
 
-std::string buttons(Page& page, const std::string& id, const Variant& given) {
-  if (!variant::toBoolean(frame::isNothing(page, given))) {
+std::string buttons(const std::string& id, const Variant& given) {
+  if (!frame::isBlank(given)) {
     return "<div id=winBtnID>" + spliced(given) + "</div>\r\n";
   }
-  static const Template standard(embedded::services_pages::find("div_dialog_buttons.html"));
+  static const PageText standard(embedded::services_pages::find("div_dialog_buttons.html"));
   return standard.fill({{"id", id}});
 }
 
@@ -70,9 +70,9 @@ Variant requiredCell(Page& page, const std::string& sql) {
 Variant TarloDivDialog(Page& page, const Variant& id, const Variant& WinTitle,
                        const Variant& TopicTitle, const Variant& WinWidth, const Variant& WinHeight,
                        const Variant& WinBody, const Variant& WinButon) {
-  static const Template head(embedded::services_pages::find("div_dialog_head.html"));
-  static const Template body(embedded::services_pages::find("div_dialog_body.html"));
-  static const Template foot(embedded::services_pages::find("div_dialog_foot.html"));
+  static const PageText head(embedded::services_pages::find("div_dialog_head.html"));
+  static const PageText body(embedded::services_pages::find("div_dialog_body.html"));
+  static const PageText foot(embedded::services_pages::find("div_dialog_foot.html"));
   const std::string name = spliced(id);
   const std::string width = spliced(WinWidth);
   const std::string height = spliced(WinHeight);
@@ -83,7 +83,7 @@ Variant TarloDivDialog(Page& page, const Variant& id, const Variant& WinTitle,
                              {"title", spliced(WinTitle)},
                              {"topic", spliced(TopicTitle)},
                              {"body", spliced(WinBody)}});
-  page.response.write(buttons(page, name, WinButon));
+  page.response.write(buttons(name, WinButon));
   foot.write(page.response, {{"id", name}, {"width", width}, {"height", height}});
   return {};
 }

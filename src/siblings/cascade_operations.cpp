@@ -4,9 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "control/control.h"
 #include "frame/data.h"
 #include "frame/statement_scope.h"
+#include "metadata/stored_controls.h"
 #include "org/may_call.h"
 #include "scheme/extras.h"
 #include "services/cascade_levels.h"
@@ -63,7 +63,7 @@ bool isStored(Page& page, const CascadeLevel& level) {
       "and CHARINDEX(" +
       sqlText(level.text) + ",QF_Relation) > 0";
   for (const frame::Row row : frame::rows(page, sql)) {
-    const auto cascade = control::definitionOf(row.text(0), control::ControlKind::Cascade);
+    const auto cascade = metadata::controlDefinition(row.text(0), metadata::ControlKind::Cascade);
     if (std::ranges::count(services::cascadeLevels(cascade.rest), level) > 0) return true;
   }
   return false;

@@ -5,13 +5,14 @@
 #include "embedded_siblings_pages.h"
 #include "frame/dialog_frame.h"
 #include "frame/member_table.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "siblings/components.h"
+#include "text/fold.h"
 
 namespace tarlo::siblings {
 namespace {
 
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 template <class Dialog, std::string Dialog::*kText>
@@ -91,7 +92,7 @@ Variant WebDialog::addStep(std::span<Variant> arguments) {
 // Each content in an element of its own: the old tags are not closed, and take what follows them
 // for their content up to the end of the element around them.
 std::string WebDialog::stepsMarkup() const {
-  static const Template step(embedded::siblings_pages::find("web_dialog_step.html"));
+  static const PageText step(embedded::siblings_pages::find("web_dialog_step.html"));
   std::string markup;
   for (const Step& each : steps_) {
     markup += step.fill({{"title", each.title}, {"content", each.content}});
@@ -117,7 +118,7 @@ std::string WebDialog::scriptElements() const {
 }
 
 Variant WebDialog::writeDialog(std::span<Variant>) {
-  static const Template dialog(embedded::siblings_pages::find("web_dialog.html"));
+  static const PageText dialog(embedded::siblings_pages::find("web_dialog.html"));
   if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
   frame::writeResponseSettings(page_->response);
   dialog.write(page_->response, {{"title", title_},
@@ -133,9 +134,7 @@ Variant WebDialog::writeDialog(std::span<Variant>) {
 
 bool isColour(std::string_view text) {
   if (text.starts_with('#')) text.remove_prefix(1);
-  return std::ranges::all_of(text, [](char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-  });
+  return std::ranges::all_of(text, text::isLetterOrDigit);
 }
 
 class SingleDialog : public frame::MemberObject<SingleDialog> {
@@ -182,7 +181,7 @@ Variant SingleDialog::connect(std::span<Variant> arguments) {
 }
 
 Variant SingleDialog::writeDialog(std::span<Variant>) {
-  static const Template dialog(embedded::siblings_pages::find("single_dialog.html"));
+  static const PageText dialog(embedded::siblings_pages::find("single_dialog.html"));
   if (page_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, "ASPConnect");
   frame::writeResponseSettings(page_->response);
   dialog.write(page_->response, {{"title", title_},

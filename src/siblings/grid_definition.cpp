@@ -19,7 +19,7 @@ std::string leadingLiteral(std::string_view text) {
 }
 
 bool isNameByte(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+  return text::isLetterOrDigit(c) || c == '_';
 }
 
 // Only a script that begins with the call counts: captions hold names that people have typed, and

@@ -7,6 +7,7 @@
 #include "frame/statement_scope.h"
 #include "siblings/components.h"
 #include "siblings/grid_rows.h"
+#include "text/fold.h"
 #include "text/pieces.h"
 #include "text/sql_text.h"
 #include "variant/convert.h"
@@ -33,11 +34,8 @@ std::string titleOf(const GridDefinition& grid) {
 }
 
 bool isScriptName(std::string_view name) {
-  const auto isLetter = [](char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
-  };
-  return !name.empty() && isLetter(name[0]) &&
-         std::ranges::all_of(name, [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
+  const auto isPart = [](char c) { return text::isLetterOrDigit(c) || c == '_'; };
+  return !name.empty() && !text::isDigit(name[0]) && std::ranges::all_of(name, isPart);
 }
 
 // "95%", "600" and "600px" as they are; anything else does not reach the page's style.

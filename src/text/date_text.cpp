@@ -6,6 +6,7 @@
 #include <array>
 #include <iterator>
 
+#include "text/fold.h"
 #include "text/pieces.h"
 
 namespace tarlo::text {
@@ -20,10 +21,6 @@ year_month_day dayOf(const CalendarTime& time) {
 
 bool isBelow(int value, int bound) {
   return value >= 0 && value < bound;
-}
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 // Reads one text from left to right; every step says whether the text still fits.

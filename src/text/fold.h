@@ -1,7 +1,7 @@
 #pragma once
 // Names without regard to case: A to Z are a to z, every other byte is itself. Operations, keys,
 // headers, tables and columns are found this way; how statements compare the texts of rows is the
-// engine's matter.
+// engine's matter. And the classes of such bytes, whatever the locale.
 
 #include <algorithm>
 #include <string>
@@ -14,6 +14,21 @@ constexpr char folded(char c) {
 }
 constexpr char raised(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+constexpr bool isLetter(char c) {
+  return folded(c) >= 'a' && folded(c) <= 'z';
+}
+constexpr bool isLetterOrDigit(char c) {
+  return isLetter(c) || isDigit(c);
+}
+// The value of a hexadecimal digit, -1 for any other byte.
+constexpr int hexDigit(char c) {
+  if (isDigit(c)) return c - '0';
+  return folded(c) >= 'a' && folded(c) <= 'f' ? folded(c) - 'a' + 10 : -1;
 }
 
 constexpr bool equalsNoCase(std::string_view a, std::string_view b) {

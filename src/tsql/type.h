@@ -8,6 +8,8 @@ namespace tarlo::tsql {
 
 enum class Kind : std::uint8_t { Null, Text, Int, Decimal, Float, Date };
 
+inline constexpr std::uint8_t kMaxPrecision = 38;  // digits of a decimal
+
 struct Type {
   Kind kind = Kind::Null;
   std::uint8_t precision = 0;  // Decimal: all digits

@@ -4,7 +4,7 @@
 #include "embedded_workflow_pages.h"
 #include "frame/data.h"
 #include "frame/helpers.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "org/groups.h"
 #include "text/pieces.h"
 #include "variant/compare.h"
@@ -15,8 +15,8 @@ namespace tarlo::workflow {
 namespace {
 
 using frame::inPlace;
+using frame::PageText;
 using frame::Place;
-using frame::Template;
 using variant::spliced;
 
 struct Panel {
@@ -64,19 +64,15 @@ std::string cellMarkup(const LinkedCell& shape, std::string_view cell) {
   return markup + linkText(text) + std::string(shape.closed);
 }
 
-bool isBlank(Page& page, const Variant& value) {
-  return variant::toBoolean(frame::isNothing(page, value));
-}
-
 // `title` and `text` give the markup of a row's cells.
 template <class Title, class Text>
 void writePanel(Page& page, const Panel& panel, const frame::Rows& rows, Title&& title,
                 Text&& text) {
-  static const Template top(embedded::workflow_pages::find("panel_top.html"));
-  static const Template line(embedded::workflow_pages::find("panel_row.html"));
-  static const Template more(embedded::workflow_pages::find("panel_more.html"));
-  static const Template none(embedded::workflow_pages::find("panel_none.html"));
-  static const Template end(embedded::workflow_pages::find("panel_end.html"));
+  static const PageText top(embedded::workflow_pages::find("panel_top.html"));
+  static const PageText line(embedded::workflow_pages::find("panel_row.html"));
+  static const PageText more(embedded::workflow_pages::find("panel_more.html"));
+  static const PageText none(embedded::workflow_pages::find("panel_none.html"));
+  static const PageText end(embedded::workflow_pages::find("panel_end.html"));
   top.write(page.response, {{"caption", panel.caption}});
   for (const frame::Row row : rows) {
     line.write(page.response, {{"firstCell", panel.firstCell},
@@ -113,8 +109,8 @@ Variant handedOverBy(Page& page, std::string_view module) {
 std::string permissionOf(Page& page, std::string_view menu) {
   const Variant own = instanceMenu(page, menu);
   const Variant permission = handedOverBy(page, menu);
-  const bool hasOwnMenu = !isBlank(page, own) && !variant::equals(own, 0);
-  return hasOwnMenu && !isBlank(page, permission) ? spliced(permission) : "0";
+  const bool hasOwnMenu = !frame::isBlank(own) && !variant::equals(own, 0);
+  return hasOwnMenu && !frame::isBlank(permission) ? spliced(permission) : "0";
 }
 
 }  // namespace
@@ -154,7 +150,7 @@ Variant getCurrentResultSet(Page& page) {
                       page.session.id() + "' order by TarloTable_ID desc ");
   if (rows.empty()) return {};
   const frame::Row newest = rows.front();
-  return newest.value(isBlank(page, newest.value(1)) ? 0 : 1);
+  return newest.value(frame::isBlank(newest.value(1)) ? 0 : 1);
 }
 
 }  // namespace tarlo::workflow

@@ -19,7 +19,7 @@
 #include "embedded_workflow_pages.h"
 #include "frame/data.h"
 #include "frame/local_page.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "host/desktop/desktop.h"
 #include "siblings/siblings.h"
 #include "support/page_structure.h"
@@ -89,8 +89,8 @@ bool isScriptPiece(const std::string& name) {
 
 // Each hole's value; those for pieces of a page get none.
 std::string filled(const PageText& page, std::string_view value) {
-  const frame::Template text(page.text);
-  std::vector<frame::Template::Hole> holes;
+  const frame::PageText text(page.text);
+  std::vector<frame::PageText::Hole> holes;
   for (const std::string_view hole : text.holes()) {
     const bool isBuilt =
         page.text.find("{{" + std::string(hole) + ":built") != std::string_view::npos;

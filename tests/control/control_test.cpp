@@ -35,7 +35,7 @@ TEST_F(LoadControl, EachKindHasItsParts) {
 
   const Control cascade = data.load(2);
   ASSERT_EQ(cascade.levels.size(), 2U);
-  EXPECT_EQ(cascade.levels[1].written, "[Orders],[Orders].[CustID]");
+  EXPECT_EQ(cascade.levels[1], "[Orders],[Orders].[CustID]");
   EXPECT_EQ(cascade.field, "102");
   EXPECT_EQ(levelStatement(cascade, 1),
             "select [Orders].[ID],[Orders].[Amount],[Orders].[CustID] from [Orders] where "

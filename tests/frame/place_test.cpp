@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "support/page_structure.h"
 
 namespace tarlo::frame {
@@ -77,11 +77,11 @@ TEST(Place, NumbersAndNamesAreNothingElse) {
   }
 }
 
-TEST(Template, HolesNameTheirPlacesFromTheInsideOut) {
-  const Template text("<a onclick=\"f('{{x:script:attribute}}')\">{{x:text}}</a>\n");
+TEST(PageText, HolesNameTheirPlacesFromTheInsideOut) {
+  const PageText text("<a onclick=\"f('{{x:script:attribute}}')\">{{x:text}}</a>\n");
   EXPECT_EQ(text.fill({{"x", "a'\"<b"}}), "<a onclick=\"f('a\\'\\&quot;<b')\">a'\"&lt;b</a>\r\n");
   for (const char* broken : {"{{x}}", "{{x:}}", "{{x:nowhere}}", "{{x:text:}}", "{{x:text"}) {
-    EXPECT_THROW(Template{broken}, std::logic_error) << broken;
+    EXPECT_THROW(PageText{broken}, std::logic_error) << broken;
   }
   EXPECT_THROW(text.fill({{"x", ""}, {"y", ""}}), std::logic_error);
   EXPECT_THROW(text.fill(), std::logic_error);

@@ -196,7 +196,7 @@ void dateAdd(FunctionCall& call) {
                             : normalised(time.day, time.millisecond + count * size));
 }
 
-constexpr FunctionRow kRows[] = {
+constexpr FunctionRow kDateFunctions[] = {
     {"tsql_date", 1, toDate},
     {"tsql_day_start", 1, startOfDay},
     {"tsql_date_days", 1, toDays},
@@ -212,7 +212,7 @@ constexpr FunctionRow kRows[] = {
 }  // namespace
 
 std::span<const FunctionRow> dateFunctions() {
-  return kRows;
+  return kDateFunctions;
 }
 
 }  // namespace tarlo::database

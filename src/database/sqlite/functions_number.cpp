@@ -143,7 +143,7 @@ void decimalLogarithm(FunctionCall& call) {
   call.give(std::log10(positive(call)));
 }
 
-constexpr FunctionRow kRows[] = {
+constexpr FunctionRow kNumberFunctions[] = {
     {"tsql_int", 1, toInt},
     {"tsql_int", 2, toSizedInt},
     {"tsql_real", 1, toReal},
@@ -168,7 +168,7 @@ constexpr FunctionRow kRows[] = {
 }  // namespace
 
 std::span<const FunctionRow> numberFunctions() {
-  return kRows;
+  return kNumberFunctions;
 }
 
 }  // namespace tarlo::database

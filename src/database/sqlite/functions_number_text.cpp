@@ -66,7 +66,7 @@ void isNumeric(FunctionCall& call) {
   call.give(static_cast<std::int64_t>(numeric));
 }
 
-constexpr FunctionRow kRows[] = {
+constexpr FunctionRow kNumberTextFunctions[] = {
     {"tsql_decimal_text", 2, decimalText},
     {"tsql_float_text", 1, floatText},
     {"tsql_str", 3, strText},
@@ -77,7 +77,7 @@ constexpr FunctionRow kRows[] = {
 }  // namespace
 
 std::span<const FunctionRow> numberTextFunctions() {
-  return kRows;
+  return kNumberTextFunctions;
 }
 
 }  // namespace tarlo::database

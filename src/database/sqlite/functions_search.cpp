@@ -266,7 +266,7 @@ void like(FunctionCall& call) {
   call.give(static_cast<std::int64_t>(isLike(pattern, FoldedText(call.text(1)).view())));
 }
 
-constexpr FunctionRow kRows[] = {
+constexpr FunctionRow kSearchFunctions[] = {
     {"tsql_charindex", 3, charIndex},
     {"tsql_replace", 3, replace},
     {"tsql_like", 2, like},
@@ -275,7 +275,7 @@ constexpr FunctionRow kRows[] = {
 }  // namespace
 
 std::span<const FunctionRow> searchFunctions() {
-  return kRows;
+  return kSearchFunctions;
 }
 
 }  // namespace tarlo::database

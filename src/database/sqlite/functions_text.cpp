@@ -137,7 +137,7 @@ void pad(FunctionCall& call) {
   call.give(std::string_view(text));
 }
 
-constexpr FunctionRow kRows[] = {
+constexpr FunctionRow kTextFunctions[] = {
     {"tsql_len", 1, len},
     {"tsql_datalength", 1, dataLength},
     {"tsql_substring", 3, substring},
@@ -158,7 +158,7 @@ constexpr FunctionRow kRows[] = {
 }  // namespace
 
 std::span<const FunctionRow> textFunctions() {
-  return kRows;
+  return kTextFunctions;
 }
 
 }  // namespace tarlo::database

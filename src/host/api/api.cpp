@@ -1,8 +1,7 @@
 #include "host/api/api.h"
 
 #include "embedded_host_pages.h"
-#include "host/api/control_resource.h"
-#include "host/api/rows_answer.h"
+#include "host/api/resources.h"
 #include "host/site/sign_in_pages.h"
 #include "org/may_call.h"
 #include "text/fold.h"

@@ -1,4 +1,4 @@
-#include "host/api/control_resource.h"
+#include "host/api/resources.h"
 
 #include <fmt/format.h>
 

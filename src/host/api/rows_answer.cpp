@@ -1,4 +1,4 @@
-#include "host/api/rows_answer.h"
+#include "host/api/resources.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,5 @@
 #include "host/context/http_server.h"
 
-#include <fmt/format.h>
-
 #include "variant/runtime_error.h"
 
 namespace tarlo::host {
@@ -16,20 +14,7 @@ std::shared_ptr<Object> HttpServer::createObject(std::string_view progId) {
 
 std::string HttpServer::urlEncode(std::string_view text) const {
   const std::string bytes = charset_ == Charset::Utf8 ? std::string(text) : encodeGb18030(text);
-  std::string encoded;
-  encoded.reserve(bytes.size() * 3);
-  for (const char c : bytes) {
-    const bool plain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-                       c == '-' || c == '_' || c == '.';
-    if (plain) {
-      encoded += c;
-    } else if (c == ' ') {
-      encoded += '+';
-    } else {
-      encoded += fmt::format("%{:02X}", static_cast<unsigned char>(c));
-    }
-  }
-  return encoded;
+  return frame::urlEncodeBytes(bytes, "-_.");
 }
 
 Variant HttpApplication::get(std::string_view key) const {

@@ -5,9 +5,9 @@
 #include "control/control.h"
 #include "embedded_host_pages.h"
 #include "frame/data.h"
+#include "frame/page_text.h"
 #include "frame/sibling_calls.h"
 #include "frame/statement_scope.h"
-#include "frame/template.h"
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_data.h"
@@ -20,7 +20,7 @@ namespace {
 
 using control::Control;
 using control::ControlKind;
-using frame::Template;
+using frame::PageText;
 using variant::spliced;
 
 // The control that the address names, else the first of the kind; an unnamed one when there is
@@ -87,15 +87,13 @@ std::string postedText(Page& page) {
 }
 
 std::string levelsOf(const Control& control) {
-  std::vector<std::string_view> levels;
-  for (const control::ControlLevel& level : control.levels) levels.push_back(level.written);
-  return text::join(levels, ";");
+  return text::join({control.levels.begin(), control.levels.end()}, ";");
 }
 
 }  // namespace
 
 void writeDemoForm(Page& page) {
-  static const Template form(embedded::host_pages::find("demo/form.html"));
+  static const PageText form(embedded::host_pages::find("demo/form.html"));
   const Control dropDown = controlFor(page, "dropDownID", ControlKind::DropDown);
   const Control cascade = controlFor(page, "cascadeID", ControlKind::Cascade);
   const Control list = controlFor(page, "listID", ControlKind::List);

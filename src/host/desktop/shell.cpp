@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "embedded_host_pages.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_data.h"
@@ -11,11 +11,11 @@ namespace tarlo::host {
 namespace {
 
 namespace pages = embedded::host_pages;
-using frame::Template;
+using frame::PageText;
 
 // Line ends as pages have them.
 std::string scriptOf(std::string_view name) {
-  return Template(pages::find(name)).fill();
+  return PageText(pages::find(name)).fill();
 }
 
 // An address on this server, or a full one of the web. Anything else that a browser would run or
@@ -33,13 +33,13 @@ bool isPageAddress(std::string_view href) {
 }
 
 void refuse(Page& page, std::string_view reason) {
-  static const Template refusal(pages::find("desktop/refusal.html"));
+  static const PageText refusal(pages::find("desktop/refusal.html"));
   beginOwnPage(page.response);
   refusal.write(page.response, {{"scheme", takeStyle(page)}, {"reason", reason}});
 }
 
 void writeFolder(Page& page, const MenuEntry& entry) {
-  static const Template folder(pages::find("desktop/folder.html"));
+  static const PageText folder(pages::find("desktop/folder.html"));
   folder.write(page.response, {{"scheme", takeStyle(page)},
                                {"nonce", beginOwnPage(page.response)},
                                {"id", std::to_string(entry.id)},
@@ -56,7 +56,7 @@ void writeShell(Page& page) {
   static const std::string script = scriptOf("desktop/shell.js") +
                                     scriptOf("desktop/shell_menu.js") +
                                     scriptOf("desktop/shell_tools.js");
-  static const Template shell(pages::find("desktop/shell.html"));
+  static const PageText shell(pages::find("desktop/shell.html"));
   shell.write(page.response, {{"scheme", takeStyle(page)},
                               {"nonce", beginOwnPage(page.response, OwnPage::Desktop)},
                               {"user", user.name},
@@ -67,7 +67,7 @@ void writeShell(Page& page) {
 
 void writePane(Page& page) {
   const DesktopUser user = currentUser(page);
-  static const Template pane(pages::find("desktop/pane.html"));
+  static const PageText pane(pages::find("desktop/pane.html"));
   pane.write(page.response, {{"scheme", takeStyle(page)},
                              {"nonce", beginOwnPage(page.response, OwnPage::Pane)},
                              {"user", user.name},
@@ -87,7 +87,7 @@ void openMenu(Page& page, std::string_view menuId) {
   if (!isPageAddress(entry->href)) return refuse(page, "此功能的地址无效，请与系统管理员联系。");
   page.session.put("usrICID", std::to_string(entry->id));
   if (entry->isFolder()) return writeFolder(page, *entry);
-  static const Template open(pages::find("desktop/open.html"));
+  static const PageText open(pages::find("desktop/open.html"));
   open.write(page.response, {{"nonce", beginOwnPage(page.response)},
                              {"id", std::to_string(entry->id)},
                              {"address", entry->href}});
@@ -98,7 +98,7 @@ void writeSignInPage(Page& page, std::string_view message, std::string_view next
                                ? std::string()
                                : "<p class=\"dt-alert\" role=\"alert\">" +
                                      frame::inPlace(frame::Place::Encoded, message) + "</p>";
-  static const Template signIn(pages::find("desktop/sign_in.html"));
+  static const PageText signIn(pages::find("desktop/sign_in.html"));
   signIn.write(page.response, {{"scheme", takeStyle(page)},
                                {"nonce", beginOwnPage(page.response)},
                                {"message", note},

@@ -2,7 +2,7 @@
 
 #include "embedded_host_pages.h"
 #include "frame/data.h"
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "host/context/content_policy.h"
 #include "host/desktop/desktop.h"
 #include "host/desktop/desktop_data.h"
@@ -12,8 +12,8 @@ namespace tarlo::host {
 namespace {
 
 using frame::inPlace;
+using frame::PageText;
 using frame::Place;
-using frame::Template;
 
 constexpr std::string_view kManagerAddress = "/TarloQuery.Zembra?action=ctrlSearch";
 
@@ -118,7 +118,7 @@ std::string schemesHtml(Page& page) {
 
 // Schemes are shown to those only who may open their manager.
 std::string schemesPanel(Page& page, const std::vector<MenuEntry>& entries) {
-  static const Template panel(embedded::host_pages::find("desktop/start_schemes.html"));
+  static const PageText panel(embedded::host_pages::find("desktop/start_schemes.html"));
   for (const MenuEntry& entry : entries) {
     if (entry.href != kManagerAddress) continue;
     return panel.fill({{"id", std::to_string(entry.id)}, {"schemes", schemesHtml(page)}});
@@ -133,7 +133,7 @@ void writeStart(Page& page) {
   const variant::Date date = variant::now();
   const variant::CalendarTime now = variant::calendarOf(date);
   const std::vector<MenuEntry> entries = openEntries(menuTree(page, user.id));
-  static const Template start(embedded::host_pages::find("desktop/start.html"));
+  static const PageText start(embedded::host_pages::find("desktop/start.html"));
   start.write(page.response, {{"scheme", takeStyle(page)},
                               {"nonce", beginOwnPage(page.response)},
                               {"greeting", greeting(now.hour)},

@@ -23,14 +23,14 @@ void startSodium() {
   if (!started) throw std::runtime_error("the password library cannot start");
 }
 
-class Place {
+class HashPlace {
  public:
-  Place() : held_(hashPlaces().try_acquire_for(kLongestWait)) {}
-  ~Place() {
+  HashPlace() : held_(hashPlaces().try_acquire_for(kLongestWait)) {}
+  ~HashPlace() {
     if (held_) hashPlaces().release();
   }
-  Place(const Place&) = delete;
-  Place& operator=(const Place&) = delete;
+  HashPlace(const HashPlace&) = delete;
+  HashPlace& operator=(const HashPlace&) = delete;
   bool isHeld() const { return held_; }
 
  private:
@@ -61,14 +61,14 @@ const std::string& standInHash() {
 
 std::string hashPassword(std::string_view password) {
   startSodium();
-  const Place place;
+  const HashPlace place;
   if (!place.isHeld()) throw std::runtime_error("too many passwords are being hashed");
   return hashHolding(password);
 }
 
 PasswordCheck checkPassword(const std::string& hash, std::string_view password) {
   startSodium();
-  const Place place;
+  const HashPlace place;
   if (!place.isHeld()) return PasswordCheck::Busy;
   const std::string& against = hash.empty() ? standInHash() : hash;
   const bool fits =

@@ -2,7 +2,7 @@
 
 #include <embedded_host_pages.h>
 
-#include "frame/template.h"
+#include "frame/page_text.h"
 #include "host/context/content_policy.h"
 #include "host/site/log_text.h"
 #include "variant/convert.h"
@@ -18,7 +18,7 @@ void setOutcome(Visit& visit, const Notice& notice) {
 }
 
 std::string bodyOf(const Visit& visit, const Notice& notice) {
-  static const frame::Template kBody(embedded::host_pages::find("site/notice_body.html"));
+  static const frame::PageText kBody(embedded::host_pages::find("site/notice_body.html"));
   return kBody.fill({{"title", notice.title}, {"text", notice.text}, {"id", visit.wire.id}});
 }
 
@@ -31,7 +31,7 @@ void refuse(Visit& visit, spdlog::logger& log, const Notice& notice, std::string
 }
 
 void writeNotice(Visit& visit, const Notice& notice) {
-  static const frame::Template kPage(embedded::host_pages::find("site/notice.html"));
+  static const frame::PageText kPage(embedded::host_pages::find("site/notice.html"));
   visit.response.reset();
   setOutcome(visit, notice);
   beginOwnPage(visit.response);

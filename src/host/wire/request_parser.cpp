@@ -9,17 +9,13 @@ namespace tarlo::host {
 
 namespace {
 
+using text::hexDigit;
+using text::isDigit;
+using text::isLetter;
+
 // A chunk's line without extensions: sixteen digits and the line's end.
 constexpr std::size_t kMostSizeDigits = 16;
 constexpr std::size_t kPlainChunkLine = kMostSizeDigits + 2;
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool isLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
 
 bool isTokenByte(char c) {
   return isLetter(c) || isDigit(c) ||
@@ -95,12 +91,6 @@ std::optional<std::uint64_t> lengthOf(std::string_view text) {
     value = value > (kMost - digit) / 10 ? kMost : value * 10 + digit;
   }
   return value;
-}
-
-int hexDigit(char c) {
-  if (isDigit(c)) return c - '0';
-  const char lower = text::folded(c);
-  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ bool isOneLine(std::string_view text) {
 }
 
 // Nothing for a value that is no length.
-std::optional<std::uint64_t> lengthOf(std::string_view text) {
+std::optional<std::uint64_t> declaredLength(std::string_view text) {
   std::uint64_t length = 0;
   const auto read = std::from_chars(text.data(), text.data() + text.size(), length);
   if (read.ec != std::errc() || read.ptr != text.data() + text.size()) return std::nullopt;
@@ -38,7 +38,7 @@ void StreamResponse::setStatus(unsigned status) {
 void StreamResponse::addHeader(std::string name, std::string value) {
   if (isStarted() || !isOneLine(name) || !isOneLine(value)) return;
   if (text::equalsNoCase(name, "Content-Length")) {
-    declared_ = lengthOf(value);
+    declared_ = declaredLength(value);
   } else if (!text::equalsNoCase(name, "Transfer-Encoding")) {
     headers_.emplace_back(std::move(name), std::move(value));
   }

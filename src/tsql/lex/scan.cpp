@@ -38,7 +38,7 @@ std::size_t digits(std::string_view rest, std::size_t from) {
 }
 
 bool isHexadecimalDigit(char c) {
-  return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+  return text::hexDigit(c) >= 0;
 }
 
 Number hexadecimal(std::string_view rest) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "text/fold.h"
 #include "tsql/ast/literal.h"
 
 namespace tarlo::tsql::scan {
@@ -27,9 +28,7 @@ extern const std::array<CharClass, 256> kCharClasses;
 inline CharClass classOf(char c) {
   return kCharClasses[static_cast<unsigned char>(c)];
 }
-inline bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+using text::isDigit;
 
 // Bytes of the no-break space or the ideographic space at the front, else 0.
 inline std::size_t wideBlank(std::string_view rest) {

@@ -16,7 +16,6 @@ using ast::BinaryOp;
 using ast::Expr;
 using ast::Meaning;
 
-constexpr int kMaxPrecision = 38;
 constexpr int kKeptScale = 6;
 
 std::string_view symbol(BinaryOp op) {
@@ -60,9 +59,9 @@ Type decimalResult(Expr& expr, const Binary& node) {
   }
   if (whole + scale > kMaxPrecision || node.op == BinaryOp::Divide) fixLiterals(expr);
   if (whole + scale > kMaxPrecision) {
-    scale = std::max(std::min(scale, kKeptScale), std::min(scale, kMaxPrecision - whole));
+    scale = std::max(std::min(scale, kKeptScale), std::min<int>(scale, kMaxPrecision - whole));
   }
-  const int precision = std::min(std::max(whole + scale, 1), kMaxPrecision);
+  const int precision = std::min(std::max(whole + scale, 1), int{kMaxPrecision});
   return decimalType(static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale));
 }
 

@@ -16,7 +16,6 @@ namespace {
 using ast::Expr;
 using ast::FunctionCall;
 
-constexpr std::uint8_t kMaxPrecision = 38;
 constexpr std::uint8_t kAverageScale = 6;
 
 [[noreturn]] void refuse(Refusal refusal, const Expr& expr, std::string_view message) {

@@ -10,7 +10,6 @@
 namespace tarlo::tsql {
 namespace {
 
-constexpr int kMaxPrecision = 38;
 constexpr std::uint8_t kIntDigits = 10;
 
 // A literal as a message shows it: whole characters, not more than fit a line.
@@ -68,7 +67,7 @@ Type commonType(Type a, Type b) {
     b = asDecimal(b);
     const int scale = std::max(a.scale, b.scale);
     const int whole = std::max(a.precision - a.scale, b.precision - b.scale);
-    return decimalType(static_cast<std::uint8_t>(std::min(whole + scale, kMaxPrecision)),
+    return decimalType(static_cast<std::uint8_t>(std::min<int>(whole + scale, kMaxPrecision)),
                        static_cast<std::uint8_t>(scale));
   }
   if (a.kind == Kind::Text) return kTextType;

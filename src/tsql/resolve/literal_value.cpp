@@ -4,14 +4,13 @@
 #include <cmath>
 
 #include "text/date_text.h"
+#include "text/fold.h"
 #include "text/pieces.h"
 
 namespace tarlo::tsql {
 namespace {
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+using text::isDigit;
 
 std::size_t skipDigits(std::string_view text, std::size_t from) {
   while (from < text.size() && isDigit(text[from])) ++from;

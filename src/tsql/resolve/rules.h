@@ -2,15 +2,39 @@
 // The steps of resolving, each over one construct of the tree, bottom up: an expression gets its
 // `type`, and the construct round it what is `wanted` of it. A file of this folder holds a family.
 
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tsql/access.h"
 #include "tsql/ast/statement.h"
-#include "tsql/resolve/context.h"
+#include "tsql/catalogue.h"
+#include "tsql/resolve/scope.h"
 
 namespace tarlo::tsql {
+
+// One batch: the catalogue, and the declared variables by their upper-case names.
+struct BatchContext {
+  Catalogue& catalogue;
+  std::map<std::string, Type> variables;
+  std::vector<Touched> touched;  // in the order of the text
+};
+
+// One clause of one query.
+struct Context {
+  BatchContext& batch;
+  const Scope& scope;
+  // The clause, where no aggregate may stand in it ("WHERE"); "" where one may.
+  std::string_view noAggregatesIn;
+  // Set when an aggregate of this query has been met.
+  bool* sawAggregate = nullptr;
+};
+
+// The table of a statement, noted as touched. Refuses unknown names and schemas other than dbo.
+const Table& findTable(BatchContext& batch, Access access, std::string_view schema,
+                       std::string_view name, Position position);
 
 void resolveExpr(const Context& context, ast::Expr& expr);
 void resolveCondition(const Context& context, ast::Condition& condition);

@@ -17,11 +17,11 @@
 
 namespace tarlo::frame {
 
-class Template {
+class PageText {
  public:
   // Lines of the text end in LF; they go out with CR LF. Throws std::logic_error for a hole that is
   // not closed, names no place or one that there is not.
-  explicit Template(std::string_view text);
+  explicit PageText(std::string_view text);
 
   using Hole = std::pair<std::string_view, std::string_view>;
   // Throws std::logic_error when a hole of the text is not given, or a given one is not in the

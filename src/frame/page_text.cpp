@@ -1,4 +1,4 @@
-#include "frame/template.h"
+#include "frame/page_text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -19,7 +19,7 @@ std::string withLineEnds(std::string_view text) {
 
 }  // namespace
 
-Template::Template(std::string_view text) {
+PageText::PageText(std::string_view text) {
   for (;;) {
     const auto open = text.find("{{");
     Piece piece{withLineEnds(text.substr(0, open)), {}, {}};
@@ -38,7 +38,7 @@ Template::Template(std::string_view text) {
 }
 
 // The words of a hole: its name, and the places that it stands in.
-void Template::readHole(std::string_view words, Piece& piece) {
+void PageText::readHole(std::string_view words, Piece& piece) {
   const std::size_t colon = words.find(':');
   piece.hole = words.substr(0, colon);
   for (std::size_t at = colon; at != std::string_view::npos;) {
@@ -51,7 +51,7 @@ void Template::readHole(std::string_view words, Piece& piece) {
   if (piece.places.empty()) throw std::logic_error("a hole without a place: " + piece.hole);
 }
 
-std::vector<std::string_view> Template::holes() const {
+std::vector<std::string_view> PageText::holes() const {
   std::vector<std::string_view> names;
   for (const Piece& piece : pieces_) {
     if (!piece.hole.empty()) names.emplace_back(piece.hole);
@@ -59,11 +59,11 @@ std::vector<std::string_view> Template::holes() const {
   return names;
 }
 
-std::string Template::fill(std::initializer_list<Hole> holes) const {
+std::string PageText::fill(std::initializer_list<Hole> holes) const {
   return fill(std::span(holes.begin(), holes.size()));
 }
 
-std::string Template::fill(std::span<const Hole> holes) const {
+std::string PageText::fill(std::span<const Hole> holes) const {
   std::size_t size = size_;
   for (const Hole& given : holes) {
     size += given.second.size();
@@ -89,7 +89,7 @@ std::string Template::fill(std::span<const Hole> holes) const {
   return out;
 }
 
-void Template::write(Response& response, std::initializer_list<Hole> holes) const {
+void PageText::write(Response& response, std::initializer_list<Hole> holes) const {
   response.write(fill(holes));
 }
 

@@ -1,10 +1,21 @@
 #pragma once
-// A page of a control's rows, written while it is read.
+// What the API answers of controls and schemes: as JSON, and a page of a control's rows, written
+// while it is read.
+
+#include <cstdint>
 
 #include "control/control.h"
+#include "frame/page.h"
+#include "host/api/json_value.h"
 #include "host/site/visit.h"
 
 namespace tarlo::host {
+
+// Runs the control's statement once. Raises DatabaseError.
+Json describe(Page& page, const control::Control& control);
+
+// A scheme that is not deleted, with its columns. Throws ApiError 404; raises DatabaseError.
+Json describeScheme(Page& page, std::int64_t id);
 
 // Request values:
 //   page, size   the page, from 1, and its rows (at most 1000, 50 when not given)
