@@ -1,4 +1,4 @@
-// One dictionary look-up and a whole compile, each beside its floor in the same run.
+// One dictionary look-up and a whole compile, each beside its floors in the same run.
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -55,6 +55,18 @@ void compileFloor(benchmark::State& state) {
   state.counters["lookUps"] = lookUps;
 }
 BENCHMARK(compileFloor)->ArgName("businessTables")->Arg(0)->Arg(1);
+
+void joinedFloor(benchmark::State& state) {
+  sqlite3* handle = openRaw(dictionary(state.range(0) != 0).file());
+  {
+    FloorStatement statement(handle, joinedSql());
+    for (auto _ : state) {
+      if (statement.rows(1).size() != 300) throw std::runtime_error("the joined read is not whole");
+    }
+  }
+  sqlite3_close(handle);
+}
+BENCHMARK(joinedFloor)->ArgName("businessTables")->Arg(0)->Arg(1);
 
 void compile(benchmark::State& state) {
   Page& page = dictionary(state.range(0) != 0).page();

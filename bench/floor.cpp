@@ -72,6 +72,20 @@ std::string farRelationsSql() {
 
 }  // namespace
 
+std::string joinedSql() {
+  const std::string ends = std::string(
+                               "SELECT ?1 UNION SELECT DDR_MainTableID FROM "
+                               "Zembra_DataDict_Relation WHERE Zembra_ID IN (") +
+                           kRelations +
+                           ") UNION SELECT DDR_RelationTableID FROM Zembra_DataDict_Relation WHERE "
+                           "Zembra_ID IN (" +
+                           kRelations + ")";
+  return "SELECT t.Zembra_ID,t.DDT_Name,t.DDT_CName,f.Zembra_ID,f.DDF_Name,f.DDF_CName "
+         "FROM Zembra_DataDict_Table t JOIN Zembra_DataDict_Field f ON f.DDF_TableID=t.Zembra_ID "
+         "WHERE t.Zembra_Flag=1 AND f.Zembra_Flag=1 AND t.Zembra_ID IN (" +
+         ends + ")";
+}
+
 CompileFloor::CompileFloor(sqlite3* handle)
     : fieldName_(handle, fieldNameSql()),
       tableName_(handle, tableNameSql()),

@@ -39,4 +39,8 @@ class CompileFloor {
   FloorStatement fieldName_, tableName_, fieldIds_, farRelations_, directRelations_;
 };
 
+// The same names in one joined read: tables and fields of table 1 and those that its relations
+// reach.
+std::string joinedSql();
+
 }  // namespace tarlo::bench

@@ -35,6 +35,8 @@ function(tarlo_library name)
   target_link_libraries(tarlo_${name} PUBLIC ${ARG_LIBRARIES})
   tarlo_precompile(tarlo_${name} HEADERS ${ARG_PRECOMPILED})
   if(TARLO_UNITY)
+    # What stands in an unnamed namespace stays in this one source, which the compiler cannot see here.
+    target_compile_options(tarlo_${name} PRIVATE -Wno-subobject-linkage)
     set_target_properties(tarlo_${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
   endif()
 endfunction()

@@ -6,14 +6,14 @@
 
 namespace tarlo::compile {
 
-std::string computedItems(Page& page, const ComputedFields& computed) {
+std::string computedItems(DictionaryReader& dictionary, const ComputedFields& computed) {
   // Resume-next: these keep their last values when the step that sets them fails.
   ErrorState errors;
   std::string_view name;
   std::optional<Reference> found;
 
   const auto resolve = [&](std::string_view id) {
-    errors.run([&] { found = quotedExpressionReference(page, id); });
+    errors.run([&] { found = quotedExpressionReference(dictionary, id); });
     return found;
   };
   std::string result;

@@ -48,26 +48,52 @@ std::string_view operationFor(const Definition& definition) {
                 (parts.filter ? 1u : 0u)];
 }
 
+void loadFor(DictionaryReader& dictionary, const Definition& definition, Columns columns) {
+  std::vector<std::string_view> fields;
+  const ComputedFields computed(definition.computed);
+  for (const std::string_view item : computed.items()) {
+    for (const ExpressionToken& token : expressionTokens(computedExpression(item))) {
+      if (token.reference) fields.push_back(*token.reference);
+    }
+  }
+  for (const Condition& condition : conditionsOf(definition.filter)) {
+    if (condition.parts().empty()) continue;
+    fields.push_back(condition.field());
+    if (const auto via = condition.via()) fields.push_back(*via);
+  }
+  for (const Statistic& item : statisticsOf(definition.statistics)) {
+    if (!item.parts().empty()) fields.push_back(item.token());
+  }
+  for (const std::string_view token : groupingTokens(definition.grouping)) fields.push_back(token);
+  dictionary.load({.mainTable = definition.mainTable,
+                   .relations = definition.relations,
+                   .fields = std::move(fields),
+                   .wholeTables = columns == Columns::All});
+}
+
 std::string compileDefinition(Page& page, const Definition& definition) {
   return compileParts(page, definition, partsOf(definition));
 }
 
 std::string compileParts(Page& page, const Definition& definition, Parts parts) {
+  DictionaryReader dictionary(page);
+  loadFor(dictionary, definition, parts.statistics ? Columns::Named : Columns::All);
   const ComputedFields computed(parts.computed ? definition.computed : std::string_view());
   Compiled compiled;
   if (parts.statistics) {
-    compiled.clauses = statisticsClauses(page, definition, computed);
+    compiled.clauses = statisticsClauses(dictionary, definition, computed);
   } else {
-    compiled.clauses = fieldListClauses(page, definition.mainTable, definition.relations);
-    if (parts.computed) compiled.computed = computedItems(page, computed);
+    compiled.clauses = fieldListClauses(dictionary, definition.mainTable, definition.relations);
+    if (parts.computed) compiled.computed = computedItems(dictionary, computed);
   }
-  if (parts.filter && !parts.computed) compiled.filter = plainFilter(page, definition.filter);
+  if (parts.filter && !parts.computed) compiled.filter = plainFilter(dictionary, definition.filter);
   if (parts.statistics) {
-    compiled.grouping = parts.computed ? groupByWithComputed(page, definition.grouping, computed)
-                                       : groupBy(page, definition.grouping);
+    compiled.grouping = parts.computed
+                            ? groupByWithComputed(dictionary, definition.grouping, computed)
+                            : groupBy(dictionary, definition.grouping);
   }
   if (parts.filter && parts.computed) {
-    compiled.filter = filterWithComputed(page, definition.filter, computed);
+    compiled.filter = filterWithComputed(dictionary, definition.filter, computed);
   }
   return statementOf(compiled);
 }

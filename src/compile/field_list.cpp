@@ -29,8 +29,9 @@ constexpr Hop kFar = {&Path::table, &Path::field, &Path::nearField};
 // Puts the three lists together while it walks the paths.
 class FieldList {
  public:
-  FieldList(Page& page, std::string_view mainTable, const std::vector<Path>& paths)
-      : page_(page), mainTable_(mainTable), paths_(paths) {}
+  FieldList(DictionaryReader& dictionary, std::string_view mainTable,
+            const std::vector<Path>& paths)
+      : dictionary_(dictionary), mainTable_(mainTable), paths_(paths) {}
 
   void addPaths();
   void addMainTable();
@@ -52,7 +53,7 @@ class FieldList {
   void appendFrom();
   void appendColumns(std::string_view tableId, const Joined& source);
 
-  Page& page_;
+  DictionaryReader& dictionary_;
   std::string_view mainTable_;
   const std::vector<Path>& paths_;
   ClauseSet clauses_;
@@ -63,7 +64,7 @@ class FieldList {
 
 // A table that is not in the dictionary leaves the name as it was.
 void FieldList::readNames(TableNames& into, std::string_view tableId) {
-  if (auto names = metadata::tableNames(page_, tableId)) into = std::move(*names);
+  if (auto names = dictionary_.tableNames(tableId)) into = std::move(*names);
 }
 
 void FieldList::join(std::size_t row, const Hop& hop) {
@@ -73,8 +74,8 @@ void FieldList::join(std::size_t row, const Hop& hop) {
   for (std::size_t j = 0; j < row && joined_.number.empty(); ++j) {
     if (paths_[j].*hop.table == path.*hop.table) joined_.number = std::to_string(row);
   }
-  if (const auto far = metadata::fieldNames(page_, path.*hop.farField)) joinField_ = far->column;
-  if (const auto near = metadata::fieldNames(page_, path.*hop.nearField)) {
+  if (const auto far = dictionary_.fieldNames(path.*hop.farField)) joinField_ = far->column;
+  if (const auto near = dictionary_.fieldNames(path.*hop.nearField)) {
     clauses_.where += "[" + left_.name + "].[" + near->column + "]=[" + joined_.written() + "].[" +
                       joinField_ + "] and ";
   }
@@ -96,8 +97,8 @@ void FieldList::appendColumns(std::string_view tableId, const Joined& source) {
   const std::string prefix = "[" + source.written() + "].[";
   const std::string title = "] as [" + source.table.display + ".";
   const std::string end = source.number + "],";
-  for (const std::string& id : metadata::fieldIds(page_, tableId)) {
-    const auto field = metadata::fieldNames(page_, id);
+  for (const std::string& id : dictionary_.fieldIds(tableId)) {
+    const auto field = dictionary_.fieldNames(id);
     if (!field) continue;
     clauses_.select.append(prefix).append(field->column);
     clauses_.select.append(title).append(field->display).append(end);
@@ -127,7 +128,7 @@ void FieldList::addPaths() {
 // Always last, never under an alias. One that is not in the dictionary leaves the brackets empty,
 // whatever the rows before have left in the name.
 void FieldList::addMainTable() {
-  left_ = metadata::tableNames(page_, mainTable_).value_or(TableNames{});
+  left_ = dictionary_.tableNames(mainTable_).value_or(TableNames{});
   clauses_.from += "[" + left_.name + "]";
   clauses_.where += "[" + left_.name + "].[Zembra_Flag]=1";
   appendColumns(mainTable_, {left_, ""});
@@ -135,9 +136,10 @@ void FieldList::addMainTable() {
 
 }  // namespace
 
-ClauseSet fieldListClauses(Page& page, std::string_view mainTable, std::string_view relations) {
-  const std::vector<Path> paths = metadata::paths(page, mainTable, relations);
-  FieldList list(page, mainTable, paths);
+ClauseSet fieldListClauses(DictionaryReader& dictionary, std::string_view mainTable,
+                           std::string_view relations) {
+  const std::vector<Path> paths = dictionary.paths(mainTable, relations);
+  FieldList list(dictionary, mainTable, paths);
   if (!paths.empty()) list.addPaths();
   list.addMainTable();
   return list.take();

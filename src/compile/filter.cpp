@@ -31,18 +31,19 @@ void appendComparison(std::string& out, std::string_view op, std::string_view va
 
 // The field part of a condition; false when a dictionary look-up finds nothing and the condition
 // ends there.
-bool appendMarkedField(std::string& out, Page& page, const Condition& condition) {
-  if (const auto via = tokenReference(page, *condition.via())) {
+bool appendMarkedField(std::string& out, DictionaryReader& dictionary, const Condition& condition) {
+  if (const auto via = tokenReference(dictionary, *condition.via())) {
     out.append(kPartMark).append("[").append(via->column).append("];");
   }
-  const auto field = tokenReference(page, condition.field());
+  const auto field = tokenReference(dictionary, condition.field());
   if (!field) return false;
   out.append("[").append(field->column).append("] ");
   return true;
 }
 
-bool appendPlainField(std::string& out, std::string_view before, Page& page, std::string_view id) {
-  const auto field = tokenReference(page, id);
+bool appendPlainField(std::string& out, std::string_view before, DictionaryReader& dictionary,
+                      std::string_view id) {
+  const auto field = tokenReference(dictionary, id);
   if (!field) return false;
   out += before;
   appendReference(out, *field);
@@ -50,22 +51,23 @@ bool appendPlainField(std::string& out, std::string_view before, Page& page, std
   return true;
 }
 
-void appendDictionaryCondition(std::string& out, Page& page, const Condition& condition,
-                               std::string_view op) {
+void appendDictionaryCondition(std::string& out, DictionaryReader& dictionary,
+                               const Condition& condition, std::string_view op) {
   const bool hasVia = condition.via().has_value();
   const std::string_view before = !hasVia ? " " : out.empty() ? "" : kPartMark;
-  if (!appendPlainField(out, before, page, condition.field())) return;
+  if (!appendPlainField(out, before, dictionary, condition.field())) return;
   appendComparison(out, op, condition.value(), {hasVia ? "" : " ", " "});
   out.append(condition.logic()).append(" ");
 }
 
-void appendComputedCondition(std::string& out, Page& page, const Condition& condition,
-                             std::string_view op, const ComputedFields& computed) {
+void appendComputedCondition(std::string& out, DictionaryReader& dictionary,
+                             const Condition& condition, std::string_view op,
+                             const ComputedFields& computed) {
   const std::string_view item = computed.item(number(condition.token()));
   std::string expression;
   appendExpression(expression, computedExpression(item), BlankTokens::Drop,
                    [&](std::string_view id) {
-                     auto reference = expressionReference(page, id);
+                     auto reference = expressionReference(dictionary, id);
                      // Deliberate: an unknown field ends the compile, where the select items just
                      // drop it.
                      if (!reference) throw RuntimeError(ErrorNumber::TypeMismatch);
@@ -90,13 +92,14 @@ std::string_view aliasOf(std::string_view viaColumn, const Pieces& conditions) {
 
 }  // namespace
 
-std::string plainFilter(Page& page, std::string_view filter) {
+std::string plainFilter(DictionaryReader& dictionary, std::string_view filter) {
   std::string result;
   std::string_view op;  // an unknown code leaves the operator of the condition before
   for (const Condition& condition : conditionsOf(filter)) {
     op = comparisonOperator(condition.code()).value_or(op);
-    const bool found = condition.via() ? appendMarkedField(result, page, condition)
-                                       : appendPlainField(result, " ", page, condition.field());
+    const bool found = condition.via()
+                           ? appendMarkedField(result, dictionary, condition)
+                           : appendPlainField(result, " ", dictionary, condition.field());
     if (!found) continue;
     appendComparison(result, op, condition.value(), {"", ""});
     if (condition.logic() != "-1") result += condition.logic();
@@ -104,7 +107,7 @@ std::string plainFilter(Page& page, std::string_view filter) {
   return result;
 }
 
-std::string filterWithComputed(Page& page, std::string_view filter,
+std::string filterWithComputed(DictionaryReader& dictionary, std::string_view filter,
                                const ComputedFields& computed) {
   std::string result;
   std::string_view op;
@@ -113,9 +116,9 @@ std::string filterWithComputed(Page& page, std::string_view filter,
     // An ordinal comparison of text: "-" sorts before "0", so -<n> is a computed field, and so is
     // the token 0.
     if (condition.token() > "0") {
-      appendDictionaryCondition(result, page, condition, op);
+      appendDictionaryCondition(result, dictionary, condition, op);
     } else {
-      appendComputedCondition(result, page, condition, op, computed);
+      appendComputedCondition(result, dictionary, condition, op, computed);
     }
   }
   const auto length = static_cast<std::ptrdiff_t>(variant::len(result));

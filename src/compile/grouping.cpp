@@ -8,17 +8,17 @@
 namespace tarlo::compile {
 namespace {
 
-void appendDictionaryField(std::string& list, Page& page, std::string_view id) {
-  if (const auto field = tokenReference(page, id)) {
+void appendDictionaryField(std::string& list, DictionaryReader& dictionary, std::string_view id) {
+  if (const auto field = tokenReference(dictionary, id)) {
     appendReference(list, *field);
     list += ',';
   }
 }
 
-void appendComputedField(std::string& list, Page& page, std::string_view item) {
+void appendComputedField(std::string& list, DictionaryReader& dictionary, std::string_view item) {
   std::string expression;
   appendExpression(expression, computedExpression(item), BlankTokens::Drop,
-                   [&](std::string_view id) { return expressionReference(page, id); });
+                   [&](std::string_view id) { return expressionReference(dictionary, id); });
   if (!expression.empty()) list.append(expression).append(",");
 }
 
@@ -39,21 +39,21 @@ Pieces groupingTokens(std::string_view grouping) {
   return text::split(text::trim(grouping), ",");
 }
 
-std::string groupBy(Page& page, std::string_view grouping) {
+std::string groupBy(DictionaryReader& dictionary, std::string_view grouping) {
   return groupByTokens(grouping, [&](std::string& list, std::string_view token) {
-    appendDictionaryField(list, page, token);
+    appendDictionaryField(list, dictionary, token);
   });
 }
 
-std::string groupByWithComputed(Page& page, std::string_view grouping,
+std::string groupByWithComputed(DictionaryReader& dictionary, std::string_view grouping,
                                 const ComputedFields& computed) {
   return groupByTokens(grouping, [&](std::string& list, std::string_view token) {
     // Deliberate: stored ids beyond 16 bits have always been refused on this path.
     const int value = variant::toInt16(Variant(token));
     if (value < 0) {
-      appendComputedField(list, page, computed.item(value));
+      appendComputedField(list, dictionary, computed.item(value));
     } else {
-      appendDictionaryField(list, page, token);
+      appendDictionaryField(list, dictionary, token);
     }
   });
 }

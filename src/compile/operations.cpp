@@ -25,6 +25,12 @@ std::string lenient(const Variant& argument) {
   return text;
 }
 
+DictionaryReader loaded(Page& page, const Definition& definition, Columns columns = Columns::All) {
+  DictionaryReader dictionary(page);
+  loadFor(dictionary, definition, columns);
+  return dictionary;
+}
+
 // The statement of a definition whose parts come as arguments. Those that take no part are Empty.
 Variant compiled(Page& page, Parts parts, const Variant& mainTable, const Variant& computed,
                  const Variant& filter, const Variant& statistics, const Variant& grouping,
@@ -88,42 +94,55 @@ Variant getQuery_Vir_Fil_Sta(Page& page, const Variant& mainTable, const Variant
 }
 
 Variant getQuery_Field_In(Page& page, const Variant& mainTable, const Variant& relations) {
-  return clauseArray(fieldListClauses(page, lenient(mainTable), lenient(relations)));
+  const Definition definition{.mainTable = lenient(mainTable), .relations = lenient(relations)};
+  DictionaryReader dictionary = loaded(page, definition);
+  return clauseArray(fieldListClauses(dictionary, definition.mainTable, definition.relations));
 }
 
 Variant Query_getStats(Page& page, const Variant& mainTable, const Variant& statistics,
                        const Variant& computed, const Variant& grouping, const Variant& relations) {
   const std::string fields = spliced(computed);
-  return clauseArray(statisticsClauses(page,
-                                       {.mainTable = lenient(mainTable),
-                                        .statistics = toText(statistics),
-                                        .grouping = spliced(grouping),
-                                        .relations = lenient(relations)},
-                                       ComputedFields(fields)));
+  const Definition definition{.mainTable = lenient(mainTable),
+                              .computed = fields,
+                              .statistics = toText(statistics),
+                              .grouping = spliced(grouping),
+                              .relations = lenient(relations)};
+  DictionaryReader dictionary = loaded(page, definition, Columns::Named);
+  return clauseArray(statisticsClauses(dictionary, definition, ComputedFields(fields)));
 }
 
 Variant Query_getVirtual(Page& page, const Variant& computed) {
   const std::string fields = lenient(computed);
-  return computedItems(page, ComputedFields(fields));
+  DictionaryReader dictionary = loaded(page, {.computed = fields}, Columns::Named);
+  return computedItems(dictionary, ComputedFields(fields));
 }
 
 Variant Query_getfilterNoVir(Page& page, const Variant& filter) {
-  return plainFilter(page, toText(filter));
+  const std::string conditions = toText(filter);
+  DictionaryReader dictionary = loaded(page, {.filter = conditions}, Columns::Named);
+  return plainFilter(dictionary, conditions);
 }
 
 Variant Query_getfilter(Page& page, const Variant& filter, const Variant& computed) {
   const std::string conditions = toText(filter);
   const std::string fields = spliced(computed);
-  return filterWithComputed(page, conditions, ComputedFields(fields));
+  DictionaryReader dictionary =
+      loaded(page, {.computed = fields, .filter = conditions}, Columns::Named);
+  return filterWithComputed(dictionary, conditions, ComputedFields(fields));
 }
 
 Variant Query_getGroupbyNoVir(Page& page, const Variant& grouping) {
-  return groupBy(page, spliced(grouping));
+  const std::string tokens = spliced(grouping);
+  DictionaryReader dictionary = loaded(page, {.grouping = tokens}, Columns::Named);
+  return groupBy(dictionary, tokens);
 }
 
 Variant Query_getGroupby(Page& page, const Variant& grouping, const Variant& computed) {
   const std::string fields = spliced(computed);
-  return groupByWithComputed(page, spliced(grouping), ComputedFields(fields));
+  const std::string tokens = spliced(grouping);
+  DictionaryReader dictionary =
+      loaded(page, {.computed = fields, .grouping = tokens}, Columns::Named);
+  return groupByWithComputed(dictionary, tokens, ComputedFields(fields));
 }
 
 }  // namespace tarlo::compile

@@ -8,9 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "frame/page.h"
+#include "metadata/reader.h"
 
 namespace tarlo::compile {
+
+using metadata::DictionaryReader;
 
 struct Reference {
   std::string table;   // physical name
@@ -21,20 +23,21 @@ struct Reference {
 void appendReference(std::string& out, const Reference& reference);
 
 // For field tokens: deleted fields are found too. No table id.
-std::optional<Reference> tokenReference(Page& page, std::string_view id);
+std::optional<Reference> tokenReference(DictionaryReader& dictionary, std::string_view id);
 // For references in expressions: live fields only. No table id.
-std::optional<Reference> expressionReference(Page& page, std::string_view id);
+std::optional<Reference> expressionReference(DictionaryReader& dictionary, std::string_view id);
 // The same, the id being in single quotes.
-std::optional<Reference> quotedExpressionReference(Page& page, std::string_view id);
+std::optional<Reference> quotedExpressionReference(DictionaryReader& dictionary,
+                                                   std::string_view id);
 // As expressionReference, with the table's id.
-std::optional<Reference> includedReference(Page& page, std::string_view id);
+std::optional<Reference> includedReference(DictionaryReader& dictionary, std::string_view id);
 
 // For statistics and grouping tokens, with what users see. Deleted fields are found too.
 struct StatisticsField : Reference {
   std::string tableDisplay;
   std::string display;
 };
-std::optional<StatisticsField> statisticsField(Page& page, std::string_view id);
+std::optional<StatisticsField> statisticsField(DictionaryReader& dictionary, std::string_view id);
 
 // What becomes of a token that holds nothing but blanks: the select items keep it, the other
 // compilers lose it.

@@ -24,7 +24,8 @@ const Value& required(const std::optional<Value>& value) {
 
 class Statistics {
  public:
-  Statistics(Page& page, const Definition& definition, const ComputedFields& computed);
+  Statistics(DictionaryReader& dictionary, const Definition& definition,
+             const ComputedFields& computed);
 
   void addItem(std::string_view token, std::string_view function);
   // A grouping field takes its tables in, and stands in the select list only as an item of its own.
@@ -36,7 +37,7 @@ class Statistics {
   void findPath(std::string_view tableId);
   std::string resolved(std::string_view expression);
 
-  Page& page_;
+  DictionaryReader& dictionary_;
   const ComputedFields& computed_;
   ClauseSet clauses_;
   std::string mainTable_;
@@ -45,14 +46,15 @@ class Statistics {
   std::string nearField_;
 };
 
-Statistics::Statistics(Page& page, const Definition& definition, const ComputedFields& computed)
-    : page_(page), computed_(computed) {
-  if (const auto names = metadata::tableNames(page, definition.mainTable)) {
+Statistics::Statistics(DictionaryReader& dictionary, const Definition& definition,
+                       const ComputedFields& computed)
+    : dictionary_(dictionary), computed_(computed) {
+  if (const auto names = dictionary.tableNames(definition.mainTable)) {
     mainTable_ = names->name;
     clauses_.from = "[" + mainTable_ + "],";
     clauses_.where = "[" + mainTable_ + "].[Zembra_Flag]=1 and ";
   }
-  paths_ = metadata::paths(page, definition.mainTable, definition.relations);
+  paths_ = dictionary.paths(definition.mainTable, definition.relations);
 }
 
 // The first path wins, whether it is a direct or a two-hop one.
@@ -72,9 +74,9 @@ void Statistics::include(const Reference& reference, Origin origin) {
   clauses_.from.append(reference.table).append(",");
   if (reference.table == mainTable_) return;
   findPath(reference.tableId);
-  const auto far = metadata::fieldNames(page_, farField_);
+  const auto far = dictionary_.fieldNames(farField_);
   required(far);
-  const auto near = metadata::fieldNames(page_, nearField_);
+  const auto near = dictionary_.fieldNames(nearField_);
   if (origin == Origin::StatisticsField && !near) return;
   clauses_.where += (origin == Origin::Expression ? "[" : " [") + mainTable_ + "].[" +
                     required(near).column + "]=[" + far->table + "].[" + far->column + "] and ";
@@ -84,7 +86,7 @@ void Statistics::include(const Reference& reference, Origin origin) {
 std::string Statistics::resolved(std::string_view expression) {
   std::string text;
   appendExpression(text, expression, BlankTokens::Drop, [&](std::string_view id) {
-    const auto reference = includedReference(page_, id);
+    const auto reference = includedReference(dictionary_, id);
     if (reference) include(*reference, Origin::Expression);
     return reference;
   });
@@ -101,7 +103,7 @@ void Statistics::addItem(std::string_view token, std::string_view function) {
     clauses_.select.append(") as [").append(name).append("],");
     return;
   }
-  const auto field = statisticsField(page_, token);
+  const auto field = statisticsField(dictionary_, token);
   include(required(field), Origin::StatisticsField);
   clauses_.select.append(function).append("(");
   appendReference(clauses_.select, *field);
@@ -115,7 +117,7 @@ void Statistics::addGrouping(std::string_view token) {
     resolved(computedExpression(computed_.item(value)));
     return;
   }
-  include(required(statisticsField(page_, token)), Origin::GroupingField);
+  include(required(statisticsField(dictionary_, token)), Origin::GroupingField);
 }
 
 ClauseSet Statistics::take() {
@@ -127,9 +129,9 @@ ClauseSet Statistics::take() {
 
 }  // namespace
 
-ClauseSet statisticsClauses(Page& page, const Definition& definition,
+ClauseSet statisticsClauses(DictionaryReader& dictionary, const Definition& definition,
                             const ComputedFields& computed) {
-  Statistics statistics(page, definition, computed);
+  Statistics statistics(dictionary, definition, computed);
   std::string_view function;  // an unknown code leaves the function of the item before
   for (const Statistic& item : statisticsOf(definition.statistics)) {
     function = statisticsFunction(item.code()).value_or(function);

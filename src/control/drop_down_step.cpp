@@ -5,7 +5,7 @@
 #include "control/wizard_parts.h"
 #include "embedded_control_pages.h"
 #include "frame/page_text.h"
-#include "metadata/dictionary.h"
+#include "metadata/reader.h"
 #include "metadata/stored_schemes.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
@@ -16,11 +16,12 @@ namespace tarlo::control {
 namespace {
 
 using frame::PageText;
+using metadata::DictionaryReader;
 using metadata::Path;
 
 // The main table itself, then every field by which a selected relation leaves it. A field whose id
 // ends an earlier one's (12 behind 112) counts as seen: kept as it is.
-std::string relatingFields(Page& page, const std::vector<Path>& paths) {
+std::string relatingFields(DictionaryReader& dictionary, const std::vector<Path>& paths) {
   services::OptionList options;
   options.add("方案主表", "-1");
   std::string seen;
@@ -28,17 +29,17 @@ std::string relatingFields(Page& page, const std::vector<Path>& paths) {
     const std::string entry = path.mainField + ",";
     if (seen.find(entry) != std::string::npos) continue;
     seen += entry;
-    const auto names = metadata::fieldNames(page, path.mainField);
+    const auto names = dictionary.fieldNames(path.mainField);
     if (names) options.add(names->display, path.mainField);
   }
   return std::string(options.joined());
 }
 
-std::string fieldsOf(Page& page, const std::vector<std::string>& tables) {
+std::string fieldsOf(DictionaryReader& dictionary, const std::vector<std::string>& tables) {
   services::OptionList options;
   for (const std::string& table : tables) {
-    for (const std::string& id : metadata::fieldIds(page, table)) {
-      const auto names = metadata::fieldNames(page, id);
+    for (const std::string& id : dictionary.fieldIds(table)) {
+      const auto names = dictionary.fieldNames(id);
       if (!names) continue;
       options.add(text::joined({names->tableDisplay, ".", names->display}),
                   text::joined({"[", names->table, "].[", names->column, "]"}));
@@ -60,14 +61,16 @@ Offer offerOf(Page& page, const std::string& scheme, const std::string& chosen) 
   ErrorState err;
   offer.relations =
       err.value([&] { return metadata::selectedRelations(page, scheme).value_or("-1"); });
-  const std::vector<Path> paths = metadata::paths(page, table, offer.relations);
-  offer.relating = relatingFields(page, paths);
+  DictionaryReader dictionary(page);
+  dictionary.load({.mainTable = table, .relations = offer.relations});
+  const std::vector<Path> paths = dictionary.paths(table, offer.relations);
+  offer.relating = relatingFields(dictionary, paths);
   std::vector<std::string> tables;
   if (!chosen.empty() && chosen != "-1") {
     for (const Path& path : paths) tables.push_back(path.table);
   }
   if (tables.empty()) tables.push_back(table);
-  offer.fields = fieldsOf(page, tables);
+  offer.fields = fieldsOf(dictionary, tables);
   return offer;
 }
 

@@ -1,6 +1,7 @@
 #include "metadata/dictionary.h"
 
 #include "metadata/operations.h"
+#include "metadata/paths.h"
 #include "metadata/select_list.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
@@ -127,8 +128,8 @@ std::optional<FieldNames> fieldNames(Page& page, std::string_view fieldId) {
   const Rows found = fieldNameRows(page, fieldId);
   if (found.empty()) return std::nullopt;
   const Row row = found.front();
-  return FieldNames{row.text(0),        row.text(1), row.text(2),       row.text(3),
-                    row.text(4) == "1", row.text(5), row.text(6) == "1"};
+  return FieldNames{row.text(0),        row.text(1), row.text(2),        row.text(3),
+                    row.text(4) == "1", row.text(5), row.text(6) == "1", row.text(4) == "0"};
 }
 
 std::vector<std::string> fieldIds(Page& page, std::string_view tableId) {
@@ -163,6 +164,20 @@ Variant getTableName_Query(Page& page, const Variant& tableid) {
 
 Variant getFieldName_Query(Page& page, const Variant& fieldid) {
   return fieldNameRows(page, textOrNone(fieldid)).tableOrNull();
+}
+
+Variant getRelationTable_Query(Page& page, const Variant& tableid, const Variant& rel) {
+  const std::vector<PathIds> ways = pathIds(page, textOrNone(tableid), textOrNone(rel));
+  if (ways.empty()) return variant::Null{};
+  Array table({5, static_cast<std::ptrdiff_t>(ways.size()) - 1});
+  for (std::size_t row = 0; row < ways.size(); ++row) {
+    for (std::size_t column = 0; column < ways[row].size(); ++column) {
+      const Id& id = ways[row][column];
+      table.at(static_cast<std::ptrdiff_t>(column), static_cast<std::ptrdiff_t>(row)) =
+          id ? Variant(static_cast<std::int32_t>(*id)) : Variant(variant::Null{});
+    }
+  }
+  return table;
 }
 
 Variant getZembraID(Page& page, const Variant& tableid) {

@@ -29,6 +29,7 @@ struct FieldNames {
   bool isSpecial = false;  // of one of the kinds 1 and 10 to 14
   std::string tableId;
   bool isKey = false;
+  bool isOrdinary = false;  // of a kind that is not special; one without a kind is neither
 };
 // Of a live field of a live table; never raises.
 std::optional<FieldNames> fieldNames(Page& page, std::string_view fieldId);
@@ -61,8 +62,8 @@ struct Path {
   bool isDirect() const { return table == intermediate && field == farField; }
 };
 // At most two hops, in the database's order. `relations` is a comma-joined list of relation ids.
-// None when nothing is reached and when a statement failed, as every statement does for an empty
-// list; never raises.
+// None when nothing is reached, and for ids that are no numbers or a list without any; never
+// raises.
 std::vector<Path> paths(Page& page, std::string_view mainTable, std::string_view relations);
 
 // Each look-up's answer as its operation gives it: the rows of its statement. The first four never
@@ -70,7 +71,6 @@ std::vector<Path> paths(Page& page, std::string_view mainTable, std::string_view
 frame::Rows tableNameRows(Page& page, std::string_view tableId);
 frame::Rows fieldNameRows(Page& page, std::string_view fieldId);
 frame::Rows fieldIdRows(Page& page, std::string_view tableId);
-frame::Rows pathRows(Page& page, std::string_view mainTable, std::string_view relations);
 frame::Rows keyFieldRows(Page& page, std::string_view tableId);
 
 }  // namespace tarlo::metadata

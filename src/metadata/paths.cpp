@@ -1,110 +1,101 @@
-// The search for the ways in which selected relations lead from a main table to other tables.
+#include "metadata/paths.h"
 
-#include <string>
+#include <algorithm>
+#include <charconv>
+#include <set>
 
-#include "metadata/dictionary.h"
-#include "metadata/operations.h"
 #include "text/pieces.h"
-#include "variant/convert.h"
-#include "variant/error_state.h"
 
 namespace tarlo::metadata {
 namespace {
 
-using frame::Row;
-using frame::Rows;
-using text::joined;
-
-struct Search {
-  Page& page;
-  std::string_view mainTable;
-  std::string inRelations;  // " and Zembra_ID in (...)"
-};
-
-// Relations that touch the main table at neither end: candidates for the far hop.
-Rows farRelations(const Search& search) {
-  return frame::rows(
-      search.page,
-      joined({"select DDR_RelationTableID,DDR_RelationFieldID,DDR_MainTableID,DDR_MainFieldID"
-              " from Zembra_DataDict_Relation where DDR_MainTableID<>",
-              search.mainTable, " and DDR_RelationTableID<>", search.mainTable,
-              search.inRelations}));
-}
-
-// Relations between the main table and another one, whatever their direction: the main table's
-// field, then the other table's.
-Rows links(const Search& search, std::string_view table) {
-  return frame::rows(
-      search.page,
-      joined({"select DDR_MainFieldID,DDR_RelationFieldID from Zembra_DataDict_Relation"
-              " where DDR_RelationTableID=",
-              table, " and DDR_MainTableID=", search.mainTable, search.inRelations,
-              " union select DDR_RelationFieldID,DDR_MainFieldID from "
-              "Zembra_DataDict_Relation where DDR_MainTableID=",
-              table, " and DDR_RelationTableID=", search.mainTable, search.inRelations}));
-}
-
 struct End {
-  std::string table;
-  std::string field;
+  Id table;
+  Id field;
 };
 
-// A literal row for each link of the intermediate table, each followed by " union ".
-void appendTwoHopRows(std::string& statement, const Search& search, const End& far,
-                      const End& intermediate) {
-  for (Row near : links(search, intermediate.table)) {
-    statement +=
-        joined({" select ", far.table, ",", far.field, ",", near.text(0), ",", intermediate.table,
-                ",", intermediate.field, ",", near.text(1), " union "});
-  }
+// Ways over one direct link after the other: sorted and each once, as UNION gives them.
+using Ways = std::set<PathIds>;
+
+bool touches(const Relation& relation, std::int64_t table) {
+  return relation.mainTable == table || relation.relationTable == table;
 }
 
-std::string directRows(const Search& search) {
-  return joined(
-      {"select DDR_RelationTableID,DDR_RelationFieldID,DDR_MainFieldID,"
-       "DDR_RelationTableID,DDR_RelationFieldID,0 from Zembra_DataDict_Relation"
-       " where DDR_MainTableID=",
-       search.mainTable, search.inRelations,
-       " union select DDR_MainTableID,DDR_MainFieldID,DDR_RelationFieldID,"
-       "DDR_MainTableID,DDR_MainFieldID,0 from Zembra_DataDict_Relation"
-       " where DDR_RelationTableID=",
-       search.mainTable, search.inRelations});
+// Between the main table and another one, whatever their direction: the main table's field, then
+// the other table's.
+std::set<std::array<Id, 2>> links(const std::vector<Relation>& relations, std::int64_t mainTable,
+                                  const Id& other) {
+  std::set<std::array<Id, 2>> found;
+  for (const Relation& relation : relations) {
+    if (relation.relationTable == other && relation.mainTable == mainTable) {
+      found.insert({relation.mainField, relation.relationField});
+    }
+    if (relation.mainTable == other && relation.relationTable == mainTable) {
+      found.insert({relation.relationField, relation.mainField});
+    }
+  }
+  return found;
 }
 
-Rows found(const Search& search) {
-  std::string statement;
-  for (Row far : farRelations(search)) {
-    const End relationEnd{far.text(0), far.text(1)};
-    const End mainEnd{far.text(2), far.text(3)};
-    appendTwoHopRows(statement, search, relationEnd, mainEnd);
-    appendTwoHopRows(statement, search, mainEnd, relationEnd);
+class Search {
+ public:
+  Search(const std::vector<Relation>& relations, std::int64_t mainTable)
+      : relations_(relations), mainTable_(mainTable) {}
+
+  std::vector<PathIds> run() {
+    for (const Relation& relation : relations_) {
+      const End relationEnd{relation.relationTable, relation.relationField};
+      const End mainEnd{relation.mainTable, relation.mainField};
+      if (relation.mainTable == mainTable_) addDirect(relationEnd, relation.mainField);
+      if (relation.relationTable == mainTable_) addDirect(mainEnd, relation.relationField);
+      if (!relation.mainTable || !relation.relationTable || touches(relation, mainTable_)) continue;
+      if (!addTwoHops(relationEnd, mainEnd) || !addTwoHops(mainEnd, relationEnd)) return {};
+    }
+    return {ways_.begin(), ways_.end()};
   }
-  return frame::rows(search.page, statement + directRows(search));
-}
+
+ private:
+  void addDirect(const End& far, const Id& nearField) {
+    ways_.insert({far.table, far.field, nearField, far.table, far.field, 0});
+  }
+
+  // False for a way with a member that has no value.
+  bool addTwoHops(const End& far, const End& between) {
+    for (const auto& [mainField, nearField] : links(relations_, mainTable_, between.table)) {
+      const PathIds way{far.table, far.field, mainField, between.table, between.field, nearField};
+      if (!std::ranges::all_of(way, &Id::has_value)) return false;
+      ways_.insert(way);
+    }
+    return true;
+  }
+
+  const std::vector<Relation>& relations_;
+  std::int64_t mainTable_;
+  Ways ways_;
+};
 
 }  // namespace
 
-// One step for all: an error makes the answer empty whichever statement failed.
-Rows pathRows(Page& page, std::string_view mainTable, std::string_view relations) {
-  ErrorState errors;
-  return errors.value([&] {
-    return found({page, mainTable, joined({" and Zembra_ID in (", relations, ")"})});
-  });
+std::optional<std::int64_t> idOf(std::string_view text) {
+  text = text::trim(text);
+  std::int64_t id = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return id;
 }
 
-std::vector<Path> paths(Page& page, std::string_view mainTable, std::string_view relations) {
-  std::vector<Path> paths;
-  for (Row row : pathRows(page, mainTable, relations)) {
-    paths.push_back({row.text(0), row.text(1), row.text(2), row.text(3), row.text(4), row.text(5)});
+std::vector<std::int64_t> idsOf(std::string_view list) {
+  std::vector<std::int64_t> ids;
+  for (const std::string_view piece : text::split(list, ",")) {
+    const auto id = idOf(piece);
+    if (!id) return {};
+    ids.push_back(*id);
   }
-  return paths;
+  return ids;
 }
 
-Variant getRelationTable_Query(Page& page, const Variant& tableid, const Variant& rel) {
-  ErrorState errors;
-  return errors
-      .value([&] { return pathRows(page, variant::spliced(tableid), variant::spliced(rel)); })
-      .tableOrNull();
+std::vector<PathIds> pathsOver(const std::vector<Relation>& relations, std::int64_t mainTable) {
+  return Search(relations, mainTable).run();
 }
 
 }  // namespace tarlo::metadata

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "metadata/dictionary.h"
+#include "metadata/reader.h"
 #include "services/data_sources.h"
 #include "text/pieces.h"
 #include "variant/convert.h"
@@ -10,6 +10,7 @@
 namespace tarlo::scheme {
 namespace {
 
+using metadata::DictionaryReader;
 using metadata::Path;
 
 struct Field {
@@ -18,21 +19,13 @@ struct Field {
   std::string tableName;
 };
 
-// A field without a kind is neither ordinary nor the key. The names alone do not tell it from an
-// ordinary one, so their row is read here.
-std::optional<Field> eligibleField(Page& page, const std::string& id) {
-  constexpr std::size_t kTable = 1, kName = 3, kIsSpecial = 4, kIsKey = 6;
-  const frame::Rows rows = metadata::fieldNameRows(page, id);
-  if (rows.empty()) return std::nullopt;
-  const frame::Row row = rows.front();
-  if (row.text(kIsSpecial) != "0" && row.text(kIsKey) != "1") return std::nullopt;
-  return Field{id, row.text(kName), row.text(kTable)};
-}
-
-std::vector<Field> eligibleFields(Page& page, std::string_view table) {
+// Ordinary fields and the key. A field without a kind is neither.
+std::vector<Field> eligibleFields(DictionaryReader& dictionary, std::string_view table) {
   std::vector<Field> fields;
-  for (const std::string& id : metadata::fieldIds(page, table)) {
-    if (auto field = eligibleField(page, id)) fields.push_back(std::move(*field));
+  for (const std::string& id : dictionary.fieldIds(table)) {
+    const auto names = dictionary.fieldNames(id);
+    if (!names || (!names->isOrdinary && !names->isKey)) continue;
+    fields.push_back({id, names->display, names->tableDisplay});
   }
   return fields;
 }
@@ -52,16 +45,17 @@ std::string repeatedTables(const std::vector<Path>& paths) {
   return repeated;
 }
 
-void addRelated(Page& page, const Path& path, bool isRepeated, services::OptionList& options) {
+void addRelated(DictionaryReader& dictionary, const Path& path, bool isRepeated,
+                services::OptionList& options) {
   std::string via;  // its display name and "*", for a table that is reached more than once
   std::string token;
   if (isRepeated) {
-    if (const auto field = metadata::fieldNames(page, path.mainField)) {
+    if (const auto field = dictionary.fieldNames(path.mainField)) {
       via = field->display;
       token = "|" + path.mainField;
     }
   }
-  for (const Field& field : eligibleFields(page, path.table)) {
+  for (const Field& field : eligibleFields(dictionary, path.table)) {
     const std::string label =
         isRepeated ? via + "*" + field.name : "*" + field.tableName + "." + field.name;
     options.add(label, field.id + token);
@@ -92,12 +86,16 @@ std::string filterFields(Page& page, std::string_view mainTable, std::string_vie
   for (std::size_t k = 0; k < computed.size(); ++k) {
     options.add(computed[k], "-" + std::to_string(k + 1));
   }
-  for (const Field& field : eligibleFields(page, mainTable)) options.add(field.name, field.id);
-  const std::vector<Path> paths = metadata::paths(page, mainTable, relations);
+  DictionaryReader dictionary(page);
+  dictionary.load({.mainTable = mainTable, .relations = relations});
+  for (const Field& field : eligibleFields(dictionary, mainTable)) {
+    options.add(field.name, field.id);
+  }
+  const std::vector<Path> paths = dictionary.paths(mainTable, relations);
   const std::string repeated = repeatedTables(paths);
   for (const Path& path : paths) {
     const bool isRepeated = repeated.find(path.table + "|") != std::string::npos;
-    addRelated(page, path, isRepeated, options);
+    addRelated(dictionary, path, isRepeated, options);
   }
   return options.text();
 }

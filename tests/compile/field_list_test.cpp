@@ -11,7 +11,9 @@ namespace {
 class FieldListTest : public ::testing::Test {
  protected:
   ClauseSet clauses(int table, const std::string& relations) {
-    return fieldListClauses(data.page(), std::to_string(table), relations);
+    metadata::DictionaryReader dictionary(data.page());
+    loadFor(dictionary, {.mainTable = std::to_string(table), .relations = relations}, Columns::All);
+    return fieldListClauses(dictionary, std::to_string(table), relations);
   }
   // A third way from Orders, with Orders at the relation end.
   void addInvoice() {

@@ -17,7 +17,9 @@ class StatisticsTest : public ::testing::Test {
   ClauseSet clauses(const std::string& stats, const std::string& group = "",
                     const std::string& relations = "5") {
     const Definition definition{"10", "", "", stats, group, relations};
-    return statisticsClauses(data.page(), definition, ComputedFields(kComputed));
+    metadata::DictionaryReader dictionary(data.page());
+    loadFor(dictionary, definition, Columns::Named);
+    return statisticsClauses(dictionary, definition, ComputedFields(kComputed));
   }
   testing::DictionaryDatabase data;
 };

@@ -57,16 +57,16 @@ const tsql::Table* SqliteCatalogue::findTable(std::string_view name) {
   const auto [found, isNew] = tables_.try_emplace(text::foldedName(name));
   if (isNew) {
     // Not left behind half-made when loading fails.
-    struct Guard {
+    struct Unfinished {
       SqliteCatalogue& catalogue;
       decltype(tables_)::iterator entry;
       bool done = false;
-      ~Guard() {
+      ~Unfinished() {
         if (!done) catalogue.tables_.erase(entry);
       }
-    } guard{*this, found};
+    } unfinished{*this, found};
     found->second = load(name);
-    guard.done = true;
+    unfinished.done = true;
   }
   return found->second.get();
 }
