@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <set>
 
 #include "text/pieces.h"
@@ -35,6 +36,14 @@ std::set<std::array<Id, 2>> links(const std::vector<Relation>& relations, std::i
     }
   }
   return found;
+}
+
+// As a statement writes one; with a fraction it is the id of nothing.
+bool isNumber(std::string_view text) {
+  text = text::trim(text);
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() && std::isfinite(number);
 }
 
 class Search {
@@ -88,8 +97,8 @@ std::vector<std::int64_t> idsOf(std::string_view list) {
   std::vector<std::int64_t> ids;
   for (const std::string_view piece : text::split(list, ",")) {
     const auto id = idOf(piece);
-    if (!id) return {};
-    ids.push_back(*id);
+    if (!id && !isNumber(piece)) return {};
+    if (id) ids.push_back(*id);
   }
   return ids;
 }

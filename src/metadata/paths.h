@@ -14,7 +14,7 @@ namespace tarlo::metadata {
 
 // A number as ids are written, blanks round it allowed; nothing for any other text.
 std::optional<std::int64_t> idOf(std::string_view text);
-// The ids of a comma-joined list; none when one of them is no number, or the list is empty: no
+// The ids of a comma-joined list. None when a piece is no number, or the list is empty: no
 // statement over such a list has ever run.
 std::vector<std::int64_t> idsOf(std::string_view list);
 

@@ -51,7 +51,7 @@ TEST(DictionaryReader, AnswersWhatTheLookUpsAnswer) {
   spoil(data);
   Page& page = data.page();
   for (const bool wholeTables : {true, false}) {
-    for (const char* relations : {"5", "5,6,7,8,9,10", "", "x", "5,,6", " 5 , 8"}) {
+    for (const char* relations : {"5", "5,6,7,8,9,10", "", "x", "5,,6", " 5 , 8", "8,1.5"}) {
       DictionaryReader reader(page);
       reader.load({"10", relations, {"131", "999", "x", "120"}, wholeTables});
       EXPECT_EQ(shown(reader.paths("10", relations)), shown(paths(page, "10", relations)));
