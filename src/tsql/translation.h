@@ -12,7 +12,7 @@
 
 namespace tarlo::tsql {
 
-enum class Dialect { Sqlite };
+enum class Dialect { Sqlite, Postgresql };
 
 // A literal that became a parameter.
 struct Parameter {
