@@ -107,5 +107,6 @@ class Engine {
 };
 
 const Engine& sqliteEngine();
+const Engine& postgresqlEngine();
 
 }  // namespace tarlo::tsql::print

@@ -188,14 +188,6 @@ bool hasTooManyParameters(const Translation& translation) {
   return false;
 }
 
-const Engine& engineOf(Dialect dialect) {
-  switch (dialect) {
-    case Dialect::Sqlite:
-      break;
-  }
-  return sqliteEngine();
-}
-
 void printBatch(const Engine& engine, const ast::Batch& batch, Catalogue& catalogue,
                 Literals literals, Translation& translation) {
   Writer writer(engine, catalogue, translation, literals);
@@ -210,7 +202,7 @@ void printBatch(const Engine& engine, const ast::Batch& batch, Catalogue& catalo
 
 void printFor(Dialect dialect, const ast::Batch& batch, Catalogue& catalogue,
               Translation& translation) {
-  const Engine& engine = engineOf(dialect);
+  const Engine& engine = dialect == Dialect::Postgresql ? postgresqlEngine() : sqliteEngine();
   const Translation empty = translation;
   printBatch(engine, batch, catalogue, Literals::Lifted, translation);
   if (hasTooManyParameters(translation)) {
