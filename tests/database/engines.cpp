@@ -7,7 +7,9 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "database/postgresql/database.h"
 #include "support.h"
+#include "support/schema_files.h"
 #include "text/pieces.h"
 
 namespace tarlo::database::test {
@@ -41,6 +43,7 @@ class ProgramDatabase {
   ProgramDatabase() : server_(serverConnection()), name_("test_" + std::to_string(getpid())) {
     if (!Server(server_).isUp()) throw std::runtime_error("TARLO_POSTGRESQL names no server");
     Server(server_).ask("CREATE DATABASE " + name_);
+    runPostgresqlScript(connection(), testing::schemaFile("postgresql.sql"));
   }
   ~ProgramDatabase() { Server(server_).ask("DROP DATABASE " + name_ + " WITH (FORCE)"); }
   ProgramDatabase(const ProgramDatabase&) = delete;

@@ -7,20 +7,14 @@
 
 #include "text/fold.h"
 #include "tsql/error.h"
+#include "tsql/print/postgresql_types.h"
 
 namespace tarlo::database {
 namespace {
 
-using tsql::Kind;
-using tsql::Type;
-
 // Of a domain, what it is of. A key's place is that of the column in it, 0 outside. A column is
 // numbered by the server when a sequence belongs to it.
 enum Field { kName, kTypeName, kModifier, kNotNull, kNumbered, kComputed, kPlace, kSort, kStamp };
-
-bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 std::string_view text(const PGresult* rows, int row, int field) {
   return {PQgetvalue(rows, row, field), static_cast<std::size_t>(PQgetlength(rows, row, field))};
@@ -32,35 +26,6 @@ Number number(const PGresult* rows, int row, int field) {
   Number value{};
   std::from_chars(digits.data(), digits.data() + digits.size(), value);
   return value;
-}
-
-constexpr int kModifierBase = 4;  // a modifier is the size and this
-
-// A numeric of any size keeps 18 digits behind the point, where rounding would be seen last.
-Type numericOf(int modifier) {
-  constexpr int kMostDigits = 38;
-  if (modifier < kModifierBase) return tsql::decimalType(kMostDigits, 18);
-  const int precision = (modifier - kModifierBase) >> 16 & 0xFFFF;
-  const int scale = (((modifier - kModifierBase) & 0x7FF) ^ 1024) - 1024;  // may be negative
-  return tsql::decimalType(static_cast<std::uint8_t>(std::min(precision, kMostDigits)),
-                           static_cast<std::uint8_t>(std::clamp(scale, 0, kMostDigits)));
-}
-
-Type typeOf(std::string_view name, int modifier) {
-  if (isOneOf(name, {"int2", "int4", "int8", "bool", "oid"})) return tsql::kIntType;
-  if (isOneOf(name, {"float4", "float8"})) return tsql::kFloatType;
-  if (isOneOf(name, {"timestamp", "timestamptz", "date"})) return tsql::kDateType;
-  if (name == "numeric") return numericOf(modifier);
-  Type type = tsql::kTextType;
-  if (isOneOf(name, {"varchar", "bpchar"}) && modifier > kModifierBase) {
-    type.length = static_cast<std::uint16_t>(std::min(modifier - kModifierBase, 0xFFFF));
-  }
-  return type;
-}
-
-// `sort`: b base, c row, d domain, e enumeration, p pseudo, r range, m multirange; A an array.
-bool canBeRead(std::string_view type, std::string_view sort) {
-  return type != "bytea" && !isOneOf(sort, {"A", "c", "p"});
 }
 
 }  // namespace
@@ -132,7 +97,8 @@ void PostgresqlCatalogue::addColumn(Known& known, const PGresult* rows, int row,
   if (sort == "x") return;  // dropped
   std::string name(text(rows, row, kName));
   const std::string_view type = text(rows, row, kTypeName);
-  if (!canBeRead(type, sort)) {
+  const auto stored = tsql::typeOfPostgresql(type, number(rows, row, kModifier));
+  if (!stored || sort == "A") {
     known.leftOut.emplace_back(
         name, fmt::format("column {} of table {} is of the type {}, which cannot be read here",
                           name, known.table.name, type));
@@ -145,7 +111,8 @@ void PostgresqlCatalogue::addColumn(Known& known, const PGresult* rows, int row,
   }
   tsql::Column column;
   column.name = std::move(name);
-  column.type = typeOf(type, number(rows, row, kModifier));
+  column.type = stored->type;
+  column.storedAs = stored->storedAs;
   column.isNullable = number(rows, row, kNotNull) == 0;
   column.isIdentity = number(rows, row, kNumbered) != 0;
   column.isGenerated = number(rows, row, kComputed) != 0;

@@ -29,6 +29,7 @@ PostgresqlConnection::PostgresqlConnection(Connect connect, ServerState& server,
                             translations),
       connect_(std::move(connect)),
       server_(server),
+      procedures_(procedures),
       settings_(settings),
       deadline_(settings.commandTimeout),
       catalogue_(procedures, [this](const char* question, std::span<const char* const> values) {

@@ -123,6 +123,7 @@ class PostgresqlConnection final : public TranslatingConnection {
 
   Connect connect_;
   ServerState& server_;
+  const ProcedureTable& procedures_;
   Settings settings_;
   Deadline deadline_;
   std::unique_ptr<PostgresqlSession> session_;

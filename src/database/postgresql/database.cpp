@@ -2,6 +2,7 @@
 
 #include "database/pool.h"
 #include "database/postgresql/connection.h"
+#include "database/postgresql/errors.h"
 #include "database/postgresql/open.h"
 
 namespace tarlo::database {
@@ -45,6 +46,15 @@ std::unique_ptr<Database> openPostgresqlDatabase(std::string connection,
   auto database = std::make_unique<PostgresqlDatabase>(std::move(connection), options);
   const Lease trial = database->borrow();
   return database;
+}
+
+void runPostgresqlScript(const std::string& connection, const std::string& script) {
+  const PostgresqlHandle handle = openPostgresql(connection, {});
+  PQexitPipelineMode(handle.get());
+  PQsetnonblocking(handle.get(), 0);
+  const PostgresqlResult result(PQexec(handle.get(), script.c_str()));
+  const auto status = PQresultStatus(result.get());
+  if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) throw postgresqlError(result.get());
 }
 
 }  // namespace tarlo::database

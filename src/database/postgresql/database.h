@@ -14,4 +14,8 @@ namespace tarlo::database {
 std::unique_ptr<Database> openPostgresqlDatabase(std::string connection,
                                                  const OpenOptions& options);
 
+// Runs a script in the server's own language as one transaction, for what translated statements
+// call there. Throws DatabaseError.
+void runPostgresqlScript(const std::string& connection, const std::string& script);
+
 }  // namespace tarlo::database

@@ -2,6 +2,7 @@
 
 #include "database/postgresql/connection.h"
 #include "database/postgresql/errors.h"
+#include "database/postgresql/procedure_call.h"
 #include "database/postgresql/values.h"
 #include "database/stored_recordset.h"
 #include "tsql/error.h"
@@ -120,7 +121,9 @@ TranslatingConnection::Outcome PostgresqlConnection::runSteps(const TranslationP
   // A write holds its tables until the end of the transaction, so that a look behind it is exact.
   if (writes > 0 && !isDdl(made)) sendCheck(*translation);
   endExchange();
-  return answered(receive(writes == 0), translation, identity, want, rows);
+  // A procedure of the host runs between the step and its rows, and may want the connection.
+  return answered(receive(writes == 0 && made.procedure.empty()), translation, identity, want,
+                  rows);
 }
 
 TranslatingConnection::Outcome PostgresqlConnection::answered(Answer answer,
@@ -142,6 +145,13 @@ TranslatingConnection::Outcome PostgresqlConnection::answered(Answer answer,
     ddlPending_ = inTransaction_;
   }
   if (answer.isOpen) openTranslation_ = translation;
+  if (!made.procedure.empty()) {
+    const Variant value = callProcedure(procedures_, made, answer.rows.get());
+    if (want == Want::Rows && !made.columns.empty()) {
+      rows = std::make_unique<StoredRecordset>(made.columns[0].title, std::vector{value});
+    }
+    return Outcome::Done;
+  }
   if (want == Want::Nothing) {
     if (answer.isOpen) leave();
     return Outcome::Done;
