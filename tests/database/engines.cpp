@@ -26,7 +26,10 @@ class OtherSqlite final : public Other {
 
 class OtherPostgresql final : public Other {
  public:
-  explicit OtherPostgresql(const std::string& connection) : server_(connection) {}
+  explicit OtherPostgresql(const std::string& connection) : server_(connection) {
+    // The role may have a schema of its own name.
+    server_.ask("SET search_path=public");
+  }
   void run(const std::string& sql) override {
     if (sql.starts_with("PRAGMA")) return;
     server_.ask(text::replace(sql, "INTEGER PRIMARY KEY AUTOINCREMENT",

@@ -97,7 +97,8 @@ TEST_P(Business, WhatIsWrongOnlyWhenItRunsComesBack) {
 TEST_P(Business, ATrialRunStepsOnce) {
   errorOf([&] { lease_->execute("select Memo * 2 from Contract where ID = 4"); });
   errorOf([&] { lease_->execute("select 1 / (ID - 1) from Contract"); });
-  lease_->execute("select 1 / (ID - 2) from Contract");  // the second row is never computed
+  // The second row is never computed. A server may compute it while it sorts.
+  if (isSqlite()) lease_->execute("select 1 / (ID - 2) from Contract");
 }
 
 TEST_P(Business, ErrorsTellTheStatementAndWhereInIt) {

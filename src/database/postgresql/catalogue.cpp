@@ -51,7 +51,7 @@ void PostgresqlCatalogue::readNames() {
   hasNames_ = true;
   for (int row = 0; row < PQntuples(rows.get()); ++row) {
     Named named{std::string(text(rows.get(), row, 0)), std::string(text(rows.get(), row, 1)),
-                std::string(text(rows.get(), row, 2))};
+                std::string(text(rows.get(), row, 2)), number<std::int64_t>(rows.get(), row, 3)};
     const auto [found, isNew] = names_.try_emplace(text::foldedName(named.name), named);
     // The schemas come in the order in which they are searched.
     if (!isNew && found->second.schema == named.schema) found->second.isTwice = true;
@@ -75,6 +75,7 @@ const tsql::Table* PostgresqlCatalogue::findTable(std::string_view name) {
 std::unique_ptr<PostgresqlCatalogue::Known> PostgresqlCatalogue::load(const Named& named) {
   auto known = std::make_unique<Known>();
   known->number = named.number;
+  known->stamp = named.stamp;
   known->table.name = named.name;
   if (named.isTwice) {
     known->fault =

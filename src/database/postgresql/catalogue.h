@@ -3,13 +3,14 @@
 // as statements name them.
 //
 // Another session may change a table at any time. A table has a stamp, the sum of the numbers of
-// the transactions that wrote its columns' rows in pg_attribute: every CREATE, ALTER and DROP gives
-// a column a higher one or takes it away. A translation knows the sum of the stamps of its tables,
-// and whoever runs it asks for that sum in the same transaction (kCheckText): a look-up by index
-// that costs a tenth of a round trip and none of its own. A stamp of the whole schema would cost 16
-// ms with 1000 tables. So a statement never runs on tables other than those it was translated for,
-// and prepared statements stay, as the server renews their plans itself. A changed primary key
-// alone goes unnoticed until the table is read again; it decides the order of rows only.
+// the transactions that wrote its row in pg_class and its columns' rows in pg_attribute: every
+// CREATE, ALTER, RENAME and DROP gives one of them a higher number or takes it away. A translation
+// knows the sum of the stamps of its tables, and whoever runs it asks for that sum in the same
+// transaction (kCheckText): a look-up by index that costs a tenth of a round trip and none of its
+// own. A stamp of the whole schema would cost 16 ms with 1000 tables. So a statement never runs on
+// tables other than those it was translated for, and prepared statements stay, as the server renews
+// their plans itself. A changed primary key alone goes unnoticed until the table is read again; it
+// decides the order of rows only.
 
 #include <cstdint>
 #include <functional>
@@ -54,7 +55,7 @@ class PostgresqlCatalogue final : public tsql::Catalogue {
   // Prepared under these names by the connection.
   static constexpr const char* kNames = "tarlo_names";
   static constexpr const char* kNamesText =
-      "SELECT c.oid, c.relname, n.nspname FROM pg_catalog.pg_class c "
+      "SELECT c.oid, c.relname, n.nspname, c.xmin::text::bigint FROM pg_catalog.pg_class c "
       "JOIN pg_catalog.pg_namespace n ON n.oid=c.relnamespace "
       "WHERE n.nspname=ANY(current_schemas(false)) AND c.relkind IN ('r','v','m','p','f') "
       "ORDER BY array_position(current_schemas(false),n.nspname), c.relname";
@@ -62,12 +63,15 @@ class PostgresqlCatalogue final : public tsql::Catalogue {
   static const char* const kColumnsText;
   static constexpr const char* kSum = "tarlo_sum";
   static constexpr const char* kSumText =
-      "SELECT coalesce(sum(a.xmin::text::bigint),0) FROM pg_catalog.pg_attribute a "
+      "SELECT coalesce(sum(a.xmin::text::bigint),0)+(SELECT coalesce(sum(c.xmin::text::bigint),0) "
+      "FROM pg_catalog.pg_class c WHERE c.oid=ANY($1::oid[])) FROM pg_catalog.pg_attribute a "
       "WHERE a.attrelid=ANY($1::oid[]) AND a.attnum>0";
   static constexpr const char* kCheck = "tarlo_check";
   // An error (22012) unless the columns of the tables $1 have the stamp $2.
   static constexpr const char* kCheckText =
-      "SELECT 1/(coalesce(sum(a.xmin::text::bigint),0)=$2::bigint)::int "
+      "SELECT 1/(coalesce(sum(a.xmin::text::bigint),0)+(SELECT "
+      "coalesce(sum(c.xmin::text::bigint),0)"
+      " FROM pg_catalog.pg_class c WHERE c.oid=ANY($1::oid[]))=$2::bigint)::int "
       "FROM pg_catalog.pg_attribute a WHERE a.attrelid=ANY($1::oid[]) AND a.attnum>0";
 
  private:
@@ -82,6 +86,7 @@ class PostgresqlCatalogue final : public tsql::Catalogue {
     std::string number;
     std::string name;
     std::string schema;
+    std::int64_t stamp = 0;  // of its row in pg_class
     bool isTwice = false;
   };
 

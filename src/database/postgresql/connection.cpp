@@ -1,5 +1,6 @@
 #include "database/postgresql/connection.h"
 
+#include <algorithm>
 #include <array>
 
 #include "database/postgresql/errors.h"
@@ -9,15 +10,19 @@
 namespace tarlo::database {
 namespace {
 
-// The name that stands at a place of a statement, without its brackets.
+// The name that stands at a place of a statement, without its table and its brackets.
 std::string_view nameAt(std::string_view sql, std::size_t offset) {
   if (offset >= sql.size()) return {};
   std::string_view rest = sql.substr(offset);
-  if (rest.front() == '[' || rest.front() == '"') {
+  std::string_view name;
+  for (;;) {
+    const bool isQuoted = rest.starts_with('[') || rest.starts_with('"');
+    if (isQuoted) rest.remove_prefix(1);
+    name = rest.substr(0, rest.find_first_of(isQuoted ? "]\"" : " \t\r\n,;()=<>!+-*/%.&|^~'"));
+    rest.remove_prefix(std::min(rest.size(), name.size() + (isQuoted ? 1 : 0)));
+    if (!rest.starts_with('.')) return name;
     rest.remove_prefix(1);
-    return rest.substr(0, rest.find_first_of("]\""));
   }
-  return rest.substr(0, rest.find_first_of(" \t\r\n,;()=<>!+-*/%.&|^~'"));
 }
 
 }  // namespace
@@ -49,6 +54,7 @@ void PostgresqlConnection::connect() {
        {Catalogue::kColumns, Catalogue::kColumnsText},
        {Catalogue::kSum, Catalogue::kSumText},
        {Catalogue::kCheck, Catalogue::kCheckText}}};
+  if (session_) session_->hangUp();
   session_ = std::make_unique<PostgresqlSession>(connect_(), deadline_);
   prepared_ = {};
   catalogue_.forget();

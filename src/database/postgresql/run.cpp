@@ -139,7 +139,7 @@ TranslatingConnection::Outcome PostgresqlConnection::answered(Answer answer,
     return Outcome::SchemaChanged;
   }
   const std::size_t writes = writesOf(made);
-  if (!answer.isOpen) server_.noteAnswer(writes > 0);
+  server_.noteAnswer(writes > 0);
   if (isDdl(made)) {
     catalogue_.forget();
     ddlPending_ = inTransaction_;
@@ -173,11 +173,12 @@ bool PostgresqlConnection::haveChanged(const TranslationPtr& translation, const 
   const bool cannotBe = state == "57014" || session_->isLost() || isDdl(translation->translation) ||
                         translation->schemaOf.empty();
   if (cannotBe) return false;
-  startExchange(false);
-  sendCheck(*translation);
-  endExchange();
-  const Answer look = receive(false);
-  return look.error && look.error->native().sqlState == "22012";
+  catalogue_.forget();
+  for (const tsql::Touched& touched : translation->translation.touched) {
+    if (touched.access != tsql::Access::Execute) catalogue_.findTable(touched.name);
+  }
+  const PostgresqlCatalogue::Stamp now = catalogue_.stampOf(translation->translation.touched);
+  return now.tables != translation->schemaOf || now.sum != translation->schemaVersion;
 }
 
 }  // namespace tarlo::database

@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 
 // How long a server may take to end a statement that it was asked to end.
-constexpr auto kPatience = 5s;
+constexpr auto kPatience = 3s;
 
 int millisecondsUntil(Deadline::Clock::time_point end, Deadline::Clock::time_point now) {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now);

@@ -48,6 +48,11 @@ class PostgresqlSession {
   bool isDead();
   bool isLost() const { return isLost_; }
   void lose() { isLost_ = true; }
+  // Gives the server its place back.
+  void hangUp() {
+    isLost_ = true;
+    handle_.reset();
+  }
   bool isInTransaction() const;
   bool isTransactionFailed() const { return PQtransactionStatus(handle_.get()) == PQTRANS_INERROR; }
   PGconn* handle() const { return handle_.get(); }
