@@ -9,10 +9,10 @@ CREATE SCHEMA IF NOT EXISTS tarlo;
 CREATE COLLATION IF NOT EXISTS tarlo.chinese
   (provider = icu, locale = 'zh-u-kr-latn-hani-ks-level2', deterministic = false);
 
--- Ends the statement. The message must hold what was given: without a variable part, planning alone
--- would raise it.
+-- Ends the statement; of NULL it makes NULL. The message must hold what was given: without a variable
+-- part, planning alone would raise it.
 CREATE OR REPLACE FUNCTION tarlo.refuse(message text, state text) RETURNS text
-LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
   RAISE EXCEPTION USING ERRCODE = state, MESSAGE = message;
 END $$;
