@@ -152,8 +152,8 @@ std::string PostgresqlEngine::compared(Writer& writer, const Expr& expr, Use use
   if (use == Use::Sort) return sortKey(text, type);
   const std::string key = once(writer, expr, folded(text));
   // On both sides: one of them may have been put together under another collation.
-  const bool needsOrder = use == Use::Order && (side == Side::Left || !writer.lifts(expr));
-  return needsOrder ? ordered(key) : key;
+  if (use != Use::Order || (side != Side::Left && writer.lifts(expr))) return key;
+  return side == Side::Left ? ordered(key) : "(" + ordered(key) + ")";
 }
 
 std::string PostgresqlEngine::like(Writer& writer, const ast::Like& node) const {
