@@ -9,15 +9,15 @@ CREATE SCHEMA IF NOT EXISTS tarlo;
 CREATE COLLATION IF NOT EXISTS tarlo.chinese
   (provider = icu, locale = 'zh-u-kr-latn-hani-ks-level2', deterministic = false);
 
--- Ends the statement. The message must hold what was given: without a variable part, planning alone
--- would raise it.
+-- Ends the statement; of NULL it makes NULL. The message must hold what was given: without a variable
+-- part, planning alone would raise it.
 CREATE OR REPLACE FUNCTION tarlo.refuse(message text, state text) RETURNS text
-LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
   RAISE EXCEPTION USING ERRCODE = state, MESSAGE = message;
 END $$;
 
--- fold_characters, lower and upper from one table of alphabets: capital letters first, first +
+-- Folding, lower and upper from one table of alphabets: capital letters first, first +
 -- stride, ... up to last; the small one is delta further. ASCII letters are PostgreSQL's.
 DO $install$
 DECLARE
@@ -57,18 +57,14 @@ BEGIN
   END LOOP;
   narrow := narrow || '。「」、・ヲァィゥェォャュョッーアイウエオカキクケコサシスセソタチツテトナニヌネノ'
     'ハヒフヘホマミムメモヤユヨラリルレロワン゛゜';
-  -- Most texts are ASCII or Chinese; only the others pay for a translation. The expression is plain,
-  -- so that PostgreSQL puts it in the place of a call.
   EXECUTE format($f$
-    CREATE OR REPLACE FUNCTION tarlo.fold_characters(x text) RETURNS text
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE
-    RETURN lower(CASE
-      WHEN octet_length(x) = length(x) THEN x
-      WHEN (x COLLATE "C") ~ '[\u00B5-\u058F\u1E00-\u1EFF\u2160-\u217F\u24B6-\u24E9\U00010400-\U0001044F]'
-        THEN translate(x, %1$L, %2$L)
-      WHEN (x COLLATE "C") ~ '[\u3000\uFF01-\uFFE5]' THEN translate(x, %3$L, %4$L)
-      ELSE x END COLLATE "C")
-  $f$, wide || other || capitals, narrow || usual || smalls, wide, narrow);
+    CREATE OR REPLACE FUNCTION tarlo.fold_letters(x text) RETURNS text
+    LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $b$BEGIN RETURN translate(x, %L, %L); END$b$
+  $f$, wide || other || capitals, narrow || usual || smalls);
+  EXECUTE format($f$
+    CREATE OR REPLACE FUNCTION tarlo.fold_width(x text) RETURNS text
+    LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $b$BEGIN RETURN translate(x, %L, %L); END$b$
+  $f$, wide, narrow);
   EXECUTE format($f$
     CREATE OR REPLACE FUNCTION tarlo.lower(x text) RETURNS text
     LANGUAGE sql IMMUTABLE PARALLEL SAFE
@@ -82,6 +78,18 @@ BEGIN
       COLLATE "C")
   $f$, letters, smalls, capitals);
 END $install$;
+
+-- Most texts are ASCII or Chinese; only the others pay for a translation. The expression is plain, so
+-- that PostgreSQL puts it in the place of a call.
+CREATE OR REPLACE FUNCTION tarlo.fold_characters(x text) RETURNS text
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN lower(CASE
+  WHEN octet_length(x) = length(x) THEN x
+  WHEN (x COLLATE "C")
+    ~ '[\u00B5-\u058F\u1E00-\u1EFF\u2160-\u217F\u24B6-\u24E9\U00010400-\U0001044F]'
+    THEN tarlo.fold_letters(x)
+  WHEN (x COLLATE "C") ~ '[\u3000\uFF01-\uFFE5]' THEN tarlo.fold_width(x)
+  ELSE x END COLLATE "C");
 
 -- Two texts are equal to a statement when these are.
 CREATE OR REPLACE FUNCTION tarlo.fold(x text) RETURNS text
@@ -278,7 +286,7 @@ CREATE OR REPLACE FUNCTION tarlo.narrow(digits text, size int4, marks boolean) R
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE
   WHEN length(digits) <= size THEN digits
-  WHEN marks THEN '*'
+  WHEN marks AND digits IS NOT NULL THEN '*'
   ELSE tarlo.refuse('arithmetic overflow: ' || digits || ' is longer than the text', '22003')
 END;
 

@@ -18,7 +18,7 @@ struct Column {
   bool isNullable = true;
   // The engine's own type, where values are cast to the kind when they are read and to the type
   // when they are written (PostgreSQL's bool, date and the like); else "".
-  std::string storedAs;
+  std::string storedAs{};
 };
 
 struct Table {

@@ -151,7 +151,9 @@ std::string PostgresqlEngine::compared(Writer& writer, const Expr& expr, Use use
   if (type.kind != Kind::Text) return text;
   if (use == Use::Sort) return sortKey(text, type);
   const std::string key = once(writer, expr, folded(text));
-  return use == Use::Order && side == Side::Left ? ordered(key) : key;
+  // On both sides: one of them may have been put together under another collation.
+  if (use != Use::Order || (side != Side::Left && writer.lifts(expr))) return key;
+  return side == Side::Left ? ordered(key) : "(" + ordered(key) + ")";
 }
 
 std::string PostgresqlEngine::like(Writer& writer, const ast::Like& node) const {
