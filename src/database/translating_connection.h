@@ -92,6 +92,8 @@ class TranslatingConnection : public PooledConnection {
                            std::unique_ptr<Recordset>& rows) = 0;
 
   std::unique_ptr<Recordset> run(std::string_view sql, Want want);
+  // Fills in the shape. Throws DatabaseError, also for what the borrower may not touch.
+  TranslationPtr translationOf(Asked& asked);
   tsql::TranslateOptions translateOptions() const {
     return {dialect_, allowDdl_, guard_.mayDelete()};
   }
@@ -109,8 +111,6 @@ class TranslatingConnection : public PooledConnection {
   static DatabaseError refused(std::string text);
 
  private:
-  // These fill in the shape.
-  TranslationPtr translationOf(Asked& asked);
   TranslationPtr knownOrNew(Asked& asked);
   TranslationPtr translate(const Asked& asked);
   // Reads the guard's list again when it is older than `life` and the database has changed. Whether

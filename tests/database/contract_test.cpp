@@ -131,6 +131,25 @@ TEST_P(Contract, OneTextMayBeOpenTwice) {
   EXPECT_EQ(pairs, "i1:i1|i2|i3 i2:i1|i2|i3 i3:i1|i2|i3 ");
 }
 
+TEST_P(Contract, StatementsTogetherGiveTheirRowsInOrder) {
+  connection->execute("insert into Plain(Code,Name) values(1,'a'),(2,'b')");
+  std::vector<std::string_view> statements = {
+      "select Name from Plain where Code=2", "update Plain set Name='c' where Code=1",
+      "select count(*) from Plain where Name='x'", "select Name from Plain where Code=1"};
+  for (int i = 0; i < 200; ++i) statements.push_back(statements[0]);
+  const auto all = connection->openAll(statements);
+  ASSERT_EQ(all.size(), statements.size());
+  EXPECT_EQ(rowsText(*all[0]), "tb");
+  EXPECT_EQ(all[1]->fieldCount(), 0u);
+  EXPECT_EQ(rowsText(*all[2]), "i0");
+  EXPECT_EQ(rowsText(*all.back()), "tb");
+  const std::string_view wrong[] = {"select Code from Plain",
+                                    "select 1/(Code-1) from Plain where Code=1"};
+  const auto error = errorOf([&] { connection->openAll(wrong); });
+  EXPECT_EQ(error.native().statement, wrong[1]);
+  EXPECT_EQ(ask(*connection, "select Name from Plain order by Code"), "tc|tb");
+}
+
 TARLO_ON_EVERY_ENGINE(Contract);
 
 TEST(Scripts, AreCutAtGoLines) {

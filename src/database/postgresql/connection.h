@@ -42,6 +42,8 @@ class PostgresqlConnection final : public TranslatingConnection {
 
   bool isLost() const override { return session_->isLost(); }
   void reset() noexcept override;
+  std::vector<std::unique_ptr<Recordset>> openAll(
+      std::span<const std::string_view> statements) override;
 
   // For the recordset whose rows are coming: the next one, nothing at the end. Throws
   // DatabaseError, after which nothing comes.
@@ -85,6 +87,8 @@ class PostgresqlConnection final : public TranslatingConnection {
     std::optional<DatabaseError> error;
     Part failed = Part::Sync;
   };
+  // How much is read: everything, or up to the next sync.
+  enum class Until : std::uint8_t { All, Sync };
   // A step on its way: its text and what is bound.
   struct Ready {
     const tsql::Step* step;
@@ -104,8 +108,8 @@ class PostgresqlConnection final : public TranslatingConnection {
   void endExchange();
   // Reads all answers; with `streams` up to the next row of the last step. Throws DatabaseError
   // when the connection breaks.
-  Answer receive(bool streams);
-  void readParts(bool streams, Answer& answer);
+  Answer receive(bool streams, Until until = Until::All);
+  void readParts(bool streams, Until until, Answer& answer);
   bool readPart(const Sent& sent, bool streams, Answer& answer);
   void takeResult(PostgresqlResult result, const Sent& sent, Answer& answer);
   void hungUp(const Sent& sent, Answer& answer);
@@ -113,6 +117,13 @@ class PostgresqlConnection final : public TranslatingConnection {
   void undoFailed();
   void drain();
 
+  // A statement of a batch that is sent together with others.
+  struct Together {
+    std::size_t index;
+    TranslationPtr translation;
+    std::vector<Ready> steps;
+  };
+  std::vector<Together> translateTogether(std::span<const std::string_view> statements);
   std::vector<Ready> bindSteps(const tsql::Translation& made, const Asked& asked, bool identity);
   Outcome answered(Answer answer, const TranslationPtr& translation, bool identity, Want want,
                    std::unique_ptr<Recordset>& rows);

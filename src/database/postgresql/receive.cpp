@@ -92,19 +92,21 @@ bool PostgresqlConnection::readPart(const Sent& sent, bool streams, Answer& answ
   }
 }
 
-void PostgresqlConnection::readParts(bool streams, Answer& answer) {
+void PostgresqlConnection::readParts(bool streams, Until until, Answer& answer) {
   while (!sent_.empty() && !session_->isLost()) {
     if (!readPart(sent_.front(), streams, answer)) return;
+    const bool isSync = sent_.front().part == Part::Sync;
     sent_.pop_front();
+    if (isSync && until == Until::Sync && !sent_.empty()) return;
   }
   sent_.clear();
   if (!session_->isLost()) session_->settle();
 }
 
-PostgresqlConnection::Answer PostgresqlConnection::receive(bool streams) {
+PostgresqlConnection::Answer PostgresqlConnection::receive(bool streams, Until until) {
   Answer answer;
   try {
-    readParts(streams, answer);
+    readParts(streams, until, answer);
   } catch (const DatabaseError& error) {
     sent_.clear();
     const DatabaseError told = isUnsure_ ? unknownOutcome(error.native().text) : error;
@@ -123,7 +125,7 @@ void PostgresqlConnection::undoFailed() {
   command("RELEASE SAVEPOINT tarlo");
   sync();
   Answer answer;
-  readParts(false, answer);
+  readParts(false, Until::All, answer);
   // A transaction that cannot go on must not seem to.
   if (answer.error) session_->lose();
 }

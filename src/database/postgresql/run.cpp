@@ -1,5 +1,7 @@
 // How a PostgreSQL connection sends the steps of a translation.
 
+#include <algorithm>
+
 #include "database/postgresql/connection.h"
 #include "database/postgresql/errors.h"
 #include "database/postgresql/procedure_call.h"
@@ -77,6 +79,11 @@ void PostgresqlConnection::sendStep(const TranslationPtr& translation, const Rea
   }
   const PreparedStatements::Key key{translation.get(), ready.key, ready.bound.isWide};
   const std::string* kept = prepared_.find(key);
+  const auto isComing = [&](const Sent& each) {
+    return each.part == Part::Prepare && each.key == key;
+  };
+  const auto coming = std::find_if(sent_.begin(), sent_.end(), isComing);
+  if (coming != sent_.end()) kept = &coming->name;
   std::string name = kept == nullptr ? prepared_.newName() : *kept;
   if (kept == nullptr) {
     session_->prepare(name, step.text, ready.bound.types);
