@@ -70,6 +70,8 @@ class PostgresqlEngine : public Engine {
   std::string keyIndex(const Table& table) const override;
 
   bool mustBeToldIdentities() const override { return true; }
+  // Columns of other programs may be numbered always.
+  std::string_view identityOverride() const override { return " OVERRIDING SYSTEM VALUE"; }
   std::string identityNotice(const Table& table, const Column& column,
                              const std::vector<std::string>& stored) const override;
   std::string execute(const ast::Execute& execute, const std::vector<std::string>& inputs,
