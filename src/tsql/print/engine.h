@@ -99,6 +99,8 @@ class Engine {
   // Whether `lastIdentity` knows only those that the engine made. Then it has to be told, in a step
   // before the INSERT, of those that an INSERT stores itself.
   virtual bool mustBeToldIdentities() const = 0;
+  // Stands before the rows of such an INSERT.
+  virtual std::string_view identityOverride() const = 0;
   virtual std::string identityNotice(const Table& table, const Column& column,
                                      const std::vector<std::string>& stored) const = 0;
   // The rows step of an EXEC.

@@ -152,6 +152,14 @@ bool isAggregate(const Expr& expr) {
   return function != nullptr && function->isAggregate;
 }
 
+std::string concatenation(const std::vector<std::string>& texts) {
+  std::string text;
+  for (const std::string& part : texts) {
+    text += (text.empty() ? "(" : " || ") + fmt::format("coalesce({}, '')", part);
+  }
+  return text + ")";
+}
+
 std::string bareValue(Writer& writer, const Expr& expr) {
   if (auto grouped = writer.engine().groupValue(writer, expr)) return *std::move(grouped);
   return std::visit(ExpressionPrinter(writer, expr), expr.node);

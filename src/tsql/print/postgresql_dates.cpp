@@ -10,36 +10,31 @@
 namespace tarlo::tsql::print {
 namespace {
 
-std::string part(std::string_view field, const std::string& date) {
-  return fmt::format("extract({} from {})::int4", field, date);
+// By DatePart: its value, and the interval that DATEADD counts.
+struct Part {
+  std::string_view value;
+  std::string_view interval;
+};
+constexpr Part kParts[] = {
+    {"extract(year from {})::int4", "1 year"},
+    {"extract(quarter from {})::int4", "3 months"},
+    {"extract(month from {})::int4", "1 month"},
+    {"extract(doy from {})::int4", "1 day"},
+    {"extract(day from {})::int4", "1 day"},
+    {"tarlo.week({})", "7 days"},
+    {"(extract(dow from {})::int4 + 1)", "1 day"},
+    {"extract(hour from {})::int4", "1 hour"},
+    {"extract(minute from {})::int4", "1 minute"},
+    {"floor(extract(second from {}))::int4", "1 second"},
+    {"(extract(milliseconds from {})::int4 % 1000)", "1 millisecond"},
+};
+
+const Part& partOf(DatePart which) {
+  return kParts[static_cast<std::size_t>(which)];
 }
 
 std::string partValue(DatePart which, const std::string& date) {
-  switch (which) {
-    case DatePart::Year:
-      return part("year", date);
-    case DatePart::Quarter:
-      return part("quarter", date);
-    case DatePart::Month:
-      return part("month", date);
-    case DatePart::DayOfYear:
-      return part("doy", date);
-    case DatePart::Day:
-      return part("day", date);
-    case DatePart::Week:
-      return fmt::format("tarlo.week({})", date);
-    case DatePart::Weekday:
-      return "(" + part("dow", date) + " + 1)";
-    case DatePart::Hour:
-      return part("hour", date);
-    case DatePart::Minute:
-      return part("minute", date);
-    case DatePart::Second:
-      return fmt::format("floor(extract(second from {}))::int4", date);
-    case DatePart::Millisecond:
-      return "(" + part("milliseconds", date) + " % 1000)";
-  }
-  return date;
+  return fmt::format(fmt::runtime(partOf(which).value), date);
 }
 
 // Names are those of a Chinese login: months as two digits.
@@ -80,29 +75,6 @@ std::string difference(DatePart which, const std::string& from, const std::strin
       return fmt::format("(extract(epoch from {} - {}) * 1000)::int4", to, from);
     default:
       return steps("{}::date");
-  }
-}
-
-std::string_view interval(DatePart which) {
-  switch (which) {
-    case DatePart::Year:
-      return "1 year";
-    case DatePart::Quarter:
-      return "3 months";
-    case DatePart::Month:
-      return "1 month";
-    case DatePart::Week:
-      return "7 days";
-    case DatePart::Hour:
-      return "1 hour";
-    case DatePart::Minute:
-      return "1 minute";
-    case DatePart::Second:
-      return "1 second";
-    case DatePart::Millisecond:
-      return "1 millisecond";
-    default:
-      return "1 day";
   }
 }
 
@@ -151,7 +123,7 @@ std::string postgresqlDateCall(const ast::FunctionCall& call,
   if (name == "DATENAME") return partName(which, arguments[0]);
   if (name == "DATEDIFF") return difference(which, arguments[0], arguments[1]);
   return fmt::format("tarlo.in_range({} + {} * interval '{}')", arguments[1], arguments[0],
-                     interval(which));
+                     partOf(which).interval);
 }
 
 std::string postgresqlDatePlus(const std::string& date, const std::string& days, Kind kind) {

@@ -4,6 +4,8 @@
 // collation tarlo.chinese; other kinds compare as they are, so that an index of the column serves.
 //
 // Rows of a table without a key come in no order: nothing in PostgreSQL tells where they came from.
+// Branches of UNION ALL come in theirs as long as the server does not run them side by side
+// (enable_parallel_append).
 // A group, or a row of DISTINCT and UNION, shows of each text the last of its own in the order of
 // bytes: small letters rather than capitals. Lengths of columns count characters, where functions
 // count UTF-16 units.
@@ -70,6 +72,8 @@ class PostgresqlEngine : public Engine {
   std::string keyIndex(const Table& table) const override;
 
   bool mustBeToldIdentities() const override { return true; }
+  // Columns of other programs may be numbered always.
+  std::string_view identityOverride() const override { return " OVERRIDING SYSTEM VALUE"; }
   std::string identityNotice(const Table& table, const Column& column,
                              const std::vector<std::string>& stored) const override;
   std::string execute(const ast::Execute& execute, const std::vector<std::string>& inputs,

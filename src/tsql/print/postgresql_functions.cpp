@@ -152,14 +152,6 @@ class CallPrinter {
                        arguments[0]);
   }
 
-  static std::string concatenation(const std::vector<std::string>& arguments) {
-    std::string text;
-    for (const std::string& argument : arguments) {
-      text += (text.empty() ? "(" : " || ") + fmt::format("coalesce({}, '')", argument);
-    }
-    return text + ")";
-  }
-
   std::string aggregate() const {
     if (node_.star) return "count(*)::int4";
     const Kind kind = node_.arguments[0].type.kind;

@@ -142,10 +142,15 @@ class BatchPrinter {
     return columns;
   }
 
-  static std::string insertHead(const Table& table, const std::vector<const Column*>& columns) {
+  std::string insertHead(const Table& table, const std::vector<const Column*>& columns) const {
     std::vector<std::string> names;
-    for (const Column* column : columns) names.push_back(quotedName(column->name));
-    return fmt::format("INSERT INTO {} ({})", quotedName(table.name), fmt::join(names, ", "));
+    bool hasIdentity = false;
+    for (const Column* column : columns) {
+      names.push_back(quotedName(column->name));
+      hasIdentity = hasIdentity || column->isIdentity;
+    }
+    return fmt::format("INSERT INTO {} ({}){}", quotedName(table.name), fmt::join(names, ", "),
+                       hasIdentity ? writer_.engine().identityOverride() : "");
   }
 
   std::string insertRows(const ast::Insert& insert, const std::vector<const Column*>& columns) {

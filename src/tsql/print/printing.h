@@ -29,6 +29,8 @@ std::string writtenValue(Writer& writer, const ast::Expr& expr, const Column& co
 std::vector<std::string> values(Writer& writer, const std::vector<ast::Expr>& exprs);
 // `+`, `||` and the like where the engines agree on them, else "".
 std::string_view commonInfix(const ast::Binary& node);
+// CONCAT: NULL counts as the empty text.
+std::string concatenation(const std::vector<std::string>& texts);
 bool isAggregate(const ast::Expr& expr);
 
 // conditions.cpp

@@ -64,6 +64,7 @@ class SqliteEngine : public Engine {
   std::string keyIndex(const Table&) const override { return {}; }
 
   bool mustBeToldIdentities() const override { return false; }
+  std::string_view identityOverride() const override { return ""; }
   std::string identityNotice(const Table&, const Column&,
                              const std::vector<std::string>&) const override {
     return {};

@@ -114,14 +114,6 @@ class CallPrinter {
     return date(std::move(arguments));
   }
 
-  static std::string concatenation(const std::vector<std::string>& arguments) {
-    std::string text;
-    for (const std::string& argument : arguments) {
-      text += (text.empty() ? "(" : " || ") + fmt::format("coalesce({}, '')", argument);
-    }
-    return text + ")";
-  }
-
   std::string date(std::vector<std::string> arguments) const {
     static constexpr std::string_view kPartFunctions[] = {"YEAR", "MONTH",  "DAY",
                                                           "HOUR", "MINUTE", "SECOND"};
