@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database/error.h"
 #include "database/recordset.h"
@@ -31,6 +32,13 @@ class Connection {
   // fields, at its end, except an INSERT into a table with an identity column: it gives one row
   // with the new identity, so that a caller who expects a key from an insert finds it.
   virtual std::unique_ptr<Recordset> open(std::string_view sql) = 0;
+
+  // The rows of several statements that do not depend on each other, in their order. An engine with
+  // a server sends what only reads together, kMostTogether at a time, and reads all rows into
+  // memory; the others run after them as by open(). Throws as open() does.
+  virtual std::vector<std::unique_ptr<Recordset>> openAll(
+      std::span<const std::string_view> statements);
+  static constexpr std::size_t kMostTogether = 64;
 
   // The engine's text of the statement, one line a step, for people.
   virtual std::string explainTranslation(std::string_view sql) = 0;

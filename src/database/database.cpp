@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "database/postgresql/database.h"
 #include "database/sqlite/database.h"
 
 namespace tarlo::database {
@@ -25,12 +26,20 @@ std::unique_ptr<Database> openDatabase(std::string_view connectionString,
     reading.readOnly = true;
     return openSqliteDatabase(std::string(connectionString.substr(kSqliteRead.size())), reading);
   }
+  if (connectionString.starts_with("postgresql://") ||
+      connectionString.starts_with("postgres://")) {
+    return openPostgresqlDatabase(std::string(connectionString), options);
+  }
   // The string may hold a password, so only what stands in front of the colon is shown.
   const std::string_view engine = connectionString.substr(0, connectionString.find(':'));
   const std::string text =
       engine.size() == connectionString.size()
-          ? "The connection string names no engine; it must begin with \"sqlite:\"."
-          : fmt::format("There is no database engine \"{}\"; the known one is \"sqlite\".", engine);
+          ? "The connection string names no engine; it must begin with \"sqlite:\" or "
+            "\"postgresql://\"."
+          : fmt::format(
+                "There is no database engine \"{}\"; the known ones are \"sqlite\" and "
+                "\"postgresql\".",
+                engine);
   throw DatabaseError(kConnectionFailed, text,
                       {.engine = "", .code = 0, .sqlState = "08001", .text = text});
 }

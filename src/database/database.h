@@ -63,8 +63,10 @@ class Database {
   virtual void giveBack(std::unique_ptr<Connection> connection) noexcept = 0;
 };
 
-// Opens by connection string: `sqlite:<file>`, `sqlite-read:<file>` for a login that only reads, or
-// `sqlite::memory:` for one that lives with the object. Throws DatabaseError with a plain
+// Opens by connection string: `sqlite:<file>`, `sqlite-read:<file>` for a login that only reads,
+// `sqlite::memory:` for one that lives with the object, or libpq's own `postgresql://...`
+// (`postgres://...`) for a server, whose schema `public` it is unless the string's options name a
+// search_path. Throws DatabaseError with a plain
 // description: no such file, not a database, read-only where `create` was asked, an unknown engine.
 std::unique_ptr<Database> openDatabase(std::string_view connectionString,
                                        const OpenOptions& options = {});

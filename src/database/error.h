@@ -19,23 +19,27 @@ inline constexpr int kCancelled = -2147217842;         // 0x80040E4E: nobody wai
 // Rows beyond what one operation may hold, and beyond what all of them together may.
 inline constexpr int kTooManyRows = -2147217883;    // 0x80040E25, row limit exceeded
 inline constexpr int kNoRoomForRows = -2147024882;  // 0x8007000E, out of memory
-inline constexpr int kNoSuchField = 3265;           // item not found in the collection
+// 0x8004D016, the transaction is in doubt: the connection broke before the server answered a
+// commit, or a write that is its own. It is done or not done; who sends it again must look first.
+inline constexpr int kOutcomeUnknown = -2147168234;
+inline constexpr int kNoSuchField = 3265;  // item not found in the collection
 
-// Why a database could not take a statement that is right in itself. It was not done; sent again
-// later it may be.
+// Why a database could not take a statement that is right in itself. But for Unknown it was not
+// done; sent again later it may be.
 enum class Outage {
   None,
-  Busy,    // locked by somebody else for too long, or no connection free
-  Full,    // no room on the disk
-  Gone,    // what was opened is no longer in its place
-  Failing  // reading or writing fails, or is not allowed
+  Busy,     // locked by somebody else for too long, or no connection free
+  Full,     // no room on the disk
+  Gone,     // what was opened is no longer in its place
+  Failing,  // reading or writing fails, or is not allowed
+  Unknown   // it may have been done: see kOutcomeUnknown
 };
 
 class DatabaseError : public RuntimeError {
  public:
   struct Native {
-    // "sqlite"; "tsql" for a statement that the front end refused; "pool" when no connection was
-    // free; "" for a connection string that names no known engine.
+    // "sqlite" or "postgresql"; "tsql" for a statement that the front end refused; "pool" when no
+    // connection was free; "" for a connection string that names no known engine.
     std::string engine;
     int code = 0;          // the engine's own (extended) code, 0 where there is none
     std::string sqlState;  // five characters; "42000" for a refused statement

@@ -16,6 +16,10 @@ RuntimeError noCurrentRow() {
   return RuntimeError(kNoCurrentRow, "The recordset has no current row.", "database");
 }
 
+RuntimeError noSuchField() {
+  return RuntimeError(kNoSuchField, "The recordset has no field of that number.", "database");
+}
+
 Variant Recordset::value(std::string_view title) const {
   for (std::size_t i = 0; i < fieldCount(); ++i) {
     if (text::equalsNoCase(fieldName(i), title)) return value(i);

@@ -45,5 +45,7 @@ class Recordset {
 
 // Error 3021: no row stands at the cursor.
 RuntimeError noCurrentRow();
+// Error 3265: there is no field of that number.
+RuntimeError noSuchField();
 
 }  // namespace tarlo::database

@@ -21,6 +21,7 @@ namespace tarlo::database {
 struct CachedTranslation {
   tsql::Translation translation;
   std::int64_t schemaVersion = 0;  // of the catalogue that it was made against
+  std::string schemaOf;            // the tables that the version is of; "" for all
   Footprint footprint;             // what its text touches
 };
 using TranslationPtr = std::shared_ptr<const CachedTranslation>;

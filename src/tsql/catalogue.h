@@ -16,6 +16,9 @@ struct Column {
       false;  // the engine numbers it; an INSERT gives no value unless identity_insert is on
   bool isGenerated = false;  // computed from other columns: never written
   bool isNullable = true;
+  // The engine's own type, where values are cast to the kind when they are read and to the type
+  // when they are written (PostgreSQL's bool, date and the like); else "".
+  std::string storedAs{};
 };
 
 struct Table {

@@ -12,7 +12,7 @@
 #include "text/utf8.h"
 #include "tsql/error.h"
 #include "tsql/parse/parser.h"
-#include "tsql/print/sqlite_printer.h"
+#include "tsql/print/printer.h"
 #include "tsql/resolve/literal_value.h"
 
 namespace tarlo::tsql {
@@ -231,7 +231,7 @@ Translation translate(std::string_view sql, Catalogue& catalogue, const Translat
   translation.columns = std::move(resolved.columns);
   translation.explicitIdentityOf = std::move(resolved.explicitIdentityOf);
   translation.touched = std::move(resolved.touched);
-  printSqlite(batch, catalogue, translation);
+  printFor(options.dialect, batch, catalogue, translation);
   noteUnseen(sql, batch, translation);
   return translation;
 }

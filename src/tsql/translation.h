@@ -12,7 +12,7 @@
 
 namespace tarlo::tsql {
 
-enum class Dialect { Sqlite };
+enum class Dialect { Sqlite, Postgresql };
 
 // A literal that became a parameter.
 struct Parameter {
@@ -27,7 +27,7 @@ enum class StepRole { Rows, Write, Ddl };
 
 struct Step {
   StepRole role = StepRole::Rows;
-  std::string text;                   // parameter i (from 1) is "?i"
+  std::string text;                   // parameter i (from 1) is "?i" or "$i"
   std::vector<Parameter> parameters;  // parameter i is parameters[i - 1]
 };
 
@@ -53,6 +53,10 @@ struct Translation {
   // table has no identity column.
   Step identityStep;
   std::string identityColumn;  // its title on that path
+  // EXEC where the engine cannot call the host (PostgreSQL): the procedure. The one row of the step
+  // holds its inputs, of these types, and what the procedure gives is the row of the statement; "".
+  std::string procedure;
+  std::vector<Type> procedureInputs;
 };
 
 struct TranslateOptions {
@@ -76,5 +80,12 @@ struct BoundValue {
 };
 BoundValue convertLiteral(ast::LiteralClass literalClass, std::string_view text,
                           const Parameter& parameter, Position position = {});
+
+// The same value as text for PostgreSQL, which declares the parameter by its target: Int int4,
+// Decimal numeric with all its digits, Float float8, Date timestamp, Text text, Null as the kind of
+// the literal's class. An integer of more than 32 bits and a text with a zero byte are refused too.
+std::string literalText(ast::LiteralClass literalClass, std::string_view text,
+                        const Parameter& parameter, Position position = {});
+Kind kindOf(ast::LiteralClass literalClass);
 
 }  // namespace tarlo::tsql

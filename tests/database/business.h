@@ -1,6 +1,7 @@
 #pragma once
 // A small business, for tests that send T-SQL in and look at what comes out.
 
+#include "engines.h"
 #include "support.h"
 
 namespace tarlo::database::test {
@@ -10,7 +11,7 @@ struct Answer {
   std::string expected;
 };
 
-class Business : public ::testing::Test {
+class Business : public OnEveryEngine {
  protected:
   Business() {
     database_->addProcedure("P", [](std::span<const Variant> arguments) {
@@ -54,9 +55,7 @@ class Business : public ::testing::Test {
     for (const auto& [sql, expected] : answers) EXPECT_EQ(rows(before + sql), expected) << sql;
   }
 
-  const TempFolder folder_;
-  const std::unique_ptr<Database> database_ =
-      openDatabase("sqlite:" + folder_.file(), {.create = true});
+  const std::unique_ptr<Database> database_ = home_.open();
   Lease lease_ = database_->borrow();
 };
 

@@ -1,13 +1,14 @@
 // What execute() and open() promise, on rows of every kind.
 
 #include "database/script.h"
+#include "engines.h"
 #include "support.h"
 #include "support/errors.h"
 
 namespace tarlo::database::test {
 namespace {
 
-class Contract : public ::testing::Test {
+class Contract : public OnEveryEngine {
  protected:
   Contract() {
     connection->allowDdl(true);
@@ -17,11 +18,11 @@ class Contract : public ::testing::Test {
                 "create table Plain (Code int, Name nvarchar(50))"});
     connection->allowDdl(false);
   }
-  std::unique_ptr<Database> database = openDatabase("sqlite::memory:");
+  std::unique_ptr<Database> database = home_.open();
   Lease connection = database->borrow();
 };
 
-TEST_F(Contract, KindsAndTitlesFollowTheStatement) {
+TEST_P(Contract, KindsAndTitlesFollowTheStatement) {
   connection->execute(
       "insert into Kinds(Name,Amount,Ratio,Made,Flag) values('a''b','12.50',0.5,'2024-1-5',"
       "2147483647)");
@@ -45,7 +46,7 @@ TEST_F(Contract, KindsAndTitlesFollowTheStatement) {
   }
 }
 
-TEST_F(Contract, GetRowsGivesColumnAndRowOrEmpty) {
+TEST_P(Contract, GetRowsGivesColumnAndRowOrEmpty) {
   connection->execute("insert into Plain(Code,Name) values(1,'n'),(2,'n'),(3,'n')");
   const Variant all = connection->open("select Code,Name from Plain order by Code")->getRows();
   EXPECT_EQ(all.array().upperBound(1), 1);
@@ -58,7 +59,7 @@ TEST_F(Contract, GetRowsGivesColumnAndRowOrEmpty) {
   EXPECT_TRUE(connection->open("select Code from Plain where 1=0")->getRows().isEmpty());
 }
 
-TEST_F(Contract, FieldsAreFoundByTitleOrRefused) {
+TEST_P(Contract, FieldsAreFoundByTitleOrRefused) {
   auto rows = connection->open("select 7 as NeoID, 8 as neoid");
   EXPECT_EQ(cellText(rows->value("NEOID")), "i7");
   using testing::errorOf;
@@ -69,7 +70,7 @@ TEST_F(Contract, FieldsAreFoundByTitleOrRefused) {
   EXPECT_EQ(errorOf([&] { rows->moveNext(); }), 3021);
 }
 
-TEST_F(Contract, InsertGivesItsIdentityOnTheRowPathOnly) {
+TEST_P(Contract, InsertGivesItsIdentityOnTheRowPathOnly) {
   EXPECT_EQ(ask(*connection, "insert into Kinds(Name) values('x')"), "i1");
   connection->execute("insert into Kinds(Name) values('y')");
   EXPECT_EQ(ask(*connection, "insert into Kinds(Name) values('z') select @@identity as NeoID"),
@@ -83,7 +84,7 @@ TEST_F(Contract, InsertGivesItsIdentityOnTheRowPathOnly) {
   EXPECT_EQ(ask(*connection, "select count(*) from Kinds where Flag=2"), "i3");
 }
 
-TEST_F(Contract, RefusedStatementsChangeNothingAndSayWhere) {
+TEST_P(Contract, RefusedStatementsChangeNothingAndSayWhere) {
   connection->execute("insert into Plain(Code,Name) values(1,'a')");
   const std::pair<const char*, const char*> cases[] = {
       {"select Code from Plain where", "line 1"},
@@ -107,7 +108,7 @@ TEST_F(Contract, RefusedStatementsChangeNothingAndSayWhere) {
   EXPECT_EQ(ask(*connection, "select Code,Name from Plain"), "i1,ta");
 }
 
-TEST_F(Contract, TransactionsKeepAllOrNothing) {
+TEST_P(Contract, TransactionsKeepAllOrNothing) {
   {
     const Connection::Transaction left(*connection);
     connection->execute("insert into Plain(Code) values(1)");
@@ -120,7 +121,7 @@ TEST_F(Contract, TransactionsKeepAllOrNothing) {
   EXPECT_EQ(ask(*connection, "select Code from Plain"), "i2");
 }
 
-TEST_F(Contract, OneTextMayBeOpenTwice) {
+TEST_P(Contract, OneTextMayBeOpenTwice) {
   connection->execute("insert into Plain(Code,Name) values(1,'same'),(2,'same'),(3,'same')");
   std::string pairs;
   const std::string sql = "select Code from Plain where Name='same' order by Code";
@@ -129,6 +130,27 @@ TEST_F(Contract, OneTextMayBeOpenTwice) {
   }
   EXPECT_EQ(pairs, "i1:i1|i2|i3 i2:i1|i2|i3 i3:i1|i2|i3 ");
 }
+
+TEST_P(Contract, StatementsTogetherGiveTheirRowsInOrder) {
+  connection->execute("insert into Plain(Code,Name) values(1,'a'),(2,'b')");
+  std::vector<std::string_view> statements = {
+      "select Name from Plain where Code=2", "update Plain set Name='c' where Code=1",
+      "select count(*) from Plain where Name='x'", "select Name from Plain where Code=1"};
+  for (int i = 0; i < 200; ++i) statements.push_back(statements[0]);
+  const auto all = connection->openAll(statements);
+  ASSERT_EQ(all.size(), statements.size());
+  EXPECT_EQ(rowsText(*all[0]), "tb");
+  EXPECT_EQ(all[1]->fieldCount(), 0u);
+  EXPECT_EQ(rowsText(*all[2]), "i0");
+  EXPECT_EQ(rowsText(*all.back()), "tb");
+  const std::string_view wrong[] = {"select Code from Plain",
+                                    "select 1/(Code-1) from Plain where Code=1"};
+  const auto error = errorOf([&] { connection->openAll(wrong); });
+  EXPECT_EQ(error.native().statement, wrong[1]);
+  EXPECT_EQ(ask(*connection, "select Name from Plain order by Code"), "tc|tb");
+}
+
+TARLO_ON_EVERY_ENGINE(Contract);
 
 TEST(Scripts, AreCutAtGoLines) {
   const auto batches =
@@ -141,7 +163,7 @@ TEST(Scripts, AreCutAtGoLines) {
   EXPECT_TRUE(splitScript(" \n GO").empty());
 }
 
-TEST_F(Contract, ScriptsStopAtTheFirstRefusedBatch) {
+TEST_P(Contract, ScriptsStopAtTheFirstRefusedBatch) {
   const auto error = errorOf([&] {
     runScript(*connection,
               "insert into Plain(Code) values(1)\nGO\n\ninsert into Plain(Codes) values(2)\nGO\n"

@@ -3,28 +3,30 @@
 #include <atomic>
 #include <thread>
 
+#include "engines.h"
 #include "support.h"
 
 namespace tarlo::database::test {
 namespace {
 
-class Pool : public ::testing::Test {
+class Pool : public OnEveryEngine {
  protected:
   Pool() {
-    Foreigner owner(folder.file());
-    owner.run("CREATE TABLE T (ID INTEGER PRIMARY KEY AUTOINCREMENT, N INTEGER)");
-    owner.run("CREATE TABLE U (ID INTEGER PRIMARY KEY AUTOINCREMENT, N INTEGER)");
+    const auto owner = home_.other();
+    owner->run("CREATE TABLE T (ID INTEGER PRIMARY KEY AUTOINCREMENT, N INTEGER)");
+    owner->run("CREATE TABLE U (ID INTEGER PRIMARY KEY AUTOINCREMENT, N INTEGER)");
   }
   std::unique_ptr<Database> open(std::size_t connections = 16) const {
     OpenOptions options;
     options.maxConnections = connections;
     options.borrowTimeout = std::chrono::milliseconds(50);
-    return openDatabase("sqlite:" + folder.file(), options);
+    return home_.open(options);
   }
-  TempFolder folder;
 };
 
-TEST_F(Pool, ABorrowerTooManyWaitsAndIsRefused) {
+TARLO_ON_EVERY_ENGINE(Pool);
+
+TEST_P(Pool, ABorrowerTooManyWaitsAndIsRefused) {
   auto database = open(2);
   auto first = database->borrow();
   {
@@ -35,7 +37,7 @@ TEST_F(Pool, ABorrowerTooManyWaitsAndIsRefused) {
   EXPECT_EQ(ask(*again, "select count(*) from T"), "i0");
 }
 
-TEST_F(Pool, NothingOfABorrowerIsLeftToTheNext) {
+TEST_P(Pool, NothingOfABorrowerIsLeftToTheNext) {
   auto database = open(1);
   {
     auto lease = database->borrow();
@@ -50,7 +52,7 @@ TEST_F(Pool, NothingOfABorrowerIsLeftToTheNext) {
   EXPECT_EQ(ask(*lease, "select ID from T"), "i5");
 }
 
-TEST_F(Pool, WritersSideBySideLoseNothing) {
+TEST_P(Pool, WritersSideBySideLoseNothing) {
   auto database = open();
   std::atomic<int> failures = 0;
   const auto write = [&] {
@@ -74,7 +76,7 @@ TEST_F(Pool, WritersSideBySideLoseNothing) {
   EXPECT_EQ(ask(*lease, "select N from T where ID=1"), "i80");
 }
 
-TEST_F(Pool, AReaderDoesNotStopAWriter) {
+TEST_P(Pool, AReaderDoesNotStopAWriter) {
   auto database = open();
   auto reader = database->borrow();
   auto writer = database->borrow();

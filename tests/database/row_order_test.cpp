@@ -6,7 +6,7 @@
 namespace tarlo::database::test {
 namespace {
 
-TEST_F(Business, OrderOfUnionsAndGroups) {
+TEST_P(Business, OrderOfUnionsAndGroups) {
   expectRows({
       {"SELECT 5, 'e' UNION SELECT -1, '--' UNION SELECT 2, 'b'", "-1,--;2,b;5,e"},
       {"SELECT 2, 'b' UNION SELECT 2, 'a' UNION SELECT NULL, 'z'", "NULL,z;2,a;2,b"},
@@ -20,7 +20,7 @@ TEST_F(Business, OrderOfUnionsAndGroups) {
   });
 }
 
-TEST_F(Business, OrderOfOneTableFollowsItsKey) {
+TEST_P(Business, OrderOfOneTableFollowsItsKey) {
   lease_->execute("UPDATE Contract SET Title = 'moved' WHERE ID = 1");
   expectRows({
       {"SELECT ID FROM Contract", "1;2;3;4"},
@@ -36,7 +36,7 @@ TEST_F(Business, OrderOfOneTableFollowsItsKey) {
   });
 }
 
-TEST_F(Business, PartsInsideAStatement) {
+TEST_P(Business, PartsInsideAStatement) {
   expectRows({
       {"SELECT TOP 1 ID FROM Contract UNION SELECT 9", "1;9"},
       {"SELECT 9 UNION ALL SELECT TOP 2 ID FROM Contract", "9;1;2"},
@@ -52,7 +52,7 @@ TEST_F(Business, PartsInsideAStatement) {
   });
 }
 
-TEST_F(Business, Joins) {
+TEST_P(Business, Joins) {
   expectRows(
       {
           {"Contract c RIGHT JOIN Customer u ON c.CustID = u.ID ORDER BY u.ID, c.ID",
@@ -79,9 +79,10 @@ TEST_F(Business, Joins) {
       "SELECT u.Name, c.ID FROM ");
 }
 
-TEST_F(Business, KeysAreLookedUpByTheirIndex) {
+TEST_P(Business, KeysAreLookedUpByTheirIndex) {
+  if (!isSqlite()) GTEST_SKIP() << "a server chooses its plan by the size of the tables";
   lease_->execute("CREATE INDEX ByCustomer ON Contract (CustID)");
-  Foreigner engine(folder_.file());
+  Foreigner engine(home_.file());
   for (const char* sql : {
            "SELECT Title FROM Contract WHERE ID = 3",
            "SELECT Title FROM Contract WHERE ID = '3'",

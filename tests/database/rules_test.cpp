@@ -6,7 +6,7 @@
 namespace tarlo::database::test {
 namespace {
 
-TEST_F(Business, ProceduresAreCalledByName) {
+TEST_P(Business, ProceduresAreCalledByName) {
   expectRows({
       {"declare @r varchar(50);exec P 31,@r out;select @r", "p31"},
       {"declare @r varchar(50) exec p 'a', @r output select @r as x", "pa"},
@@ -14,7 +14,7 @@ TEST_F(Business, ProceduresAreCalledByName) {
   });
 }
 
-TEST_F(Business, ComputedColumnsAreReadAndNeverWritten) {
+TEST_P(Business, ComputedColumnsAreReadAndNeverWritten) {
   lease_->execute(
       "CREATE TABLE Kind (DDT_ID int IDENTITY PRIMARY KEY, Name nvarchar(9), "
       "Zembra_ID AS DDT_ID)");
@@ -28,7 +28,7 @@ TEST_F(Business, ComputedColumnsAreReadAndNeverWritten) {
   });
 }
 
-TEST_F(Business, IdentityInsertIsForOneTableAtATime) {
+TEST_P(Business, IdentityInsertIsForOneTableAtATime) {
   const auto refused =
       errorOf([&] { lease_->execute("INSERT Customer (ID, Name) VALUES (40, 'x')"); });
   EXPECT_EQ(refused.number(), kStatementFailed);
@@ -47,14 +47,14 @@ TEST_F(Business, IdentityInsertIsForOneTableAtATime) {
   });
 }
 
-TEST_F(Business, CompositeKeysAreUnique) {
+TEST_P(Business, CompositeKeysAreUnique) {
   EXPECT_EQ(errorOf([&] { lease_->execute("INSERT Line (A, B) VALUES (2, 1)"); }).number(),
             kConstraint);
   expectRows({{"UPDATE Line SET N = 5 WHERE A = 2 AND B = 1", ""},
               {"SELECT A, B, N FROM Line", "1,9,3;2,1,5;2,2,1"}});
 }
 
-TEST_F(Business, MoreLiteralsThanParameters) {
+TEST_P(Business, MoreLiteralsThanParameters) {
   std::string list = "'1'";
   for (int i = 2; i <= 3000; ++i) list += "," + std::to_string(i);
   EXPECT_EQ(rows("SELECT ID FROM Contract WHERE ID IN (" + list + ")"), "1;2;3;4");
@@ -65,7 +65,7 @@ TEST_F(Business, MoreLiteralsThanParameters) {
   EXPECT_EQ(rows("SELECT ID FROM Contract WHERE ID IN (" + list + ")"), "2;3;4");
 }
 
-TEST_F(Business, TextsFitTheirColumn) {
+TEST_P(Business, TextsFitTheirColumn) {
   const std::string twenty(20, 'x');
   expectRows({
       {"UPDATE Contract SET Title = '" + twenty + "   ' WHERE ID = 1", ""},
@@ -77,7 +77,7 @@ TEST_F(Business, TextsFitTheirColumn) {
 }
 
 // What the front end cannot see; what it refuses is in the parser's golden files.
-TEST_F(Business, WhatIsWrongOnlyWhenItRunsComesBack) {
+TEST_P(Business, WhatIsWrongOnlyWhenItRunsComesBack) {
   for (const char* sql : {
            "select Memo * 2 from Contract",
            "select (select ID from Contract) as x",
@@ -94,13 +94,14 @@ TEST_F(Business, WhatIsWrongOnlyWhenItRunsComesBack) {
 }
 
 // A trial run executes and reads no rows: the first row must be enough.
-TEST_F(Business, ATrialRunStepsOnce) {
+TEST_P(Business, ATrialRunStepsOnce) {
   errorOf([&] { lease_->execute("select Memo * 2 from Contract where ID = 4"); });
   errorOf([&] { lease_->execute("select 1 / (ID - 1) from Contract"); });
-  lease_->execute("select 1 / (ID - 2) from Contract");  // the second row is never computed
+  // The second row is never computed. A server may compute it while it sorts.
+  if (isSqlite()) lease_->execute("select 1 / (ID - 2) from Contract");
 }
 
-TEST_F(Business, ErrorsTellTheStatementAndWhereInIt) {
+TEST_P(Business, ErrorsTellTheStatementAndWhereInIt) {
   const std::string wrong = "select ID\nfrom Contract where Qty = 'x'";
   const auto refused = errorOf([&] { lease_->execute(wrong); });
   EXPECT_EQ(refused.native().statement, wrong);

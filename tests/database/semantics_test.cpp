@@ -1,11 +1,13 @@
-// T-SQL in, values out: the whole way through the front end and SQLite.
+// T-SQL in, values out: the whole way through the front end and an engine.
 
 #include "business.h"
 
 namespace tarlo::database::test {
 namespace {
 
-TEST_F(Business, ComparisonsFollowTheHigherKind) {
+TARLO_ON_EVERY_ENGINE(Business);
+
+TEST_P(Business, ComparisonsFollowTheHigherKind) {
   expectRows(
       {
           {"Amount * 2 > '100'", "1"},
@@ -37,7 +39,7 @@ TEST_F(Business, ComparisonsFollowTheHigherKind) {
       "SELECT ID FROM Contract WHERE ");
 }
 
-TEST_F(Business, OperatorsAndConversions) {
+TEST_P(Business, OperatorsAndConversions) {
   expectRows(
       {
           {"'a' + 'b' + NULL, '2' + 3, '10' + 1", "NULL,5,11"},
@@ -65,7 +67,7 @@ TEST_F(Business, OperatorsAndConversions) {
 }
 
 // The edges of each are those of the functions that serve them.
-TEST_F(Business, EveryFunctionHasItsMeaning) {
+TEST_P(Business, EveryFunctionHasItsMeaning) {
   expectRows(
       {
           {"SIGN(-2.5), ABS(-3), ABS('-1.5'), CEILING(7)", "-1,3,1.5,7"},
@@ -112,7 +114,7 @@ TEST_F(Business, EveryFunctionHasItsMeaning) {
       "SELECT ");
 }
 
-TEST_F(Business, DateStyles) {
+TEST_P(Business, DateStyles) {
   const std::vector<Answer> styles = {
       {"0", "Jan  5 2024  7:08PM"},
       {"100", "Jan  5 2024  7:08PM"},
@@ -139,7 +141,7 @@ TEST_F(Business, DateStyles) {
   }
 }
 
-TEST_F(Business, Writes) {
+TEST_P(Business, Writes) {
   expectRows({
       {"insert Customer (Name) values ('Dan');select @@identity as NeoID", "4"},
       {"set nocount on insert into Customer (Name) values ('Eve') select SCOPE_IDENTITY() as N",

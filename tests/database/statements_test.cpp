@@ -2,6 +2,7 @@
 // business: what the system sends must run, and what it relies on being refused must be.
 
 #include "database/script.h"
+#include "engines.h"
 #include "support.h"
 #include "support/golden_file.h"
 #include "support/schema_files.h"
@@ -46,9 +47,9 @@ GO
 INSERT INTO UserTb_Item (ContractID, Product, Qty, Price) VALUES (1, 'Pen', 3, 2.5), (1, 'Ink', 1, 9)
 )";
 
-class Statements : public ::testing::Test {
+class Statements : public OnEveryEngine {
  protected:
-  Statements() : database_(openDatabase("sqlite:" + folder_.file(), {.create = true})) {
+  Statements() : database_(home_.open()) {
     database_->addProcedure("Zembra_WorkFlowInstance_IsExistsTempMenu",
                             [](std::span<const Variant>) { return Variant("0"); });
     Lease lease = database_->borrow();
@@ -72,17 +73,18 @@ class Statements : public ::testing::Test {
   void expectTaken(const std::string& sql) { EXPECT_EQ(run(sql), "") << sql; }
 
  private:
-  TempFolder folder_;
   std::unique_ptr<Database> database_;
 };
 
-TEST_F(Statements, OfThePlatformSchemesAndControlsRun) {
+TARLO_ON_EVERY_ENGINE(Statements);
+
+TEST_P(Statements, OfThePlatformSchemesAndControlsRun) {
   for (const char* file : {"platform.sql", "business.sql"}) {
     for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + file)) expectTaken(sql);
   }
 }
 
-TEST_F(Statements, WithComputedFieldsRun) {
+TEST_P(Statements, WithComputedFieldsRun) {
   for (const std::string& expression : tarlo::testing::goldenLines(kGolden + "expressions.txt")) {
     expectTaken("select " + expression + " as [v] from [UserTb_Contract]");
   }
@@ -90,7 +92,7 @@ TEST_F(Statements, WithComputedFieldsRun) {
 
 // As long as the parser takes them: filters of hundreds of conditions must not meet a bound of the
 // engine.
-TEST_F(Statements, WithLongChainsRun) {
+TEST_P(Statements, WithLongChainsRun) {
   const auto repeated = [](std::string_view text) {
     std::string all;
     for (std::size_t i = 0; i < tsql::kMaxChain; ++i) all += text;
@@ -103,7 +105,7 @@ TEST_F(Statements, WithLongChainsRun) {
   EXPECT_EQ(rowsOf("select (1000-(5-2))" + repeated("-1") + "*2%9"), "i96");
 }
 
-TEST_F(Statements, ThatMustFailAreRefused) {
+TEST_P(Statements, ThatMustFailAreRefused) {
   for (const char* file : {"refused.sql", "unresolved.sql"}) {
     for (const std::string& sql : tarlo::testing::goldenEntries(kGolden + file)) {
       EXPECT_NE(run(sql), "") << "taken: " << sql;

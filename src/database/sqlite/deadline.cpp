@@ -5,34 +5,21 @@
 
 namespace tarlo::database {
 
-thread_local Deadline* Deadline::running = nullptr;
+thread_local SqliteDeadline* SqliteDeadline::running = nullptr;
 
-void Deadline::install(sqlite3* handle) {
-  sqlite3_progress_handler(handle, kSteps, &Deadline::checkProgress, this);
-  sqlite3_busy_handler(handle, &Deadline::waitForLock, this);
+void SqliteDeadline::install(sqlite3* handle) {
+  sqlite3_progress_handler(handle, kSteps, &SqliteDeadline::checkProgress, this);
+  sqlite3_busy_handler(handle, &SqliteDeadline::waitForLock, this);
 }
 
-bool Deadline::isOver(Clock::time_point now) {
-  if (!isTimed_) {
-    isTimed_ = true;
-    end_ = now + limit_;
-    nextQuestion_ = now + kBetweenQuestions;
-  }
-  if (isWanted_ != nullptr && *isWanted_ && now >= nextQuestion_) {
-    nextQuestion_ = now + kBetweenQuestions;
-    if (!(*isWanted_)()) cancelled_ = true;
-  }
-  return cancelled_ || (limit_.count() != 0 && now >= end_);
-}
-
-int Deadline::checkProgress(void* self) {
-  return static_cast<Deadline*>(self)->isOver(Clock::now()) ? 1 : 0;
+int SqliteDeadline::checkProgress(void* self) {
+  return static_cast<SqliteDeadline*>(self)->isOver(Clock::now()) ? 1 : 0;
 }
 
 // Pauses grow, as SQLite's own do, so that a short lock costs little and a long one little work.
-int Deadline::waitForLock(void* self, int tries) {
+int SqliteDeadline::waitForLock(void* self, int tries) {
   constexpr std::chrono::milliseconds kLongestPause{50};
-  auto& deadline = *static_cast<Deadline*>(self);
+  auto& deadline = *static_cast<SqliteDeadline*>(self);
   const auto now = Clock::now();
   if (tries == 0) deadline.waitEnd_ = now + deadline.patience_;
   if (now >= deadline.waitEnd_ || deadline.isOver(now)) return 0;

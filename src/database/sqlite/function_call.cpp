@@ -62,7 +62,7 @@ void FunctionCall::give(std::string_view value) {
 
 void WorkMeter::ask() {
   done_ = 0;
-  if (Deadline::isOverHere()) throw FunctionEnd();
+  if (SqliteDeadline::isOverHere()) throw FunctionEnd();
 }
 
 void runFunction(sqlite3_context* context, int count, sqlite3_value** values) {

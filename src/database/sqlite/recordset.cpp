@@ -6,13 +6,6 @@
 #include <utility>
 
 namespace tarlo::database {
-namespace {
-
-[[noreturn]] void throwNoSuchField() {
-  throw RuntimeError(kNoSuchField, "The recordset has no field of that number.", "database");
-}
-
-}  // namespace
 
 SqliteRecordset::SqliteRecordset(SqliteConnection& connection, StatementCache::Use statement,
                                  bool hasRow)
@@ -23,7 +16,7 @@ SqliteRecordset::SqliteRecordset(SqliteConnection& connection, StatementCache::U
 
 Variant SqliteRecordset::value(std::size_t i) const {
   if (!hasRow_) throw noCurrentRow();
-  if (i >= columns_.size()) throwNoSuchField();
+  if (i >= columns_.size()) throw noSuchField();
   return readColumn(statement_.get(), static_cast<int>(i), columns_[i].type);
 }
 
@@ -55,22 +48,6 @@ void SqliteRecordset::fetchRows(std::vector<Variant>& cells, std::size_t maxRows
     step();
   }
   if (budget != nullptr) budget->take(bytes);
-}
-
-const std::string& StoredRecordset::fieldName(std::size_t i) const {
-  if (i >= fields_) throwNoSuchField();
-  return title_;
-}
-
-Variant StoredRecordset::value(std::size_t i) const {
-  if (atEnd()) throw noCurrentRow();
-  if (i >= fields_) throwNoSuchField();
-  return values_[row_];
-}
-
-void StoredRecordset::moveNext() {
-  if (atEnd()) throw noCurrentRow();
-  ++row_;
 }
 
 }  // namespace tarlo::database

@@ -1,8 +1,5 @@
 #pragma once
-// Recordsets of the SQLite engine: rows as SQLite gives them, and rows already read.
-
-#include <string>
-#include <vector>
+// The rows of a SQLite statement, read as the cursor moves.
 
 #include "database/recordset.h"
 #include "database/sqlite/statement_cache.h"
@@ -32,26 +29,6 @@ class SqliteRecordset final : public Recordset {
   StatementCache::Use statement_;
   const std::vector<tsql::ResultColumn>& columns_;  // of the translation that the statement keeps
   bool hasRow_;
-};
-
-// Nothing, or one column whose values are given.
-class StoredRecordset final : public Recordset {
- public:
-  StoredRecordset() = default;
-  StoredRecordset(std::string title, std::vector<Variant> values)
-      : fields_(1), title_(std::move(title)), values_(std::move(values)) {}
-
-  std::size_t fieldCount() const override { return fields_; }
-  const std::string& fieldName(std::size_t i) const override;
-  bool atEnd() const override { return row_ >= values_.size(); }
-  Variant value(std::size_t i) const override;
-  void moveNext() override;
-
- private:
-  std::size_t fields_ = 0;
-  std::string title_;
-  std::vector<Variant> values_;
-  std::size_t row_ = 0;
 };
 
 }  // namespace tarlo::database

@@ -1,33 +1,15 @@
 // How a SQLite connection runs the steps of a translation.
 
-#include <fmt/format.h>
+#include <optional>
 
 #include "database/sqlite/connection.h"
-#include "text/fold.h"
+#include "database/stored_recordset.h"
 
 namespace tarlo::database {
 namespace {
 
 // Key of the identity step among the prepared statements of a translation.
 constexpr std::size_t kIdentityKey = 1u << 20;
-
-bool isDdl(const tsql::Translation& translation) {
-  return std::any_of(translation.steps.begin(), translation.steps.end(),
-                     [](const tsql::Step& step) { return step.role == tsql::StepRole::Ddl; });
-}
-
-std::size_t writesOf(const tsql::Translation& translation) {
-  const auto writes =
-      std::count_if(translation.steps.begin(), translation.steps.end(),
-                    [](const tsql::Step& step) { return step.role != tsql::StepRole::Rows; });
-  return static_cast<std::size_t>(writes);
-}
-
-DatabaseError refused(std::string text) {
-  std::string description = text;
-  return DatabaseError(kStatementFailed, std::move(description),
-                       {.engine = "tsql", .code = 0, .sqlState = "42000", .text = std::move(text)});
-}
 
 bool isSchemaTrouble(int code) {
   return (code & 0xFF) == SQLITE_ERROR || (code & 0xFF) == SQLITE_SCHEMA;
@@ -66,64 +48,9 @@ class SqliteConnection::WriteScope {
   bool open_ = false;
 };
 
-// A write goes on when its client has left: what was asked for is done, or not at all.
-class SqliteConnection::Unwatched {
- public:
-  Unwatched(SqliteConnection& connection, bool wanted) : connection_(connection), wanted_(wanted) {
-    if (wanted) connection.deadline_.watch(nullptr);
-  }
-  ~Unwatched() {
-    if (wanted_) connection_.setContext(connection_.guard_.context());
-  }
-  Unwatched(const Unwatched&) = delete;
-  Unwatched& operator=(const Unwatched&) = delete;
-
- private:
-  SqliteConnection& connection_;
-  bool wanted_;
-};
-
-std::unique_ptr<Recordset> SqliteConnection::run(std::string_view sql, Want want) {
-  constexpr int kAttempts = 5;
-  constexpr std::size_t kKeptShapeBytes = 64u << 10;
-  beginCall();
-  refreshListed(kListedLife);
-  Asked asked{sql, std::move(spareShape_)};
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    const TranslationPtr translation = translationOf(asked);
-    std::unique_ptr<Recordset> rows;
-    if (runSteps(translation, asked, want, rows) == Outcome::SchemaChanged) continue;
-    if (asked.shape.key.capacity() <= kKeptShapeBytes) spareShape_ = std::move(asked.shape);
-    return rows;
-  }
-  throw refused("The tables are being changed all the time; the statement was not run.");
-}
-
-void SqliteConnection::applyIdentityInsert(const tsql::Translation& translation) {
-  if (!translation.identityInsertTable.empty()) {
-    std::string table = text::foldedName(translation.identityInsertTable);
-    const bool isOn = identityInsert_ == table;
-    if (translation.identityInsertOn && !isOn && !identityInsert_.empty()) {
-      throw refused(
-          fmt::format("IDENTITY_INSERT is on for table {} already; it can be on for one table "
-                      "at a time.",
-                      identityInsert_));
-    }
-    if (translation.identityInsertOn) identityInsert_ = std::move(table);
-    if (!translation.identityInsertOn && isOn) identityInsert_.clear();
-  }
-  const std::string& explicitly = translation.explicitIdentityOf;
-  if (!explicitly.empty() && text::foldedName(explicitly) != identityInsert_) {
-    throw refused(
-        fmt::format("A value for the identity column of table {} may be given only while "
-                    "IDENTITY_INSERT is on for it.",
-                    explicitly));
-  }
-}
-
-SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& translation,
-                                                     const Asked& asked, Want want,
-                                                     std::unique_ptr<Recordset>& rows) {
+TranslatingConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& translation,
+                                                          const Asked& asked, Want want,
+                                                          std::unique_ptr<Recordset>& rows) {
   const tsql::Translation& made = translation->translation;
   applyIdentityInsert(made);
   const std::size_t writes = writesOf(made);
@@ -149,9 +76,10 @@ SqliteConnection::Outcome SqliteConnection::runSteps(const TranslationPtr& trans
   return Outcome::Done;
 }
 
-SqliteConnection::Outcome SqliteConnection::runStep(const TranslationPtr& translation,
-                                                    std::size_t index, const Asked& asked,
-                                                    Want want, std::unique_ptr<Recordset>& rows) {
+TranslatingConnection::Outcome SqliteConnection::runStep(const TranslationPtr& translation,
+                                                         std::size_t index, const Asked& asked,
+                                                         Want want,
+                                                         std::unique_ptr<Recordset>& rows) {
   const tsql::Translation& made = translation->translation;
   const bool wanted = want == Want::Rows && index + 1 == made.steps.size();
   const bool isRows = made.steps[index].role == tsql::StepRole::Rows;
@@ -159,7 +87,7 @@ SqliteConnection::Outcome SqliteConnection::runStep(const TranslationPtr& transl
   const tsql::Step& step = identity ? made.identityStep : made.steps[index];
   StatementCache::Use use = prepare(translation, identity ? kIdentityKey : index, step);
   if (!use) return Outcome::SchemaChanged;
-  guard_.checkEngine(use.footprint(), asked.sql);
+  guard().checkEngine(use.footprint(), asked.sql);
   bind(use, step, asked, wanted && isRows ? TextLife::Call : TextLife::WholeRun);
   if (isRows) {
     int code = SQLITE_OK;
@@ -199,24 +127,18 @@ void SqliteConnection::bind(const StatementCache::Use& use, const tsql::Step& st
     const int code = bindLiterals(use.get(), step, asked.shape, life);
     if (code != SQLITE_OK) fail(code, SqliteCall::Run);
   } catch (const tsql::StatementError& error) {
-    // Only a translation from the text knows where the literal stands.
-    try {
-      tsql::translate(asked.sql, catalogue_, translateOptions());
-    } catch (const tsql::StatementError& placed) {
-      throw refusedStatement(placed);
-    }
-    throw refusedStatement(error);
+    refuseLiteral(asked, error);
   }
 }
 
 // SQLite compiles a statement anew at its first step when the schema has changed.
 int SqliteConnection::firstStep(const StatementCache::Use& use) {
   const Authorizer::Watch watch(authorizer_);
-  const Deadline::Running running(deadline_);
+  const SqliteDeadline::Running running(deadline_);
   return sqlite3_step(use.get());
 }
 
-SqliteConnection::Outcome SqliteConnection::runRows(StatementCache::Use& use, int& code) {
+TranslatingConnection::Outcome SqliteConnection::runRows(StatementCache::Use& use, int& code) {
   code = firstStep(use);
   const bool ok = code == SQLITE_ROW || code == SQLITE_DONE;
   std::optional<DatabaseError> error;
@@ -233,7 +155,7 @@ SqliteConnection::Outcome SqliteConnection::runRows(StatementCache::Use& use, in
 
 void SqliteConnection::runWrite(const StatementCache::Use& use, std::vector<Variant>& returned) {
   int code = firstStep(use);
-  const Deadline::Running running(deadline_);
+  const SqliteDeadline::Running running(deadline_);
   for (; code == SQLITE_ROW; code = sqlite3_step(use.get())) {
     const std::int64_t key = sqlite3_column_int64(use.get(), 0);
     const auto small = static_cast<std::int32_t>(key);

@@ -50,8 +50,13 @@ constexpr Meaning kBusyNow = {0, kBusy, "busy", "The database is in use by someb
 constexpr Meaning kUnavailable = {0, kNotSaved, "unavailable",
                                   "The database cannot be used now; nothing was saved."};
 
+constexpr Meaning kInDoubt = {0, kPerhapsSaved, "in_doubt",
+                              "The connection to the database broke before it answered; look "
+                              "whether the change was saved before you send it again."};
+
 const Meaning* meaningOf(database::Outage outage) {
   if (outage == database::Outage::None) return nullptr;
+  if (outage == database::Outage::Unknown) return &kInDoubt;
   return outage == database::Outage::Busy ? &kBusyNow : &kUnavailable;
 }
 

@@ -44,6 +44,9 @@ inline constexpr Notice kBusy{503, "服务器繁忙", "请稍候再试。"};
 inline constexpr Notice kNotSaved{
     503, "数据库暂时不可用",
     "数据库现在不能正常读写，没有保存任何内容。请稍候再试；如果一直这样，请与系统管理员联系。"};
+inline constexpr Notice kPerhapsSaved{
+    503, "数据库连接中断",
+    "数据库在答复之前断开了连接，不能确定是否已经保存。请先检查，再决定是否重新提交。"};
 inline constexpr Notice kFailure{500, "页面出错",
                                  "处理请求时发生错误，已记入日志。请把下面的编号告诉系统管理员。"};
 

@@ -3,15 +3,30 @@
 
 #include <fmt/format.h>
 
-#include "tsql/error.h"
-#include "tsql/print/sqlite_writer.h"
+#include "tsql/print/printing.h"
+#include "tsql/print/sqlite_engine.h"
 #include "tsql/resolve/type_names.h"
 
-namespace tarlo::tsql::sqlite {
+namespace tarlo::tsql::print {
 namespace {
 
 std::string decimal(const std::string& text, Type type) {
   return fmt::format("tsql_decimal({}, {}, {})", text, type.scale, type.precision);
+}
+
+std::string textOf(std::string text, Type from, int dateStyle = 0) {
+  switch (from.kind) {
+    case Kind::Int:
+      return fmt::format("CAST({} AS TEXT)", text);
+    case Kind::Decimal:
+      return fmt::format("tsql_decimal_text({}, {})", text, from.scale);
+    case Kind::Float:
+      return fmt::format("tsql_float_text({})", text);
+    case Kind::Date:
+      return fmt::format("tsql_format_date({}, {})", text, dateStyle);
+    default:
+      return text;
+  }
 }
 
 int bitsOf(TypeName name) {
@@ -51,38 +66,23 @@ std::string castToText(const std::string& text, Type from, const ast::Cast& cast
 
 }  // namespace
 
-std::string textOf(std::string text, Type from, int dateStyle) {
-  switch (from.kind) {
-    case Kind::Int:
-      return fmt::format("CAST({} AS TEXT)", text);
-    case Kind::Decimal:
-      return fmt::format("tsql_decimal_text({}, {})", text, from.scale);
-    case Kind::Float:
-      return fmt::format("tsql_float_text({})", text);
-    case Kind::Date:
-      return fmt::format("tsql_format_date({}, {})", text, dateStyle);
-    default:
-      return text;
-  }
-}
-
-std::string convert(std::string text, Type from, Type to) {
+std::string SqliteEngine::convert(std::string text, Type from, Type to) const {
   if (from.kind == to.kind || from.kind == Kind::Null || to.kind == Kind::Null) return text;
   switch (to.kind) {
     case Kind::Text:
       return textOf(std::move(text), from);
     case Kind::Int:
-      return call("tsql_int", {text});
+      return print::call("tsql_int", {text});
     case Kind::Decimal:
       return from.kind == Kind::Int ? text : decimal(text, to);
     case Kind::Float:
-      return isNumeric(from) ? text : call("tsql_real", {text});
+      return isNumeric(from) ? text : print::call("tsql_real", {text});
     default:
-      return call("tsql_date", {text});
+      return print::call("tsql_date", {text});
   }
 }
 
-std::string printCast(Writer& writer, const ast::Cast& cast, Position position) {
+std::string SqliteEngine::cast(Writer& writer, const ast::Cast& cast, Position position) const {
   const Type from = cast.operand->type;
   const std::string text = bareValue(writer, *cast.operand);
   const Type to = typeOf(cast.typeName, cast.typeSizes, TypeUse::Cast, position);
@@ -91,24 +91,25 @@ std::string printCast(Writer& writer, const ast::Cast& cast, Position position) 
     case Kind::Int:
       return castToInt(text, from, name);
     case Kind::Decimal:
-      return decimal(from.kind == Kind::Date ? call("tsql_date_days", {text}) : text, to);
+      return decimal(from.kind == Kind::Date ? print::call("tsql_date_days", {text}) : text, to);
     case Kind::Float:
-      return from.kind == Kind::Date ? call("tsql_date_days", {text}) : call("tsql_real", {text});
+      return from.kind == Kind::Date ? print::call("tsql_date_days", {text})
+                                     : print::call("tsql_real", {text});
     case Kind::Date:
-      return call(name == TypeName::Date ? "tsql_day_start" : "tsql_date", {text});
+      return print::call(name == TypeName::Date ? "tsql_day_start" : "tsql_date", {text});
     default:
       return castToText(text, from, cast, name, to);
   }
 }
 
-std::string writtenValue(std::string text, Type from, const Column& column) {
+std::string SqliteEngine::written(std::string text, Type from, const Column& column) const {
   const Type to = column.type;
   if (from.kind == Kind::Null) return text;
   if (to.kind == Kind::Decimal) return decimal(text, to);
   text = convert(std::move(text), from, to);
   const bool fits = to.length == 0 || (from.length > 0 && from.length <= to.length);
   if (to.kind != Kind::Text || fits) return text;
-  return fmt::format("tsql_fit({}, {}, {})", text, to.length, quotedText(column.name));
+  return fmt::format("tsql_fit({}, {}, {})", text, to.length, quoted(column.name));
 }
 
-}  // namespace tarlo::tsql::sqlite
+}  // namespace tarlo::tsql::print

@@ -3,11 +3,11 @@
 #include <fmt/format.h>
 
 #include "tsql/error.h"
-#include "tsql/print/sqlite_writer.h"
+#include "tsql/print/printing.h"
+#include "tsql/print/sqlite_engine.h"
 #include "tsql/resolve/date_parts.h"
-#include "tsql/resolve/functions.h"
 
-namespace tarlo::tsql::sqlite {
+namespace tarlo::tsql::print {
 namespace {
 
 using ast::Expr;
@@ -48,7 +48,6 @@ constexpr Plain kPlain[] = {
     {"ISNUMERIC", "tsql_isnumeric"},
     {"ISNULL", "coalesce"},
     {"COALESCE", "coalesce"},
-    {"SCOPE_IDENTITY", "last_insert_rowid"},
 };
 
 // Functions whose trailing arguments may be left out: filled with what they then are.
@@ -68,21 +67,20 @@ constexpr Filled kFilled[] = {
 std::string partText(std::string_view typed) {
   const auto part = findDatePart(typed);
   for (const DatePartName& entry : kDatePartNames) {
-    if (part && entry.part == *part) return quotedText(entry.name);
+    if (part && entry.part == *part) return quoted(entry.name);
   }
-  return quotedText(typed);
+  return quoted(typed);
 }
 
 class CallPrinter {
  public:
-  CallPrinter(Writer& writer, const FunctionCall& node, const Expr& expr)
-      : writer_(writer), node_(node), expr_(expr) {}
+  CallPrinter(const SqliteEngine& engine, Writer& writer, const Expr& expr)
+      : engine_(engine), writer_(writer), node_(std::get<FunctionCall>(expr.node)), expr_(expr) {}
 
   std::string print() const {
-    if (isAggregate(node_)) return aggregate();
+    if (isAggregate(expr_)) return aggregate();
     if (node_.name == "GETDATE" || node_.name == "CURRENT_TIMESTAMP") return std::string(kNow);
-    std::vector<std::string> arguments;
-    for (const Expr& argument : node_.arguments) arguments.push_back(value(writer_, argument));
+    std::vector<std::string> arguments = values(writer_, node_.arguments);
     for (const Plain& plain : kPlain) {
       if (plain.name == node_.name) return call(plain.printed, arguments);
     }
@@ -109,18 +107,11 @@ class CallPrinter {
     }
     if (name == "CONCAT") return concatenation(arguments);
     if (name == "NULLIF") {
-      return fmt::format("nullif({}, {})", collated(arguments[0], node_.arguments[0].wanted),
+      return fmt::format("nullif({}, {})",
+                         engine_.comparedItem(arguments[0], node_.arguments[0].wanted),
                          arguments[1]);
     }
     return date(std::move(arguments));
-  }
-
-  static std::string concatenation(const std::vector<std::string>& arguments) {
-    std::string text;
-    for (const std::string& argument : arguments) {
-      text += (text.empty() ? "(" : " || ") + fmt::format("coalesce({}, '')", argument);
-    }
-    return text + ")";
   }
 
   std::string date(std::vector<std::string> arguments) const {
@@ -143,13 +134,14 @@ class CallPrinter {
   std::string aggregate() const {
     if (node_.star) return "COUNT(*)";
     const Expr& argument = node_.arguments[0];
-    const std::string text = comparedValue(writer_, argument);
+    const std::string text = engine_.compared(writer_, argument, Use::Equality, Side::Left);
     const std::string operand = (node_.distinct ? "DISTINCT " : "") + text;
     if (node_.name != "AVG") return fmt::format("{}({})", node_.name, operand);
     if (expr_.type.kind == Kind::Int) return fmt::format("(SUM({0}) / COUNT({0}))", operand);
     return fmt::format("(CAST(SUM({0}) AS REAL) / COUNT({0}))", operand);
   }
 
+  const SqliteEngine& engine_;
   Writer& writer_;
   const FunctionCall& node_;
   const Expr& expr_;
@@ -157,13 +149,8 @@ class CallPrinter {
 
 }  // namespace
 
-bool isAggregate(const FunctionCall& call) {
-  const Function* function = findFunction(call.name);
-  return function && function->isAggregate;
+std::string SqliteEngine::call(Writer& writer, const Expr& expr) const {
+  return CallPrinter(*this, writer, expr).print();
 }
 
-std::string printCall(Writer& writer, const FunctionCall& call, const Expr& expr) {
-  return CallPrinter(writer, call, expr).print();
-}
-
-}  // namespace tarlo::tsql::sqlite
+}  // namespace tarlo::tsql::print

@@ -1,15 +1,15 @@
-#include "tsql/print/sqlite_printer.h"
+#include "tsql/print/printer.h"
 
 #include <fmt/format.h>
 
 #include "tsql/error.h"
 #include "tsql/limits.h"
-#include "tsql/print/sqlite_writer.h"
+#include "tsql/print/printing.h"
 
 namespace tarlo::tsql {
 namespace {
 
-using namespace sqlite;
+using namespace print;
 
 // The steps of a batch, in order.
 class BatchPrinter {
@@ -26,6 +26,7 @@ class BatchPrinter {
   void operator()(const ast::Insert& insert) {
     const Table& table = writer_.table(insert.table, position);
     const std::vector<const Column*> columns = writtenColumns(insert, table);
+    noteIdentity(insert, table, columns);
     const std::string text = insertHead(table, columns) + insertRows(insert, columns);
     Step step = writer_.finishStep(StepRole::Write, text);
     for (const Column& column : table.columns) {
@@ -40,12 +41,12 @@ class BatchPrinter {
   void operator()(const ast::Update& update) {
     const Table& table = writer_.table(update.table, position);
     const std::string alias = writer_.newAlias();
-    writer_.scopes().push_back({{alias, &table}});
+    writer_.scopes().push_back({{{alias, &table}}});
     std::vector<std::string> assignments;
     for (const ast::Assignment& assignment : update.assignments) {
       const Column& column = findColumn(table, assignment.column, assignment.position);
       assignments.push_back(quotedName(column.name) + " = " +
-                            columnValue(writer_, assignment.value, column));
+                            writtenValue(writer_, assignment.value, column));
     }
     std::string text = fmt::format("UPDATE {} AS {} SET {}", quotedName(table.name), alias,
                                    fmt::join(assignments, ", "));
@@ -57,7 +58,7 @@ class BatchPrinter {
   void operator()(const ast::Delete& remove) {
     const Table& table = writer_.table(remove.table, position);
     const std::string alias = writer_.newAlias();
-    writer_.scopes().push_back({{alias, &table}});
+    writer_.scopes().push_back({{{alias, &table}}});
     std::string text = fmt::format("DELETE FROM {} AS {} WHERE {}", quotedName(table.name), alias,
                                    printCondition(writer_, remove.where));
     writer_.scopes().pop_back();
@@ -71,10 +72,13 @@ class BatchPrinter {
 
   void operator()(const ast::CreateTable& create) {
     add(StepRole::Ddl, printCreateTable(writer_, create));
+    std::string index = printKeyIndex(writer_, create);
+    if (!index.empty()) add(StepRole::Ddl, std::move(index));
   }
 
   void operator()(const ast::CreateIndex& create) {
-    add(StepRole::Ddl, printCreateIndex(writer_, create));
+    const Table& table = writer_.table(create.table, position);
+    add(StepRole::Ddl, printCreateIndex(writer_, create, table));
   }
 
   void operator()(const ast::SetOption& option) {
@@ -86,11 +90,11 @@ class BatchPrinter {
   void operator()(const ast::Declare&) { declared_ = true; }
 
   void operator()(const ast::Execute& execute) {
-    std::vector<std::string> arguments{quotedText(execute.procedure)};
+    std::vector<std::string> inputs;
     for (const auto& argument : execute.arguments) {
-      if (!argument.out) arguments.push_back(value(writer_, argument.value));
+      if (!argument.out) inputs.push_back(value(writer_, argument.value));
     }
-    add(StepRole::Rows, "SELECT " + call("tsql_exec", arguments) + " AS c1");
+    add(StepRole::Rows, writer_.engine().execute(execute, inputs, translation_));
   }
 
   Position position;
@@ -98,6 +102,26 @@ class BatchPrinter {
  private:
   void add(StepRole role, std::string text) {
     translation_.steps.push_back(writer_.finishStep(role, std::move(text)));
+  }
+
+  // An identity that the INSERT gives itself: the engine goes on behind it, and the batch is told
+  // of the last one.
+  void noteIdentity(const ast::Insert& insert, const Table& table,
+                    const std::vector<const Column*>& columns) {
+    if (!writer_.engine().mustBeToldIdentities()) return;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      if (!columns[i]->isIdentity) continue;
+      std::vector<std::string> stored;
+      for (const auto& row : insert.rows) stored.push_back(value(writer_, row[i]));
+      if (insert.query) {
+        const std::string rows = printQuery(writer_, *insert.query, RowOrder::Any);
+        stored.push_back(
+            fmt::format("(SELECT max(c{}) FROM ({}){})", i + 1, rows, writer_.derivedAlias()));
+      } else {
+        writer_.explicitIdentity = &insert.rows.back()[i];
+      }
+      add(StepRole::Rows, writer_.engine().identityNotice(table, *columns[i], stored));
+    }
   }
 
   static const Column& findColumn(const Table& table, const std::string& name, Position at) {
@@ -118,10 +142,15 @@ class BatchPrinter {
     return columns;
   }
 
-  static std::string insertHead(const Table& table, const std::vector<const Column*>& columns) {
+  std::string insertHead(const Table& table, const std::vector<const Column*>& columns) const {
     std::vector<std::string> names;
-    for (const Column* column : columns) names.push_back(quotedName(column->name));
-    return fmt::format("INSERT INTO {} ({})", quotedName(table.name), fmt::join(names, ", "));
+    bool hasIdentity = false;
+    for (const Column* column : columns) {
+      names.push_back(quotedName(column->name));
+      hasIdentity = hasIdentity || column->isIdentity;
+    }
+    return fmt::format("INSERT INTO {} ({}){}", quotedName(table.name), fmt::join(names, ", "),
+                       hasIdentity ? writer_.engine().identityOverride() : "");
   }
 
   std::string insertRows(const ast::Insert& insert, const std::vector<const Column*>& columns) {
@@ -130,7 +159,7 @@ class BatchPrinter {
     for (const auto& row : insert.rows) {
       std::vector<std::string> values;
       for (std::size_t i = 0; i < row.size(); ++i) {
-        values.push_back(columnValue(writer_, row[i], *columns[i]));
+        values.push_back(writtenValue(writer_, row[i], *columns[i]));
       }
       rows.push_back(fmt::format("({})", fmt::join(values, ", ")));
     }
@@ -145,10 +174,11 @@ class BatchPrinter {
       const ast::Expr& item = *query.parts[0].items[i].expr;
       Type from = item.wanted.kind == Kind::Null ? item.type : item.wanted;
       from.length = 0;
-      items.push_back(writtenValue(fmt::format("c{}", i + 1), from, *columns[i]));
+      items.push_back(writer_.engine().written(fmt::format("c{}", i + 1), from, *columns[i]));
     }
-    return fmt::format(" SELECT {} FROM ({})", fmt::join(items, ", "),
-                       printQuery(writer_, query, RowOrder::Ordered));
+    const std::string rows = printQuery(writer_, query, RowOrder::Ordered);
+    return fmt::format(" SELECT {} FROM ({}){}", fmt::join(items, ", "), rows,
+                       writer_.derivedAlias());
   }
 
   Writer& writer_;
@@ -163,9 +193,9 @@ bool hasTooManyParameters(const Translation& translation) {
   return false;
 }
 
-void print(const ast::Batch& batch, Catalogue& catalogue, Literals literals,
-           Translation& translation) {
-  Writer writer(catalogue, translation, literals);
+void printBatch(const Engine& engine, const ast::Batch& batch, Catalogue& catalogue,
+                Literals literals, Translation& translation) {
+  Writer writer(engine, catalogue, translation, literals);
   BatchPrinter printer(writer, translation);
   for (const ast::Statement& statement : batch.statements) {
     printer.position = statement.position;
@@ -175,12 +205,14 @@ void print(const ast::Batch& batch, Catalogue& catalogue, Literals literals,
 
 }  // namespace
 
-void printSqlite(const ast::Batch& batch, Catalogue& catalogue, Translation& translation) {
+void printFor(Dialect dialect, const ast::Batch& batch, Catalogue& catalogue,
+              Translation& translation) {
+  const Engine& engine = dialect == Dialect::Postgresql ? postgresqlEngine() : sqliteEngine();
   const Translation empty = translation;
-  print(batch, catalogue, Literals::Lifted, translation);
+  printBatch(engine, batch, catalogue, Literals::Lifted, translation);
   if (hasTooManyParameters(translation)) {
     translation = empty;
-    print(batch, catalogue, Literals::Inline, translation);
+    printBatch(engine, batch, catalogue, Literals::Inline, translation);
   }
 }
 

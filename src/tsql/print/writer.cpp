@@ -1,12 +1,13 @@
-#include "tsql/print/sqlite_writer.h"
+#include "tsql/print/writer.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
 #include "tsql/error.h"
+#include "tsql/print/printing.h"
 
-namespace tarlo::tsql::sqlite {
+namespace tarlo::tsql::print {
 namespace {
 
 std::string doubled(std::string_view text, char quote) {
@@ -19,25 +20,14 @@ std::string doubled(std::string_view text, char quote) {
   return result;
 }
 
-// A real that SQLite reads back as the same double and never as an integer.
-std::string realText(double number) {
-  std::string text = fmt::format("{}", number);
-  if (text.find_first_of(".e") == std::string::npos) text += ".0";
-  return text;
-}
-
 }  // namespace
 
 std::string quotedName(std::string_view name) {
   return doubled(name, '"');
 }
 
-std::string quotedText(std::string_view text) {
-  // A zero byte would end the statement.
-  if (text.find('\0') == std::string_view::npos) return doubled(text, '\'');
-  std::string hex;
-  for (const char c : text) hex += fmt::format("{:02X}", static_cast<unsigned char>(c));
-  return "CAST(X'" + hex + "' AS TEXT)";
+std::string quoted(std::string_view text) {
+  return doubled(text, '\'');
 }
 
 std::string call(std::string_view name, const std::vector<std::string>& arguments) {
@@ -53,22 +43,25 @@ std::string Writer::newAlias() {
   return fmt::format("t{}", ++aliases_);
 }
 
+std::string Writer::derivedAlias() {
+  return engine_.namesDerived() ? " AS " + newAlias() : std::string();
+}
+
+bool Writer::lifts(const ast::Literal& literal) const {
+  return !literal.fixed && literal.ordinal >= 0 && literals_ == Literals::Lifted;
+}
+
+bool Writer::lifts(const ast::Expr& expr) const {
+  const auto* literal = std::get_if<ast::Literal>(&expr.node);
+  return literal != nullptr && lifts(*literal);
+}
+
 std::string Writer::literal(const ast::Literal& literal, Type target, Position position,
                             const std::string& column) {
   const Parameter wanted{literal.ordinal, target, column};
-  if (!literal.fixed && literal.ordinal >= 0 && literals_ == Literals::Lifted) {
-    return parameter(wanted);
-  }
+  if (lifts(literal)) return parameter(wanted);
   noteFixed(literal.ordinal, literal.text);
-  const BoundValue bound = convertLiteral(literal.literalClass, literal.text, wanted, position);
-  switch (bound.storage) {
-    case BoundValue::Storage::Integer:
-      return fmt::format("{}", bound.integer);
-    case BoundValue::Storage::Real:
-      return realText(bound.real);
-    default:
-      return quotedText(bound.owned.empty() ? bound.text : std::string_view(bound.owned));
-  }
+  return engine_.constant(literal, wanted, position);
 }
 
 std::string Writer::parameter(const Parameter& wanted) {
@@ -77,9 +70,9 @@ std::string Writer::parameter(const Parameter& wanted) {
            other.column == wanted.column;
   };
   const auto found = std::find_if(parameters_.begin(), parameters_.end(), same);
-  const auto index = found - parameters_.begin() + 1;
+  const auto index = static_cast<std::size_t>(found - parameters_.begin()) + 1;
   if (found == parameters_.end()) parameters_.push_back(wanted);
-  return fmt::format("?{}", index);
+  return engine_.parameter(index);
 }
 
 void Writer::noteFixed(int ordinal, const std::string& text) {
@@ -94,4 +87,4 @@ Step Writer::finishStep(StepRole role, std::string text) {
   return {role, std::move(text), std::exchange(parameters_, {})};
 }
 
-}  // namespace tarlo::tsql::sqlite
+}  // namespace tarlo::tsql::print
