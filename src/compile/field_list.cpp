@@ -97,11 +97,9 @@ void FieldList::appendColumns(std::string_view tableId, const Joined& source) {
   const std::string prefix = "[" + source.written() + "].[";
   const std::string title = "] as [" + source.table.display + ".";
   const std::string end = source.number + "],";
-  for (const std::string& id : dictionary_.fieldIds(tableId)) {
-    const auto field = dictionary_.fieldNames(id);
-    if (!field) continue;
-    clauses_.select.append(prefix).append(field->column);
-    clauses_.select.append(title).append(field->display).append(end);
+  for (const DictionaryReader::Column& column : dictionary_.columns(tableId)) {
+    clauses_.select.append(prefix).append(column.name);
+    clauses_.select.append(title).append(column.display).append(end);
   }
 }
 

@@ -25,11 +25,11 @@ std::string lenient(const Variant& argument) {
   return text;
 }
 
-DictionaryReader loaded(Page& page, const Definition& definition, Columns columns = Columns::All) {
-  DictionaryReader dictionary(page);
-  loadFor(dictionary, definition, columns);
-  return dictionary;
-}
+struct Loaded : DictionaryReader {
+  Loaded(Page& page, const Definition& definition, Columns columns) : DictionaryReader(page) {
+    loadFor(*this, definition, columns);
+  }
+};
 
 // The statement of a definition whose parts come as arguments. Those that take no part are Empty.
 Variant compiled(Page& page, Parts parts, const Variant& mainTable, const Variant& computed,
@@ -95,7 +95,7 @@ Variant getQuery_Vir_Fil_Sta(Page& page, const Variant& mainTable, const Variant
 
 Variant getQuery_Field_In(Page& page, const Variant& mainTable, const Variant& relations) {
   const Definition definition{.mainTable = lenient(mainTable), .relations = lenient(relations)};
-  DictionaryReader dictionary = loaded(page, definition);
+  Loaded dictionary(page, definition, Columns::All);
   return clauseArray(fieldListClauses(dictionary, definition.mainTable, definition.relations));
 }
 
@@ -107,41 +107,39 @@ Variant Query_getStats(Page& page, const Variant& mainTable, const Variant& stat
                               .statistics = toText(statistics),
                               .grouping = spliced(grouping),
                               .relations = lenient(relations)};
-  DictionaryReader dictionary = loaded(page, definition, Columns::Named);
+  Loaded dictionary(page, definition, Columns::Named);
   return clauseArray(statisticsClauses(dictionary, definition, ComputedFields(fields)));
 }
 
 Variant Query_getVirtual(Page& page, const Variant& computed) {
   const std::string fields = lenient(computed);
-  DictionaryReader dictionary = loaded(page, {.computed = fields}, Columns::Named);
+  Loaded dictionary(page, {.computed = fields}, Columns::Named);
   return computedItems(dictionary, ComputedFields(fields));
 }
 
 Variant Query_getfilterNoVir(Page& page, const Variant& filter) {
   const std::string conditions = toText(filter);
-  DictionaryReader dictionary = loaded(page, {.filter = conditions}, Columns::Named);
+  Loaded dictionary(page, {.filter = conditions}, Columns::Named);
   return plainFilter(dictionary, conditions);
 }
 
 Variant Query_getfilter(Page& page, const Variant& filter, const Variant& computed) {
   const std::string conditions = toText(filter);
   const std::string fields = spliced(computed);
-  DictionaryReader dictionary =
-      loaded(page, {.computed = fields, .filter = conditions}, Columns::Named);
+  Loaded dictionary(page, {.computed = fields, .filter = conditions}, Columns::Named);
   return filterWithComputed(dictionary, conditions, ComputedFields(fields));
 }
 
 Variant Query_getGroupbyNoVir(Page& page, const Variant& grouping) {
   const std::string tokens = spliced(grouping);
-  DictionaryReader dictionary = loaded(page, {.grouping = tokens}, Columns::Named);
+  Loaded dictionary(page, {.grouping = tokens}, Columns::Named);
   return groupBy(dictionary, tokens);
 }
 
 Variant Query_getGroupby(Page& page, const Variant& grouping, const Variant& computed) {
   const std::string fields = spliced(computed);
   const std::string tokens = spliced(grouping);
-  DictionaryReader dictionary =
-      loaded(page, {.computed = fields, .grouping = tokens}, Columns::Named);
+  Loaded dictionary(page, {.computed = fields, .grouping = tokens}, Columns::Named);
   return groupByWithComputed(dictionary, tokens, ComputedFields(fields));
 }
 

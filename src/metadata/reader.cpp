@@ -15,7 +15,7 @@ using frame::Rows;
 using text::joined;
 
 // Parts of the statement that loads, in its first column.
-enum Part : std::int32_t { kRelation = 0, kTable = 1, kField = 2, kFieldOfTable = 3 };
+enum Part : std::int32_t { kMainEnd = 0, kRelationEnd = 1, kTable = 2, kField = 3 };
 
 // Filled up with its last id to a power of two, so that lists of many lengths share their
 // translations. An empty one names 0, which is the id of nothing.
@@ -36,6 +36,12 @@ Id idIn(const Row& row, std::size_t column) {
   return variant::toInt64(cell);
 }
 
+// Without a copy; "" for a column without a value.
+std::string_view viewOf(const Row& row, std::size_t column) {
+  const Variant& cell = row.value(column);
+  return cell.isText() ? std::string_view(cell.text()) : std::string_view();
+}
+
 std::string textOf(const Id& id) {
   return id ? std::to_string(*id) : "";
 }
@@ -46,35 +52,29 @@ struct Lists {
   std::string fields;
 };
 
-// One column for the part and seven for what it has. Rows come in any order.
+// One column for the part, four numbers and two names. Rows come in any order.
 std::string loadingStatement(const Lists& lists, bool wholeTables) {
-  const std::string touched = joined(
-      {"select ", lists.mainTable,
-       " union select DDR_MainTableID from Zembra_DataDict_Relation where Zembra_ID in (",
-       lists.relations,
-       ") union select DDR_RelationTableID from Zembra_DataDict_Relation where Zembra_ID in (",
-       lists.relations, ")"});
-  const std::string named = joined(
-      {"Zembra_ID in (", lists.fields,
-       ") or Zembra_ID in (select DDR_MainFieldID from Zembra_DataDict_Relation where Zembra_ID in "
-       "(",
-       lists.relations,
-       ") union select DDR_RelationFieldID from Zembra_DataDict_Relation where Zembra_ID in (",
-       lists.relations, "))"});
+  const auto ends = [&](std::string_view column) {
+    return joined({"select ", column, " from Zembra_DataDict_Relation where Zembra_ID in (",
+                   lists.relations, ")"});
+  };
+  const std::string touched =
+      joined({"select ", lists.mainTable, " union ", ends("DDR_MainTableID"), " union ",
+              ends("DDR_RelationTableID")});
+  const std::string named =
+      joined({"Zembra_ID in (", lists.fields, ") or Zembra_ID in (", ends("DDR_MainFieldID"),
+              " union ", ends("DDR_RelationFieldID"), ")"});
   constexpr std::string_view kFields =
-      ",Zembra_ID,DDF_TableID,DDF_Type,Zembra_Flag,0,DDF_Name,DDF_CName from Zembra_DataDict_Field "
-      "where ";
-  std::string statement = joined(
-      {"select 0,Zembra_ID,DDR_MainTableID,DDR_MainFieldID,DDR_RelationTableID,DDR_RelationFieldID,"
-       "'','' from Zembra_DataDict_Relation where Zembra_ID in (",
-       lists.relations,
-       ") union all select 1,Zembra_ID,Zembra_Flag,0,0,0,DDT_Name,DDT_CName from "
-       "Zembra_DataDict_Table where Zembra_ID in (",
-       touched, " union select DDF_TableID from Zembra_DataDict_Field where ", named,
-       ") union all select 2", kFields, named});
-  if (wholeTables) {
-    statement += joined({" union all select 3", kFields, "DDF_TableID in (", touched, ")"});
-  }
+      " union all select 3,Zembra_ID,DDF_TableID,DDF_Type,Zembra_Flag,DDF_Name,DDF_CName from "
+      "Zembra_DataDict_Field where ";
+  std::string statement =
+      joined({ends("0,Zembra_ID,DDR_MainTableID,DDR_MainFieldID,0,'',''"), " union all ",
+              ends("1,Zembra_ID,DDR_RelationTableID,DDR_RelationFieldID,0,'',''"),
+              " union all select 2,Zembra_ID,Zembra_Flag,0,0,DDT_Name,DDT_CName from "
+              "Zembra_DataDict_Table where Zembra_ID in (",
+              touched, " union select DDF_TableID from Zembra_DataDict_Field where ", named, ")",
+              kFields, named});
+  if (wholeTables) statement += joined({kFields, "DDF_TableID in (", touched, ")"});
   return statement;
 }
 
@@ -103,7 +103,8 @@ void DictionaryReader::load(const Reach& reach) {
                     listOf({asked_.begin(), asked_.end()})};
   ErrorState errors;
   isLoaded_ = errors.run([&] {
-    for (Row row : frame::rows(page_, loadingStatement(lists, reach.wholeTables))) take(row);
+    answer_ = frame::rows(page_, loadingStatement(lists, reach.wholeTables));
+    for (Row row : answer_) take(row);
   });
   if (!isLoaded_) return;
   mainTable_ = reach.mainTable;
@@ -112,22 +113,33 @@ void DictionaryReader::load(const Reach& reach) {
     return std::ranges::find(relations, relation.id) == relations.end();
   });
   std::ranges::sort(relations_, {}, &Relation::id);
+  // A field may have come twice, named and as one of its table.
+  std::ranges::sort(fields_, {}, &Field::id);
+  const auto again = std::ranges::unique(fields_, {}, &Field::id);
+  fields_.erase(again.begin(), again.end());
   if (reach.wholeTables) collectFields(mainTable);
 }
 
 void DictionaryReader::take(const Row& row) {
   const std::int64_t id = variant::toInt64(row.value(1));
-  switch (variant::toInt32(row.value(0))) {
-    case kRelation:
-      relations_.push_back({id, idIn(row, 2), idIn(row, 3), idIn(row, 4), idIn(row, 5)});
-      return;
-    case kTable:
-      tables_[id] = {{row.text(6), row.text(7)}, idIn(row, 2) == 1};
-      return;
-    default:
-      fields_.try_emplace(
-          id, Field{idIn(row, 2), idIn(row, 3), idIn(row, 4), row.text(6), row.text(7)});
+  const auto part = static_cast<Part>(variant::toInt32(row.value(0)));
+  if (part == kField) {
+    fields_.push_back(
+        {id, idIn(row, 2), idIn(row, 3), idIn(row, 4), viewOf(row, 5), viewOf(row, 6)});
+  } else if (part == kTable) {
+    tables_[id] = {{row.text(5), row.text(6)}, idIn(row, 2) == 1};
+  } else {
+    takeRelation(row, id, part == kRelationEnd);
   }
+}
+
+void DictionaryReader::takeRelation(const Row& row, std::int64_t id, bool isRelationEnd) {
+  auto relation = std::ranges::find(relations_, id, &Relation::id);
+  if (relation == relations_.end()) {
+    relation = relations_.insert(relation, Relation{id, {}, {}, {}, {}});
+  }
+  (isRelationEnd ? relation->relationTable : relation->mainTable) = idIn(row, 2);
+  (isRelationEnd ? relation->relationField : relation->mainField) = idIn(row, 3);
 }
 
 // The live fields of every table that is there as a whole, by id.
@@ -137,12 +149,16 @@ void DictionaryReader::collectFields(const Id& mainTable) {
     if (relation.mainTable) fieldsOf_[*relation.mainTable];
     if (relation.relationTable) fieldsOf_[*relation.relationTable];
   }
-  for (const auto& [id, field] : fields_) {
+  for (const Field& field : fields_) {
     if (field.flag != 1 || !field.table) continue;
     const auto whole = fieldsOf_.find(*field.table);
-    if (whole != fieldsOf_.end()) whole->second.push_back(id);
+    if (whole != fieldsOf_.end()) whole->second.push_back(&field);
   }
-  for (auto& [table, ids] : fieldsOf_) std::ranges::sort(ids);
+}
+
+const DictionaryReader::Field* DictionaryReader::findField(std::int64_t id) const {
+  const auto found = std::ranges::lower_bound(fields_, id, {}, &Field::id);
+  return found != fields_.end() && found->id == id ? &*found : nullptr;
 }
 
 std::optional<TableNames> DictionaryReader::tableNames(std::string_view tableId) {
@@ -166,11 +182,30 @@ std::vector<std::string> DictionaryReader::fieldIds(std::string_view tableId) {
     const auto found = fieldsOf_.find(*id);
     if (found != fieldsOf_.end()) {
       std::vector<std::string> ids;
-      for (const std::int64_t field : found->second) ids.push_back(std::to_string(field));
+      for (const Field* field : found->second) ids.push_back(std::to_string(field->id));
       return ids;
     }
   }
   return metadata::fieldIds(page_, tableId);
+}
+
+std::vector<DictionaryReader::Column> DictionaryReader::columns(std::string_view tableId) {
+  std::vector<Column> columns;
+  const Id id = idOf(tableId);
+  const auto whole = id ? fieldsOf_.find(*id) : fieldsOf_.end();
+  const auto table = id ? tables_.find(*id) : tables_.end();
+  if (whole != fieldsOf_.end() && table != tables_.end()) {
+    if (!table->second.isLive) return columns;
+    for (const Field* field : whole->second) columns.push_back({field->column, field->display});
+    return columns;
+  }
+  for (const std::string& field : fieldIds(tableId)) {
+    auto names = fieldNames(field);
+    if (!names) continue;
+    const FieldNames& kept = askedFor_.emplace_back(std::move(*names));
+    columns.push_back({kept.column, kept.display});
+  }
+  return columns;
 }
 
 std::vector<Path> DictionaryReader::paths(std::string_view mainTable, std::string_view relations) {
@@ -184,24 +219,25 @@ std::optional<std::optional<DictionaryReader::FieldState>> DictionaryReader::fie
     std::string_view fieldId) const {
   const Id id = idOf(fieldId);
   if (!id || !isLoaded_) return std::nullopt;
-  const auto found = fields_.find(*id);
-  if (found == fields_.end()) {
+  const Field* found = findField(*id);
+  if (found == nullptr) {
     if (asked_.contains(*id)) return std::optional<FieldState>();
     return std::nullopt;
   }
-  const Field& field = found->second;
+  const Field& field = *found;
   const auto table = field.table ? tables_.find(*field.table) : tables_.end();
   if (table == tables_.end()) return std::optional<FieldState>();
   FieldState state;
-  state.names = {table->second.names.name,
-                 table->second.names.display,
-                 field.column,
-                 field.display,
-                 false,
-                 std::to_string(*field.table),
-                 field.kind == 1};
-  state.names.isSpecial = field.kind && isSpecialKind(*field.kind);
-  state.names.isOrdinary = field.kind && !isSpecialKind(*field.kind);
+  const TableNames& names = table->second.names;
+  const bool isSpecial = field.kind.has_value() && isSpecialKind(*field.kind);
+  state.names = FieldNames{names.name,
+                           names.display,
+                           std::string(field.column),
+                           std::string(field.display),
+                           isSpecial,
+                           std::to_string(*field.table),
+                           field.kind == 1,
+                           field.kind.has_value() && !isSpecial};
   state.isKept = field.flag.value_or(0) != 0;
   state.isLive = field.flag == 1 && table->second.isLive;
   return std::optional(std::move(state));

@@ -6,6 +6,7 @@
 // operation, so a change of the dictionary counts at the next one.
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,8 @@ namespace tarlo::metadata {
 class DictionaryReader {
  public:
   explicit DictionaryReader(Page& page) : page_(page) {}
+  DictionaryReader(const DictionaryReader&) = delete;
+  DictionaryReader& operator=(const DictionaryReader&) = delete;
 
   struct Reach {
     std::string_view mainTable = {};            // id
@@ -36,6 +39,13 @@ class DictionaryReader {
   std::optional<FieldNames> fieldNames(std::string_view fieldId);
   std::vector<std::string> fieldIds(std::string_view tableId);
   std::vector<Path> paths(std::string_view mainTable, std::string_view relations);
+
+  // The live fields of a live table, by id. The names live as long as the reader.
+  struct Column {
+    std::string_view name;
+    std::string_view display;
+  };
+  std::vector<Column> columns(std::string_view tableId);
 
   // For whoever has a rule of his own about deleted fields and tables, whose names these are too.
   struct FieldState {
@@ -55,22 +65,28 @@ class DictionaryReader {
     bool isLive = false;
   };
   struct Field {
+    std::int64_t id = 0;
     Id table;
     Id kind;
     Id flag;
-    std::string column;
-    std::string display;
+    std::string_view column;  // in the answer
+    std::string_view display;
   };
   void take(const frame::Row& row);
+  void takeRelation(const frame::Row& row, std::int64_t id, bool isRelationEnd);
   void collectFields(const Id& mainTable);
+  const Field* findField(std::int64_t id) const;
 
   Page& page_;
   bool isLoaded_ = false;
   std::string mainTable_, relationList_;  // as they were given to load
   std::vector<Relation> relations_;
   std::unordered_map<std::int64_t, Table> tables_;
-  std::unordered_map<std::int64_t, Field> fields_;
-  std::unordered_map<std::int64_t, std::vector<std::int64_t>> fieldsOf_;  // live ones; whole tables
+  frame::Rows answer_;
+  std::vector<Field> fields_;  // by id
+  // The live ones of a table, where all of them are there.
+  std::unordered_map<std::int64_t, std::vector<const Field*>> fieldsOf_;
+  std::deque<FieldNames> askedFor_;  // names that columns() has given and that were not loaded
   std::unordered_set<std::int64_t> asked_;  // fields asked for by their ids
 };
 

@@ -59,6 +59,15 @@ TEST(DictionaryReader, AnswersWhatTheLookUpsAnswer) {
       for (const char* id : {"10", "11", "12", "13", "14", "99", " 10 ", "10 or 1=1", ""}) {
         EXPECT_EQ(shown(reader.tableNames(id)), shown(tableNames(page, id))) << id;
         EXPECT_EQ(reader.fieldIds(id), fieldIds(page, id)) << id;
+        std::string columns, wanted;
+        for (const auto& [name, display] : reader.columns(id)) {
+          columns += joined({name, ",", display, ";"});
+        }
+        for (const std::string& field : fieldIds(page, id)) {
+          const auto names = fieldNames(page, field);
+          if (names) wanted += joined({names->column, ",", names->display, ";"});
+        }
+        EXPECT_EQ(columns, wanted) << id;
       }
       for (const char* id : {"100", "101", "110", "111", "120", "130", "131", "132", "133", "140",
                              "999", "990", "x", "-1", "1.5", " 100", ""}) {
