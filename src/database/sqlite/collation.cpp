@@ -1,4 +1,5 @@
-// The collation TSQL: how texts compare, group and sort in translated statements.
+// The collation TSQL: which texts are equal in translated statements, and stand as one in groups
+// and indexes.
 
 #include "database/sqlite/function_call.h"
 #include "database/sqlite/text_fold.h"

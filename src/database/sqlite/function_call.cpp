@@ -60,10 +60,65 @@ void FunctionCall::give(std::string_view value) {
   sqlite3_result_text64(context_, bytes, value.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
+void FunctionCall::giveBytes(std::string_view value) {
+  sqlite3_result_blob64(context_, value.data(), value.size(), SQLITE_TRANSIENT);
+}
+
 void WorkMeter::ask() {
   done_ = 0;
   if (SqliteDeadline::isOverHere()) throw FunctionEnd();
 }
+
+namespace {
+
+// What the body throws becomes the statement's error.
+template <class Body>
+void guarded(const FunctionCall& call, const Body& body) {
+  sqlite3_context* context = call.context();
+  try {
+    // Long texts cost time in every function, and a sum of them has few steps of SQLite's own.
+    std::size_t bytes = 0;
+    for (int i = 0; i < call.count(); ++i) {
+      if (call.isText(i)) bytes += static_cast<std::size_t>(sqlite3_value_bytes(call.raw(i)));
+    }
+    WorkMeter().add(bytes);
+    body();
+  } catch (const FunctionEnd&) {
+    sqlite3_result_error_code(context, SQLITE_INTERRUPT);
+  } catch (const std::bad_alloc&) {
+    sqlite3_result_error_nomem(context);
+  } catch (const std::exception& error) {
+    sqlite3_result_error(context, error.what(), -1);
+  }
+}
+
+// SQLite gives zeroed memory for the pointer; without `bytes` only where there was a row.
+Aggregate** aggregateOf(sqlite3_context* context, int bytes) {
+  return static_cast<Aggregate**>(sqlite3_aggregate_context(context, bytes));
+}
+
+void stepAggregate(sqlite3_context* context, int count, sqlite3_value** values) {
+  FunctionCall call(context, count, values);
+  if (call.isNull(0)) return;
+  guarded(call, [&] {
+    Aggregate** aggregate = aggregateOf(context, sizeof(Aggregate*));
+    if (!aggregate) throw std::bad_alloc();
+    const auto& row = *static_cast<const AggregateRow*>(sqlite3_user_data(context));
+    if (!*aggregate) *aggregate = row.make().release();
+    (*aggregate)->step(call);
+  });
+}
+
+// Called after an error too, so that nothing is leaked.
+void finishAggregate(sqlite3_context* context) {
+  FunctionCall call(context, 0, nullptr);
+  Aggregate** aggregate = aggregateOf(context, 0);
+  if (!aggregate || !*aggregate) return call.giveNull();
+  const std::unique_ptr<Aggregate> owned(*aggregate);
+  guarded(call, [&] { owned->finish(call); });
+}
+
+}  // namespace
 
 void runFunction(sqlite3_context* context, int count, sqlite3_value** values) {
   const auto& row = *static_cast<const FunctionRow*>(sqlite3_user_data(context));
@@ -73,21 +128,15 @@ void runFunction(sqlite3_context* context, int count, sqlite3_value** values) {
       if (call.isNull(i)) return call.giveNull();
     }
   }
-  try {
-    // Long texts cost time in every function, and a sum of them has few steps of SQLite's own.
-    std::size_t bytes = 0;
-    for (int i = 0; i < count; ++i) {
-      if (call.isText(i)) bytes += static_cast<std::size_t>(sqlite3_value_bytes(values[i]));
-    }
-    WorkMeter().add(bytes);
-    row.body(call);
-  } catch (const FunctionEnd&) {
-    sqlite3_result_error_code(context, SQLITE_INTERRUPT);
-  } catch (const std::bad_alloc&) {
-    sqlite3_result_error_nomem(context);
-  } catch (const std::exception& error) {
-    sqlite3_result_error(context, error.what(), -1);
-  }
+  guarded(call, [&] { row.body(call); });
+}
+
+int registerAggregate(sqlite3* handle, const AggregateRow& row) {
+  constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+  // SQLite hands the row back untouched.
+  void* data = const_cast<AggregateRow*>(&row);
+  return sqlite3_create_function_v2(handle, row.name, row.arity, kFlags, data, nullptr,
+                                    stepAggregate, finishAggregate, nullptr);
 }
 
 }  // namespace tarlo::database

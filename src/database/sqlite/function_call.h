@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -58,6 +59,8 @@ class FunctionCall {
   // FunctionError for a value that is not finite.
   void give(double value);
   void give(std::string_view value);
+  // A blob.
+  void giveBytes(std::string_view value);
   void giveSame(int i) { sqlite3_result_value(context_, values_[i]); }
 
  private:
@@ -79,6 +82,28 @@ std::span<const FunctionRow> searchFunctions();
 std::span<const FunctionRow> numberFunctions();
 std::span<const FunctionRow> numberTextFunctions();
 std::span<const FunctionRow> dateFunctions();
+std::span<const FunctionRow> orderFunctions();
+
+// What a group has come to. Its first row whose first argument is not NULL makes it; without such a
+// row the result is NULL.
+class Aggregate {
+ public:
+  virtual ~Aggregate() = default;
+  // Throws FunctionError as a function does. The first argument is not NULL.
+  virtual void step(FunctionCall& call) = 0;
+  virtual void finish(FunctionCall& call) = 0;
+};
+
+struct AggregateRow {
+  const char* name;
+  int arity;
+  std::unique_ptr<Aggregate> (*make)();
+};
+
+std::span<const AggregateRow> orderAggregates();
+
+// The row outlives the handle. Returns SQLite's code.
+int registerAggregate(sqlite3* handle, const AggregateRow& row);
 
 // Runs a row of a table; the row is the function's user data.
 void runFunction(sqlite3_context* context, int count, sqlite3_value** values);

@@ -26,6 +26,10 @@ void registerRows(sqlite3* handle, std::span<const FunctionRow> rows) {
   }
 }
 
+void registerRows(sqlite3* handle, std::span<const AggregateRow> rows) {
+  for (const AggregateRow& row : rows) check(handle, registerAggregate(handle, row));
+}
+
 }  // namespace
 
 void registerSqliteFunctions(sqlite3* handle, const ProcedureTable& procedures) {
@@ -34,6 +38,8 @@ void registerSqliteFunctions(sqlite3* handle, const ProcedureTable& procedures) 
   registerRows(handle, numberFunctions());
   registerRows(handle, numberTextFunctions());
   registerRows(handle, dateFunctions());
+  registerRows(handle, orderFunctions());
+  registerRows(handle, orderAggregates());
   check(handle, registerCollation(handle));
   check(handle, registerAggregates(handle));
   check(handle, registerExec(handle, procedures));

@@ -1,7 +1,7 @@
 #pragma once
 // When two texts are the same to a statement: case, the width of a character (full or half) and
-// trailing blanks do not count. Order is by code point of the folded text; the language's own order
-// (pinyin) is not attempted.
+// trailing blanks do not count. The order here is by code point of the folded text, fast and the
+// same for ever, for what needs any order; what people see sorted has the one of text_order.h.
 
 #include <cstddef>
 #include <string>

@@ -179,7 +179,9 @@ class UnionPrinter {
     const bool isWhole = comparedParts_ == query_.parts.size();
     std::string text = isOutside_ ? distinctParts() : parts();
     using enum OuterRows::Form;
-    const bool needsQuery = isOutside_ && !isWhole && (!query_.orderBy.empty() || completes);
+    const bool sortsHere = !query_.orderBy.empty() || completes;
+    // The ORDER BY of a UNION names items and computes nothing of them.
+    const bool needsQuery = sortsHere && (isOutside_ ? !isWhole : !sortsByNumbers());
     const OuterRows rows(writer_, types_, isOutside_ && isWhole ? Distinct : AsTheyAre);
     if (needsQuery) text = rows.select(text);
     std::vector<std::string> items = statedItems(writer_, query_, rows);
@@ -188,6 +190,11 @@ class UnionPrinter {
   }
 
  private:
+  bool sortsByNumbers() const {
+    return std::all_of(types_.begin(), types_.end(),
+                       [&](Type type) { return writer_.engine().sortsByNumber(type); });
+  }
+
   std::string part(std::size_t index, Duplicates duplicates) const {
     return unionPart(writer_, query_.parts[index], duplicates);
   }

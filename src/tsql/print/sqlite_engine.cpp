@@ -93,10 +93,12 @@ std::string SqliteEngine::operation(const ast::Expr& binary, const std::string& 
   }
 }
 
-std::string SqliteEngine::compared(Writer& writer, const ast::Expr& expr, Use, Side side) const {
+std::string SqliteEngine::compared(Writer& writer, const ast::Expr& expr, Use use,
+                                   Side side) const {
   std::string text = value(writer, expr);
   if (side == Side::Listed) return text;
   const Type type = wantedType(expr);
+  if (use != Use::Equality && type.kind == Kind::Text) return sortKey(std::move(text), type);
   if (type.kind == Kind::Decimal && needsRounding(expr)) {
     text = fmt::format("tsql_round({}, {}, 0)", text, expr.type.scale);
   }
@@ -140,7 +142,7 @@ std::string SqliteEngine::paging(const std::string& fetch, const std::string& of
 }
 
 std::string SqliteEngine::sortKey(std::string text, Type type) const {
-  return collated(std::move(text), type);
+  return type.kind == Kind::Text ? print::call("tsql_sortkey", {text}) : text;
 }
 
 std::string SqliteEngine::columnType(const ast::ColumnDefinition& definition, Type type,
@@ -153,7 +155,7 @@ std::string SqliteEngine::columnType(const ast::ColumnDefinition& definition, Ty
 }
 
 std::string SqliteEngine::indexPart(const Column& column, bool isDescending) const {
-  return quotedName(column.name) + (isDescending ? " DESC" : "");
+  return collated(quotedName(column.name), column.type) + (isDescending ? " DESC" : "");
 }
 
 std::string SqliteEngine::execute(const ast::Execute& execute,

@@ -1,8 +1,9 @@
 #pragma once
 // SQLite's texts. The functions whose names begin with "tsql_" and the collation TSQL are
 // registered on every connection by database/sqlite/functions.h; everything else is SQLite's own.
-// Texts compare under that collation, which stands at the left operand; other kinds compare as they
-// are, so that an index of the column serves.
+// Texts are equal under that collation, which stands at the left operand; their order is that of
+// tsql_sortkey, whose bytes SQLite compares. Other kinds compare as they are, so that an index of
+// the column serves.
 
 #include "tsql/print/engine.h"
 
@@ -43,14 +44,16 @@ class SqliteEngine : public Engine {
   bool comparesOutside(Type) const override { return false; }
   std::string distinctItem(const std::string& name, Type) const override { return name; }
   std::string distinctGroup(const std::string& name, Type) const override { return name; }
-  bool sortsByNumber(Type) const override { return true; }
+  bool sortsByNumber(Type type) const override { return type.kind != Kind::Text; }
   std::string sortKey(std::string text, Type type) const override;
   // NULL comes first as it does for the language.
   std::string direction(bool isDescending, bool) const override {
     return isDescending ? " DESC" : "";
   }
   std::string rowid(const Table& table) const override { return table.hasRowid ? "rowid" : ""; }
-  std::string keyOrder(const std::string& name, const Column&) const override { return name; }
+  std::string keyOrder(const std::string& name, const Column& column) const override {
+    return sortKey(name, column.type);
+  }
 
   std::string newName(const std::string& typed, Position) const override { return typed; }
   std::string columnType(const ast::ColumnDefinition& definition, Type type,

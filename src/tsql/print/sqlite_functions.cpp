@@ -134,6 +134,10 @@ class CallPrinter {
   std::string aggregate() const {
     if (node_.star) return "COUNT(*)";
     const Expr& argument = node_.arguments[0];
+    if (wantedType(argument).kind == Kind::Text && node_.name != "COUNT") {
+      return call(node_.name == "MIN" ? "tsql_min_text" : "tsql_max_text",
+                  {value(writer_, argument)});
+    }
     const std::string text = engine_.compared(writer_, argument, Use::Equality, Side::Left);
     const std::string operand = (node_.distinct ? "DISTINCT " : "") + text;
     if (node_.name != "AVG") return fmt::format("{}({})", node_.name, operand);
