@@ -179,11 +179,13 @@ Variant getQueryField(Page&, const Variant& sql) {
 }
 
 Variant getCalFieldOrder(Page& page, const Variant& controlid, const Variant&) {
+  ErrorState errors;
+  std::string control;
+  if (!errors.run([&] { control = spliced(controlid); })) return -1;
   const FormControl list =
-      formControl(page, spliced(controlid), static_cast<int>(ControlKind::List), Version::Frozen);
+      formControl(page, control, static_cast<int>(ControlKind::List), Version::Frozen);
   if (list.answer != FormControl::Answer::Given) return -1;
   const std::string definition = withPart(list.definition.statement, list.definition.rest);
-  ErrorState errors;
   std::vector<Item> chosen;
   const auto items = listItems(definition);
   for (std::size_t i = 0; i < items.size(); ++i) {

@@ -19,6 +19,22 @@ using frame::Rows;
 using text::joined;
 using variant::spliced;
 
+// A control as a caller names it; arguments that are no text name none.
+struct Asked {
+  bool isText = false;
+  std::string control;
+  Version version = Version::Current;
+};
+Asked askedFor(const Variant& controlid, const Variant& isInstance) {
+  Asked asked;
+  ErrorState errors;
+  asked.isText = errors.run([&] {
+    asked.version = versionOf(isInstance);
+    asked.control = spliced(controlid);
+  });
+  return asked;
+}
+
 bool isOfKind(const Variant& cell, ControlKind kind) {
   return variant::equals(cell, static_cast<int>(kind));
 }
@@ -35,7 +51,9 @@ Variant getControlSQL1(Page& page, const Variant& controlid, const Variant& isIn
 
 Variant getControlSQL(Page& page, const Variant& controlid, const Variant& i,
                       const Variant& isInstance) {
-  const FormControl control = formControl(page, spliced(controlid), i, versionOf(isInstance));
+  const Asked asked = askedFor(controlid, isInstance);
+  if (!asked.isText) return -1;
+  const FormControl control = formControl(page, asked.control, i, asked.version);
   switch (control.answer) {
     case FormControl::Answer::Given:
       return control.isDropDown ? control.definition.statement
@@ -51,13 +69,17 @@ Variant getControlSQL(Page& page, const Variant& controlid, const Variant& i,
 }
 
 Variant Control2Fieldid(Page& page, const Variant& controlid, const Variant& isInstance) {
-  const BoundTo bound = boundTo(page, spliced(controlid), versionOf(isInstance));
+  const Asked asked = askedFor(controlid, isInstance);
+  if (!asked.isText) return -1;
+  const BoundTo bound = boundTo(page, asked.control, asked.version);
   if (!bound.isKnown) return -1;
   return bound.field ? Variant(*bound.field) : Variant(0);
 }
 
 Variant Control2Field(Page& page, const Variant& controlid, const Variant& isInstance) {
-  const BoundTo bound = boundTo(page, spliced(controlid), versionOf(isInstance));
+  const Asked asked = askedFor(controlid, isInstance);
+  if (!asked.isText) return -1;
+  const BoundTo bound = boundTo(page, asked.control, asked.version);
   if (!bound.isKnown || bound.field == "-1") return -1;
   const auto field = fieldNames(page, bound.field.value_or("0"));
   if (!field) return -1;

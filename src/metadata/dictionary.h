@@ -62,8 +62,7 @@ struct Path {
   bool isDirect() const { return table == intermediate && field == farField; }
 };
 // At most two hops, in the database's order. `relations` is a comma-joined list of relation ids.
-// None when nothing is reached, and for ids that are no numbers or a list without any; never
-// raises.
+// None when nothing is reached, and where the database refuses the ids; never raises.
 std::vector<Path> paths(Page& page, std::string_view mainTable, std::string_view relations);
 
 // Each look-up's answer as its operation gives it: the rows of its statement. The first four never

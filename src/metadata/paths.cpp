@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <set>
 
+#include "frame/data.h"
 #include "text/pieces.h"
+#include "variant/convert.h"
+#include "variant/error_state.h"
 
 namespace tarlo::metadata {
 namespace {
@@ -36,14 +38,6 @@ std::set<std::array<Id, 2>> links(const std::vector<Relation>& relations, std::i
     }
   }
   return found;
-}
-
-// As a statement writes one; with a fraction it is the id of nothing.
-bool isNumber(std::string_view text) {
-  text = text::trim(text);
-  double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size() && std::isfinite(number);
 }
 
 class Search {
@@ -93,14 +87,44 @@ std::optional<std::int64_t> idOf(std::string_view text) {
   return id;
 }
 
-std::vector<std::int64_t> idsOf(std::string_view list) {
+std::vector<std::int64_t> relationIds(Page& page, std::string_view list) {
   std::vector<std::int64_t> ids;
+  bool isPlain = true;
   for (const std::string_view piece : text::split(list, ",")) {
     const auto id = idOf(piece);
-    if (!id && !isNumber(piece)) return {};
+    isPlain = isPlain && id.has_value();
     if (id) ids.push_back(*id);
   }
+  if (isPlain) return ids;
+  // Whatever else a statement may say there: other forms of numbers, line ends, null.
+  ids.clear();
+  ErrorState errors;
+  errors.run([&] {
+    for (const frame::Row row :
+         frame::rows(page, text::joined({"select Zembra_ID from Zembra_DataDict_Relation where "
+                                         "Zembra_ID in (",
+                                         list, ")"}))) {
+      ids.push_back(variant::toInt64(row.value(0)));
+    }
+  });
   return ids;
+}
+
+Id tableId(Page& page, std::string_view text) {
+  if (const Id id = idOf(text)) return id;
+  ErrorState errors;
+  Id found;
+  errors.run([&] {
+    const frame::Rows rows = frame::rows(
+        page, text::joined({"select DDR_MainTableID from Zembra_DataDict_Relation where "
+                            "DDR_MainTableID=",
+                            text,
+                            " union select DDR_RelationTableID from Zembra_DataDict_Relation where "
+                            "DDR_RelationTableID=",
+                            text}));
+    if (rows.size() == 1) found = variant::toInt64(rows.front().value(0));
+  });
+  return found;
 }
 
 std::vector<PathIds> pathsOver(const std::vector<Relation>& relations, std::int64_t mainTable) {

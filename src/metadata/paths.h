@@ -12,13 +12,16 @@
 
 namespace tarlo::metadata {
 
-// A number as ids are written, blanks round it allowed; nothing for any other text.
-std::optional<std::int64_t> idOf(std::string_view text);
-// The ids of a comma-joined list. None when a piece is no number, or the list is empty: no
-// statement over such a list has ever run.
-std::vector<std::int64_t> idsOf(std::string_view list);
-
 using Id = std::optional<std::int64_t>;  // nothing for a column without a value
+
+// A number as ids are written, blanks round it allowed; nothing for any other text.
+Id idOf(std::string_view text);
+// The relations of a list as it stands between the brackets of IN. Ids joined by commas are taken
+// as they are; what else there is the database is asked for. None where it refuses that, as it does
+// an empty list.
+std::vector<std::int64_t> relationIds(Page& page, std::string_view list);
+// The table that a text means behind an equals sign, where a relation touches it.
+Id tableId(Page& page, std::string_view text);
 
 struct Relation {
   std::int64_t id = 0;

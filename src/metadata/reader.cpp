@@ -94,8 +94,8 @@ std::vector<Path> textsOf(const std::vector<PathIds>& ids) {
 }  // namespace
 
 void DictionaryReader::load(const Reach& reach) {
-  const std::vector<std::int64_t> relations = idsOf(reach.relations);
-  const Id mainTable = idOf(reach.mainTable);
+  const std::vector<std::int64_t> relations = relationIds(page_, reach.relations);
+  const Id mainTable = tableId(page_, reach.mainTable);
   for (const std::string_view field : reach.fields) {
     if (const auto id = idOf(field)) asked_.insert(*id);
   }
@@ -108,6 +108,7 @@ void DictionaryReader::load(const Reach& reach) {
   });
   if (!isLoaded_) return;
   mainTable_ = reach.mainTable;
+  table_ = mainTable;
   relationList_ = reach.relations;
   std::erase_if(relations_, [&](const Relation& relation) {
     return std::ranges::find(relations, relation.id) == relations.end();
@@ -211,8 +212,7 @@ std::vector<DictionaryReader::Column> DictionaryReader::columns(std::string_view
 std::vector<Path> DictionaryReader::paths(std::string_view mainTable, std::string_view relations) {
   const bool isTheLoaded = isLoaded_ && mainTable == mainTable_ && relations == relationList_;
   if (!isTheLoaded) return metadata::paths(page_, mainTable, relations);
-  const Id table = idOf(mainTable);
-  return table ? textsOf(pathsOver(relations_, *table)) : std::vector<Path>();
+  return table_ ? textsOf(pathsOver(relations_, *table_)) : std::vector<Path>();
 }
 
 std::optional<std::optional<DictionaryReader::FieldState>> DictionaryReader::fieldState(
@@ -243,20 +243,17 @@ std::optional<std::optional<DictionaryReader::FieldState>> DictionaryReader::fie
   return std::optional(std::move(state));
 }
 
-Rows relationRows(Page& page, std::string_view relations) {
-  return frame::rows(
-      page, joined({"select Zembra_ID,DDR_MainTableID,DDR_MainFieldID,DDR_RelationTableID,"
-                    "DDR_RelationFieldID from Zembra_DataDict_Relation where Zembra_ID in (",
-                    listOf(idsOf(relations)), ")"}));
-}
-
 std::vector<PathIds> pathIds(Page& page, std::string_view mainTable, std::string_view relations) {
-  const Id table = idOf(mainTable);
-  if (!table || idsOf(relations).empty()) return {};
+  const std::vector<std::int64_t> ids = relationIds(page, relations);
+  const Id table = ids.empty() ? Id() : tableId(page, mainTable);
+  if (!table) return {};
   ErrorState errors;
   std::vector<Relation> found;
   errors.run([&] {
-    for (Row row : relationRows(page, relations)) {
+    for (Row row : frame::rows(
+             page, joined({"select Zembra_ID,DDR_MainTableID,DDR_MainFieldID,DDR_RelationTableID,"
+                           "DDR_RelationFieldID from Zembra_DataDict_Relation where Zembra_ID in (",
+                           listOf(ids), ")"}))) {
       found.push_back(
           {variant::toInt64(row.value(0)), idIn(row, 1), idIn(row, 2), idIn(row, 3), idIn(row, 4)});
     }

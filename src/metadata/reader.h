@@ -80,6 +80,7 @@ class DictionaryReader {
   Page& page_;
   bool isLoaded_ = false;
   std::string mainTable_, relationList_;  // as they were given to load
+  Id table_;                              // what the main table's text means
   std::vector<Relation> relations_;
   std::unordered_map<std::int64_t, Table> tables_;
   frame::Rows answer_;

@@ -151,43 +151,5 @@ TEST_P(Words, KeysOfTextsAreInTheOrder) {
               {"SELECT TOP 1 Name FROM Place ORDER BY LEN(Name) DESC", "北京"}});
 }
 
-TEST_P(Words, AnIndexServesEqualityOfTexts) {
-  if (!isSqlite()) GTEST_SKIP() << "a server chooses its plan by the size of the tables";
-  lease_->execute("CREATE INDEX ByWord ON Word (W)");
-  sqlite3* handle = nullptr;
-  sqlite3_open(home_.file().c_str(), &handle);
-  const ProcedureTable procedures;
-  registerSqliteFunctions(handle, procedures);
-  for (const char* sql : {
-           "SELECT ID FROM Word WHERE W = 'ａｂｃ'",
-           "SELECT ID FROM Word WHERE G = 1 AND W IN ('a', '12')",
-           "SELECT a.ID FROM Word a, Word b WHERE a.W = b.W AND b.ID = 4",
-           "UPDATE Word SET G = 3 WHERE W = '北京'",
-       }) {
-    const std::string text = "EXPLAIN QUERY PLAN " + lease_->explainTranslation(sql);
-    sqlite3_stmt* statement = nullptr;
-    ASSERT_EQ(sqlite3_prepare_v2(handle, text.c_str(), -1, &statement, nullptr), SQLITE_OK) << text;
-    std::string plan;
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-      plan += reinterpret_cast<const char*>(sqlite3_column_text(statement, 3));
-    }
-    sqlite3_finalize(statement);
-    EXPECT_NE(plan.find("INDEX ByWord (W=?)"), std::string::npos) << sql << ": " << plan;
-    EXPECT_EQ(plan.find("SCAN"), std::string::npos) << sql << ": " << plan;
-  }
-  sqlite3_close(handle);
-  expectRows({{"SELECT ID FROM Word WHERE W = 'ａｂｃ'", "5;8"},
-              {"SELECT ID FROM Word WHERE G = 1 AND W IN ('a', '12')", "4"},
-              {"SELECT a.ID FROM Word a, Word b WHERE a.W = b.W AND b.ID = 4", "4;9"}});
-}
-
-TEST_P(Words, UniqueIndexesKnowEqualTexts) {
-  lease_->execute("CREATE UNIQUE INDEX OneTitle ON Contract (Title)");
-  const auto refused =
-      errorOf([&] { lease_->execute("INSERT INTO Contract (Title) VALUES ('ＡＬＰＨＡ')"); });
-  EXPECT_EQ(refused.number(), kConstraint);
-  lease_->execute("INSERT INTO Contract (Title) VALUES ('Alpha1')");
-}
-
 }  // namespace
 }  // namespace tarlo::database::test

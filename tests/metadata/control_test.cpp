@@ -64,6 +64,15 @@ TEST(ControlStatements, AreGivenByTheKindThatIsAskedFor) {
   }
   EXPECT_EQ(textOf(getControlSQL(data.page(), 99, 3, false)), "-1");
   EXPECT_EQ(textOf(getControlSQL(data.page(), "x", 1, false)), "-1");
+  // Nothing of these goes further than "none", whatever is given.
+  const Variant array(Array::of({Variant(1)}));
+  for (const auto& [control, isInstance] :
+       {std::pair(array, Variant(false)), std::pair(Variant(1), array)}) {
+    EXPECT_EQ(textOf(getControlSQL(data.page(), control, 1, isInstance)), "-1");
+    EXPECT_EQ(textOf(Control2Field(data.page(), control, isInstance)), "-1");
+    EXPECT_EQ(textOf(Control2Fieldid(data.page(), control, isInstance)), "-1");
+  }
+  EXPECT_EQ(textOf(getCalFieldOrder(data.page(), array, false)), "-1");
 }
 
 TEST(ControlStatements, OnlyRunsThatWorkAreLogged) {

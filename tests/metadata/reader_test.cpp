@@ -96,6 +96,25 @@ TEST(DictionaryReader, FieldsThatAreDeletedStillHaveAState) {
   EXPECT_FALSE(reader.fieldState("140").has_value());  // neither reached nor named
 }
 
+// A list goes into the statement as it stands, so whatever SQL reads as ids is one.
+TEST(DictionaryReader, RelationListsMeanWhatTheyMeanInAStatement) {
+  testing::DictionaryDatabase data;
+  Page& page = data.page();
+  const std::string wanted = shown(paths(page, "10", "5,6"));
+  ASSERT_NE(wanted, "");
+  for (const char* list : {"5.0,6", "+5,6", "0x5,6", "'5',6", "5\n,6", "5\t,\r\n6", "5/*x*/,6",
+                           "5,null,6", "(5),6", "4+1,6", "6,- 1,5", "5\u3000,6"}) {
+    EXPECT_EQ(shown(paths(page, "10", list)), wanted) << list;
+    DictionaryReader reader(page);
+    reader.load({"10", list});
+    EXPECT_EQ(shown(reader.paths("10", list)), wanted) << list;
+  }
+  EXPECT_EQ(shown(paths(page, "5*2", "5,6")), wanted);
+  for (const char* list : {"5,,6", "5,6,", "x", "5;6", "'"}) {
+    EXPECT_EQ(shown(paths(page, "10", list)), "") << list;
+  }
+}
+
 // Tables may be renamed between two operations, never between two look-ups of one.
 TEST(DictionaryReader, IsOneStateOfTheDictionary) {
   testing::DictionaryDatabase data;

@@ -155,7 +155,7 @@ std::string SqliteEngine::columnType(const ast::ColumnDefinition& definition, Ty
 }
 
 std::string SqliteEngine::indexPart(const Column& column, bool isDescending) const {
-  return collated(quotedName(column.name), column.type) + (isDescending ? " DESC" : "");
+  return quotedName(column.name) + (isDescending ? " DESC" : "");
 }
 
 std::string SqliteEngine::execute(const ast::Execute& execute,
