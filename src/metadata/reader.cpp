@@ -116,8 +116,8 @@ void DictionaryReader::load(const Reach& reach) {
   std::ranges::sort(relations_, {}, &Relation::id);
   // A field may have come twice, named and as one of its table.
   std::ranges::sort(fields_, {}, &Field::id);
-  const auto again = std::ranges::unique(fields_, {}, &Field::id);
-  fields_.erase(again.begin(), again.end());
+  const auto isSame = [](const Field& a, const Field& b) { return a.id == b.id; };
+  fields_.erase(std::unique(fields_.begin(), fields_.end(), isSame), fields_.end());
   if (reach.wholeTables) collectFields(mainTable);
 }
 
