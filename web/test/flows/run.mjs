@@ -20,31 +20,21 @@ const kArguments = [
   '--host-resolver-rules=MAP *.example 127.0.0.1',
 ];
 
-// So many run side by side, each with a server and a browser of its own.
-const kWorkers = 2;
-
 await withBrowser('playwright-core', ['chromium'], async ({ chromium }, executablePath) => {
   const suites = await loadSuites(new URL('.', import.meta.url), kOthers, process.argv.slice(2));
+  const server = await startServer();
   const counts = { passed: 0, failed: 0 };
-  const work = async (mine) => {
-    if (mine.length === 0) return;
-    const server = await startServer();
-    let browser;
-    try {
-      browser = await chromium.launch({ executablePath, args: kArguments });
-      for (const suite of mine) {
-        await runTests(suite, counts, (action) =>
-          runTest(browser, server.origin, (test) => action({ ...test, server })),
-        );
-      }
-    } finally {
-      await browser?.close();
-      await server.stop();
+  let browser;
+  try {
+    browser = await chromium.launch({ executablePath, args: kArguments });
+    for (const suite of suites) {
+      await runTests(suite, counts, (action) =>
+        runTest(browser, server.origin, (test) => action({ ...test, server })),
+      );
     }
-  };
-  const shares = Array.from({ length: kWorkers }, (_, worker) =>
-    suites.filter((_, i) => i % kWorkers === worker),
-  );
-  await Promise.all(shares.map(work));
+  } finally {
+    await browser?.close();
+    await server.stop();
+  }
   return counts;
 });
