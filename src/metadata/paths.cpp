@@ -111,7 +111,9 @@ std::vector<std::int64_t> relationIds(Page& page, std::string_view list) {
 }
 
 Id tableId(Page& page, std::string_view text) {
-  if (const Id id = idOf(text)) return id;
+  const Id id = idOf(text);
+  // No text is no table; the database would only refuse the question, and the log tell it.
+  if (id || text::trim(text).empty()) return id;
   ErrorState errors;
   Id found;
   errors.run([&] {
